@@ -1,0 +1,69 @@
+// What the control asks of a multi-value database: files by name, records by key, requests.
+#pragma once
+
+#include "data/DBARecord.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vorandine::data {
+
+// One stored file. Keys and values are UTF-8 without control characters. Always owned by a
+// std::shared_ptr: each record that it gives keeps its file alive.
+class DBAFile : public std::enable_shared_from_this<DBAFile> {
+  public:
+    DBAFile() = default;
+    DBAFile(const DBAFile&) = delete;
+    DBAFile& operator=(const DBAFile&) = delete;
+    virtual ~DBAFile() = default;
+
+    // The stored record. Throws Error(RecordMissing) if there is none, another Error if it could
+    // not be read.
+    [[nodiscard]] virtual DBARecord ReadRecord(const std::string& key) = 0;
+
+    // An empty record bound to `key`; nothing is stored yet.
+    [[nodiscard]] DBARecord NewRecord(const std::string& key) {
+        return {shared_from_this(), key, std::string()};
+    }
+
+    // Removes the stored record; nothing happens if there is none. Throws Error if it could not.
+    virtual void DeleteRecord(const std::string& key) = 0;
+
+    // Stores `text`, a record's whole text, under `key`, replacing what was there. DBWrite calls
+    // it. Throws Error(ReadHadFailed) where the last read of this key failed for another reason
+    // than a missing record: a record that could not be read must not be replaced by what was
+    // typed without it. On any error what was stored stays.
+    virtual void WriteRecord(const std::string& key, std::string_view text) = 0;
+};
+
+// The database that the host hands in.
+class DBADatabase {
+  public:
+    DBADatabase() = default;
+    DBADatabase(const DBADatabase&) = delete;
+    DBADatabase& operator=(const DBADatabase&) = delete;
+    virtual ~DBADatabase() = default;
+
+    // Throws Error(FileUnknown) if the database has no such file.
+    [[nodiscard]] virtual std::shared_ptr<DBAFile> OpenFile(const std::string& name) = 0;
+
+    // `request` is a record's whole text: attribute 1 the query, 2 the file's name, 3 the
+    // attributes wanted as numbers with one blank between, 0 being the key. The result is a free
+    // record with one attribute a row, in the query's order, and one value a wanted attribute;
+    // several values of a stored attribute come as one, with 0xFC between them.
+    // Throws Error(RequestRefused), which says what is wrong and at which character of the query,
+    // or the error met while reading.
+    [[nodiscard]] virtual DBARecord Select(const std::string& request) = 0;
+};
+
+// The database client. The control only passes it on.
+class DBAClient {
+  public:
+    DBAClient() = default;
+    DBAClient(const DBAClient&) = delete;
+    DBAClient& operator=(const DBAClient&) = delete;
+    virtual ~DBAClient() = default;
+};
+
+} // namespace vorandine::data

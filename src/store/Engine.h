@@ -1,0 +1,61 @@
+// What a storage engine does for the store: named files of records by key, in binary key order.
+// Engines know bytes; keys, records and requests are the store's affair.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorandine::store {
+
+// Keys k with from <= k, and k < to if there is a `to`, in binary order.
+struct KeyRange {
+    std::string from;
+    std::optional<std::string> to;
+};
+
+// One file of an engine. Every member throws Error with one of the store's numbers (ReadOnly,
+// Locked, Damaged, DiskFull, StoreFailed, StoreMissing where the file was taken away) when the
+// engine fails; a failed write or erase changes nothing.
+class EngineFile {
+  public:
+    // Gets key and record; false ends the scan. Both views end with the call.
+    using Visitor = std::function<bool(std::string_view key, std::string_view record)>;
+
+    EngineFile() = default;
+    EngineFile(const EngineFile&) = delete;
+    EngineFile& operator=(const EngineFile&) = delete;
+    virtual ~EngineFile() = default;
+
+    [[nodiscard]] virtual std::optional<std::string> read(std::string_view key) = 0;
+    // Replaces what was there. When it returns, the record survives a power cut, if the engine
+    // keeps anything at all.
+    virtual void write(std::string_view key, std::string_view record) = 0;
+    // Whether there was something to erase.
+    virtual bool erase(std::string_view key) = 0;
+    // In key order, one consistent state of the file. The visitor must neither write to the engine
+    // nor scan this file again; it may read, and it may throw.
+    virtual void scan(const KeyRange& range, const Visitor& visit) = 0;
+};
+
+// Used by one thread at a time.
+class Engine {
+  public:
+    Engine() = default;
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+    virtual ~Engine() = default;
+
+    // The file of that name, which lives as long as the engine; null if there is none.
+    [[nodiscard]] virtual EngineFile* file(const std::string& name) = 0;
+    // The names of all files, sorted.
+    [[nodiscard]] virtual std::vector<std::string> files() = 0;
+    // Runs `work`; all its writes take effect together, or none if it throws, which it may. Not to
+    // be called by `work`: that throws Error(StoreFailed).
+    virtual void atomically(const std::function<void()>& work) = 0;
+};
+
+} // namespace vorandine::store

@@ -1,0 +1,44 @@
+// The database behind a URL: opens an engine and gives it the face that the control and the host
+// know (files, records, requests).
+#pragma once
+
+#include "data/DBAFile.h"
+#include "store/Engine.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorandine::store {
+
+enum class OpenMode {
+    Existing, // a missing store is an error
+    Create,   // a missing store is made, with all files, empty
+};
+
+// Opens the engine of a URL:
+//   memory:        a new store, empty, gone with the engine
+//   sqlite:PATH    a file; PATH is relative to the working directory or absolute
+// Every engine has all files of the catalogue (store/Catalogue.h) from the start.
+// Throws Error: UrlRefused; StoreMissing, NotADatabase, OtherProgram, OtherVersion, Locked,
+// Damaged, ReadOnly (only where a new file cannot be made), StoreFailed. The text says which.
+[[nodiscard]] std::unique_ptr<Engine> openEngine(const std::string& url, OpenMode mode);
+
+class Store : public data::DBADatabase {
+  public:
+    // Owns the engine, which files and records given out keep alive.
+    explicit Store(std::shared_ptr<Engine> engine);
+
+    [[nodiscard]] std::shared_ptr<data::DBAFile> OpenFile(const std::string& name) override;
+    [[nodiscard]] data::DBARecord Select(const std::string& request) override;
+
+    [[nodiscard]] std::vector<std::string> files();
+    // All writes made by `work` through this store take effect together, or none if it throws.
+    void atomically(const std::function<void()>& work);
+
+  private:
+    std::shared_ptr<Engine> engine_;
+};
+
+} // namespace vorandine::store

@@ -1,0 +1,199 @@
+// Three-level sort keys. Each level is a run of bytes; a zero byte, lower than any weight, ends the
+// first two.
+#include "text/Collation.h"
+
+#include "text/Characters.h"
+
+#include <array>
+#include <cstdint>
+
+namespace vorandine::text {
+namespace {
+
+using namespace std::string_view_literals;
+
+// Base letter (small) of U+00C0..U+017F; 0 where the character has none and stands for itself.
+// Ligatures are told apart in `foldLatin`.
+constexpr std::string_view BaseOfLatin1 = "aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0\0"
+                                          "aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0y"sv;
+constexpr std::string_view BaseOfExtendedA =
+    "aaaaaacccccccc"         // 0100-010D
+    "ddddeeeeeeeeeegggggggg" // 010E-0123
+    "hhhhiiiiiiiiii\0\0jj"   // 0124-0135
+    "kkkllllllllll"          // 0136-0142
+    "nnnnnnnnnoooooo\0\0"    // 0143-0153
+    "rrrrrrssssssss"         // 0154-0161
+    "ttttttuuuuuuuuuuuu"     // 0162-0173
+    "wwyyyzzzzzzs"sv;        // 0174-017F
+static_assert(BaseOfLatin1.size() == 0x40);
+static_assert(BaseOfExtendedA.size() == 0x80);
+
+struct Folded {
+    std::array<char32_t, 2> letters{}; // second is 0 unless a ligature
+    std::uint8_t accent = 0;           // 0: none
+    bool capital = false;
+};
+
+// Accents get weights in the order acute, grave, circumflex, diaeresis, the rest by code point;
+// only their being apart matters for French.
+std::uint8_t accentOfLatin1(char32_t character) {
+    switch (character & 0x1FU) {
+    case 0x01: case 0x09: case 0x0D: case 0x13: case 0x1A: case 0x1D:
+        return 2;
+    case 0x00: case 0x08: case 0x0C: case 0x12: case 0x19:
+        return 3;
+    case 0x02: case 0x0A: case 0x0E: case 0x14: case 0x1B:
+        return 4;
+    case 0x04: case 0x0B: case 0x0F: case 0x16: case 0x1C: case 0x1F:
+        return 5;
+    case 0x03: case 0x11: case 0x15:
+        return 6; // tilde
+    case 0x07:
+        return 7; // cedilla
+    default:
+        return 8; // ring, stroke
+    }
+}
+
+std::uint8_t accentOfMark(char32_t mark) {
+    switch (mark) {
+    case 0x301:
+        return 2;
+    case 0x300:
+        return 3;
+    case 0x302:
+        return 4;
+    case 0x308:
+        return 5;
+    case 0x303:
+        return 6;
+    case 0x327:
+        return 7;
+    case 0x30A:
+        return 8;
+    default:
+        return static_cast<std::uint8_t>(0x10 + (mark - 0x300) % 0xE0);
+    }
+}
+
+bool ligature(char32_t character, Folded& folded) {
+    switch (character) {
+    case 0xC6: case 0xE6: // Æ æ
+        folded.letters = {U'a', U'e'};
+        break;
+    case 0x152: case 0x153: // Œ œ
+        folded.letters = {U'o', U'e'};
+        break;
+    case 0x132: case 0x133: // Ĳ ĳ
+        folded.letters = {U'i', U'j'};
+        break;
+    case 0xDF: // ß
+        folded.letters = {U's', U's'};
+        break;
+    default:
+        return false;
+    }
+    folded.accent = 1;
+    folded.capital = character == 0xC6 || character == 0x152 || character == 0x132;
+    return true;
+}
+
+Folded fold(char32_t character) {
+    Folded folded;
+    if (character < 0x80) {
+        folded.capital = character >= 'A' && character <= 'Z';
+        folded.letters[0] = folded.capital ? character + 0x20 : character;
+        return folded;
+    }
+    if (ligature(character, folded))
+        return folded;
+    folded.letters[0] = character;
+    if (character >= 0xC0 && character <= 0xFF) {
+        if (const char base = BaseOfLatin1[character - 0xC0]) {
+            folded.letters[0] = static_cast<unsigned char>(base);
+            folded.accent = accentOfLatin1(character);
+            folded.capital = character < 0xDF;
+        }
+    } else if (character >= 0x100 && character <= 0x17F) {
+        if (const char base = BaseOfExtendedA[character - 0x100]) {
+            folded.letters[0] = static_cast<unsigned char>(base);
+            // Pairs of capital and small letter share a weight; which one is capital changes sides
+            // at U+0138 and U+0149, and Ÿ stands alone.
+            const bool oddCapital = (character >= 0x139 && character <= 0x148) || character >= 0x179;
+            folded.capital = character == 0x178 || ((character & 1U) != 0) == oddCapital;
+            folded.accent = character == 0x178
+                                ? 5
+                                : static_cast<std::uint8_t>(
+                                      0x20 + ((character - 0x100 + (oddCapital ? 1 : 0)) >> 1U));
+        }
+    }
+    return folded;
+}
+
+// Blanks and punctuation below digits below letters: ASCII has some punctuation above letters.
+void putPrimary(std::string& key, char32_t letter) {
+    if (letter >= 0x80) {
+        key += Encode(std::u32string_view(&letter, 1));
+        return;
+    }
+    const auto byte = static_cast<char>(letter);
+    if (letter >= 'a' && letter <= 'z')
+        key.push_back(byte);
+    else if (letter >= '0' && letter <= '9')
+        key.push_back(static_cast<char>(letter - '0' + 0x50));
+    else
+        // The four runs of ASCII that are neither, moved together below 0x50 in their own order.
+        key.push_back(static_cast<char>(letter < '0'   ? letter + 1
+                                        : letter < 'A' ? letter - 0x09
+                                        : letter < 'a' ? letter - 0x23
+                                                       : letter - 0x3D));
+}
+
+void trimZeros(std::string& level, char zero) {
+    level.erase(level.find_last_not_of(zero) + 1);
+}
+
+} // namespace
+
+std::string CollationKey(std::string_view text) {
+    std::string letters;
+    std::string accents;
+    std::string cases;
+    letters.reserve(text.size() + 8);
+    const auto put = [&](const Folded& folded) {
+        for (const char32_t letter : folded.letters) {
+            if (letter == 0)
+                break;
+            putPrimary(letters, letter);
+            accents.push_back(static_cast<char>(1 + folded.accent));
+            cases.push_back(folded.capital ? '\2' : '\1');
+        }
+    };
+    bool ascii = true;
+    for (const char c : text)
+        ascii = ascii && static_cast<unsigned char>(c) < 0x80;
+    if (ascii) {
+        for (const char c : text)
+            put(fold(static_cast<unsigned char>(c)));
+    } else {
+        for (const char32_t character : Decode(text)) {
+            if (character >= 0x300 && character <= 0x36F && !accents.empty())
+                accents.back() = static_cast<char>(1 + accentOfMark(character));
+            else
+                put(fold(character));
+        }
+    }
+    trimZeros(accents, '\1');
+    trimZeros(cases, '\1');
+    letters.push_back('\0');
+    letters += accents;
+    letters.push_back('\0');
+    letters += cases;
+    return letters;
+}
+
+bool CollatesBefore(std::string_view a, std::string_view b) {
+    return CollationKey(a) < CollationKey(b);
+}
+
+} // namespace vorandine::text

@@ -1,0 +1,104 @@
+// Names, the tree of controls, and what a user can reach in it.
+#include "widgets/Control.h"
+
+#include "widgets/Form.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vorandine::widgets {
+namespace {
+
+bool contains(const Place& outer, const Place& inner) {
+    return outer.left <= inner.left && outer.top <= inner.top &&
+           outer.left + outer.width >= inner.left + inner.width &&
+           outer.top + outer.height >= inner.top + inner.height;
+}
+
+// Whether a sibling that stands above hides the control from edge to edge.
+bool covered(const Control& control, const Container& parent) {
+    const auto& siblings = parent.children();
+    auto above = std::find(siblings.begin(), siblings.end(), &control);
+    return above != siblings.end() &&
+           std::any_of(std::next(above), siblings.end(), [&](const Control* sibling) {
+               return sibling->Visible() && parent.shows(*sibling) &&
+                      contains(sibling->place(), control.place());
+           });
+}
+
+} // namespace
+
+void Control::identify(std::string name, int index) {
+    name_ = std::move(name);
+    index_ = index;
+}
+
+std::string Control::fullName() const {
+    return index_ < 0 ? name_ : name_ + "(" + std::to_string(index_) + ")";
+}
+
+Form* Control::form() noexcept {
+    Control* root = this;
+    while (root->parent_ != nullptr)
+        root = root->parent_;
+    return dynamic_cast<Form*>(root);
+}
+
+bool Control::usable() const noexcept {
+    for (const Control* control = this; control != nullptr; control = control->parent_) {
+        if (!control->enabled_ || !control->visible_)
+            return false;
+        if (control->parent_ != nullptr && !control->parent_->shows(*control))
+            return false;
+    }
+    return true;
+}
+
+bool Control::reachable() const noexcept {
+    if (!usable())
+        return false;
+    for (const Control* control = this; control->parent_ != nullptr; control = control->parent_)
+        if (covered(*control, *control->parent_))
+            return false;
+    return true;
+}
+
+void Control::SetFocus() {
+    if (Form* const root = form())
+        root->giveFocus(*this);
+}
+
+void Container::add(Control& child, int page) {
+    child.parent_ = this;
+    child.page_ = page;
+    children_.push_back(&child);
+}
+
+void Container::remove(Control& child) noexcept {
+    const auto found = std::find(children_.begin(), children_.end(), &child);
+    if (found == children_.end())
+        return;
+    children_.erase(found);
+    child.parent_ = nullptr;
+}
+
+bool Container::shows(const Control& /*child*/) const noexcept { return true; }
+
+void Container::visit(const std::function<void(Control&)>& visitor) const {
+    for (Control* const child : children_) {
+        visitor(*child);
+        if (const auto* const container = dynamic_cast<const Container*>(child))
+            container->visit(visitor);
+    }
+}
+
+Control* Container::find(const std::string& fullName) const {
+    Control* found = nullptr;
+    visit([&](Control& control) {
+        if (found == nullptr && control.fullName() == fullName)
+            found = &control;
+    });
+    return found;
+}
+
+} // namespace vorandine::widgets

@@ -1,0 +1,70 @@
+// The list box: lines, one current line, and where several can be selected the selection.
+#pragma once
+
+#include "widgets/Control.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vorandine::widgets {
+
+// Positions and counters of lists are 16 bits wide.
+constexpr int MaxLines = 32767;
+
+// Lines count from 0. An index out of range throws Error(OutOfRange) and changes nothing, save that
+// reading a line past the end gives "".
+class ListBox : public Control {
+  public:
+    [[nodiscard]] int ListCount() const noexcept { return static_cast<int>(lines_.size()); }
+    [[nodiscard]] std::string List(int i) const;
+    void List(int i, std::string line);
+
+    // Adds a line at the end or before line `i`. Throws Error(TooManyLines) at MaxLines.
+    void AddItem(std::string line);
+    void AddItem(std::string line, int i);
+    // The selection stays on its line; removing the current line leaves -1. No Click.
+    void RemoveItem(int i);
+    // Leaves -1. No Click.
+    void Clear() noexcept;
+
+    // The current line, -1 if there is none. Setting it from code runs Click if it changes.
+    [[nodiscard]] int ListIndex() const noexcept { return current_; }
+    void ListIndex(int i);
+
+    // Whether several lines can be selected. Else the selected line is the current one.
+    [[nodiscard]] bool multiSelect() const noexcept { return multi_; }
+    void multiSelect(bool multi) noexcept { multi_ = multi; }
+    [[nodiscard]] bool Selected(int i) const;
+    // Where several can be selected: changes line `i` alone, the current line stays.
+    void Selected(int i, bool selected);
+
+    // A user's click: the current line moves, the selection follows as in every such list, and
+    // Click runs even on the line that was current.
+    void click(int i, bool control, bool shift);
+
+    // Called in MouseDown: from here on the pointer drags this list, until it is released.
+    void Drag() noexcept { dragging_ = true; }
+    // The pointer was released. Whether a drag was under way.
+    bool endDrag() noexcept { return std::exchange(dragging_, false); }
+
+    std::function<void()> Click;
+    std::function<void()> DblClick;
+
+  private:
+    struct Line {
+        std::string text;
+        bool selected = false;
+    };
+    std::vector<Line> lines_;
+    int current_ = -1;
+    int anchor_ = -1; // where a selection by Shift begins
+    bool multi_ = false;
+    bool dragging_ = false;
+
+    void check(int i, int last) const;
+    Line& line(int i) { return lines_[static_cast<std::size_t>(i)]; }
+};
+
+} // namespace vorandine::widgets

@@ -1,0 +1,49 @@
+// The outside world of forms and controls: everything that needs a person, a screen or a clock. Each
+// front end implements it once; no other code reads the clock, opens a window or waits.
+#pragma once
+
+#include <string>
+
+namespace vorandine::widgets {
+
+class Form;
+class Menu;
+
+enum class Icon { None, Information, Question, Warning };
+enum class Buttons { OK, YesNo, YesNoCancel };
+enum class Answer { OK, Yes, No, Cancel };
+
+struct Message {
+    std::string title;
+    std::string text;
+    Icon icon = Icon::None;
+    Buttons buttons = Buttons::OK;
+    std::string detail; // a second, smaller text; "" if there is none
+};
+
+struct Date {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+};
+
+class World {
+  public:
+    World() = default;
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+    virtual ~World() = default;
+
+    // Shows a modal message box and gives the button pressed, one of those asked for.
+    virtual Answer messageBox(const Message& message) = 0;
+    // Shows `form` in front of all others and returns when it has been unloaded.
+    virtual void runModal(Form& form) = 0;
+    // Opens the menu at the pointer; what is picked comes as the entry's Click, later or at once.
+    virtual void popupMenu(Menu& menu) = 0;
+    // The current date.
+    [[nodiscard]] virtual Date today() = 0;
+    // Lets waiting events through, so that the screen shows what has happened so far.
+    virtual void letEventsThrough() = 0;
+};
+
+} // namespace vorandine::widgets
