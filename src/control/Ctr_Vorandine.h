@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vorandine::control {
 
@@ -66,7 +67,7 @@ class Ctr_Vorandine : public widgets::UserControl {
     [[nodiscard]] ControlCollection Controls() const;
     void Masquer();
     void Afficher();
-    // Empties Lst_SectPossibles and Lst_SectSelect, and the codes beside them.
+    // Empties Lst_SectPossibles and Lst_SectSelect; the lists of codes beside them are left alone.
     void ClearListes();
 
   private:

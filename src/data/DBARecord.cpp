@@ -88,10 +88,18 @@ std::string DBARecord::operator()(int a, int v) const {
                                        : std::string();
 }
 
-DBARecord::Whole DBARecord::operator()() { return Whole(*this); }
-DBARecord::Attribute DBARecord::operator()(int a) { return {*this, a}; }
-DBARecord::Value DBARecord::operator()(int a, int v) { return {*this, a, v}; }
-DBARecord::Insertion DBARecord::Insert(int a, int v) { return {*this, a, v}; }
+DBARecord::Whole DBARecord::operator()() {
+    return Whole(*this);
+}
+DBARecord::Attribute DBARecord::operator()(int a) {
+    return {*this, a};
+}
+DBARecord::Value DBARecord::operator()(int a, int v) {
+    return {*this, a, v};
+}
+DBARecord::Insertion DBARecord::Insert(int a, int v) {
+    return {*this, a, v};
+}
 
 void DBARecord::setText(std::string text) {
     text_ = std::move(text);

@@ -155,10 +155,14 @@ class DBARecord::Insertion {
 };
 
 // Comparing without naming a std::string first: `rec(1) == "D"`.
-inline bool operator==(const DBARecord::Whole& a, std::string_view b) { return std::string(a) == b; }
+inline bool operator==(const DBARecord::Whole& a, std::string_view b) {
+    return std::string(a) == b;
+}
 inline bool operator==(const DBARecord::Attribute& a, std::string_view b) {
     return std::string(a) == b;
 }
-inline bool operator==(const DBARecord::Value& a, std::string_view b) { return std::string(a) == b; }
+inline bool operator==(const DBARecord::Value& a, std::string_view b) {
+    return std::string(a) == b;
+}
 
 } // namespace vorandine::data

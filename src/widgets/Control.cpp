@@ -82,7 +82,9 @@ void Container::remove(Control& child) noexcept {
     child.parent_ = nullptr;
 }
 
-bool Container::shows(const Control& /*child*/) const noexcept { return true; }
+bool Container::shows(const Control& /*child*/) const noexcept {
+    return true;
+}
 
 void Container::visit(const std::function<void(Control&)>& visitor) const {
     for (Control* const child : children_) {

@@ -41,7 +41,9 @@ Outcome withFocus(Control& control, bool possible, Work work) {
     });
 }
 
-bool hasLine(const ListBox& list, int line) { return line >= 0 && line < list.ListCount(); }
+bool hasLine(const ListBox& list, int line) {
+    return line >= 0 && line < list.ListCount();
+}
 
 // A press on a list that can be dragged begins a drag; released in the same list, it was a click.
 void pressAndRelease(Control& control, int button) {
@@ -222,8 +224,8 @@ Outcome doubleClickLine(ListBox& list, int line) {
 
 Outcome mark(ListBox& list, const std::vector<int>& lines) {
     const bool possible =
-        list.multiSelect() && std::all_of(lines.begin(), lines.end(),
-                                          [&](int line) { return hasLine(list, line); });
+        list.multiSelect() &&
+        std::all_of(lines.begin(), lines.end(), [&](int line) { return hasLine(list, line); });
     return withFocus(list, possible, [&] {
         for (int line = 0; line < list.ListCount(); ++line)
             if (list.Selected(line))
@@ -246,8 +248,8 @@ Outcome scrollTo(ScrollBar& bar, int value) {
 }
 
 Outcome showTab(TabContainer& tabs, int tab) {
-    const bool possible = tab >= 0 && static_cast<std::size_t>(tab) < tabs.captions().size() &&
-                          tabs.TabEnabled(tab);
+    const bool possible =
+        tab >= 0 && static_cast<std::size_t>(tab) < tabs.captions().size() && tabs.TabEnabled(tab);
     return withFocus(tabs, possible, [&] { tabs.Tab(tab); });
 }
 

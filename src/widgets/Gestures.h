@@ -1,5 +1,6 @@
-// What a user can do: the one way in for every front end. Here, and nowhere else, stand the rules of
-// what can be reached, of the leaving rule, of the focus given back and of the click then dropped.
+// What a user can do: the one way in for every front end. Here, and nowhere else, stand the rules
+// of what can be reached, of the leaving rule, of the focus given back and of the click then
+// dropped.
 #pragma once
 
 #include "widgets/Form.h"

@@ -26,7 +26,9 @@ void ListBox::List(int i, std::string text) {
     line(i).text = std::move(text);
 }
 
-void ListBox::AddItem(std::string text) { AddItem(std::move(text), ListCount()); }
+void ListBox::AddItem(std::string text) {
+    AddItem(std::move(text), ListCount());
+}
 
 void ListBox::AddItem(std::string text, int i) {
     check(i, ListCount());

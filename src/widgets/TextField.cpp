@@ -11,7 +11,9 @@
 
 namespace vorandine::widgets {
 
-std::string TextField::Text() const { return text::Encode(characters_); }
+std::string TextField::Text() const {
+    return text::Encode(characters_);
+}
 
 void TextField::Text(std::string_view text) {
     std::u32string characters = text::Decode(text);
@@ -103,9 +105,8 @@ void ComboBox::AddItem(std::string entry) {
     if (sorted_)
         added.order = text::CollationKey(added.text);
     const auto place =
-        sorted_ ? std::upper_bound(
-                      entries_.begin(), entries_.end(), added,
-                      [](const Entry& a, const Entry& b) { return a.order < b.order; })
+        sorted_ ? std::upper_bound(entries_.begin(), entries_.end(), added,
+                                   [](const Entry& a, const Entry& b) { return a.order < b.order; })
                 : entries_.end();
     entries_.insert(place, std::move(added));
 }
@@ -117,8 +118,8 @@ void ComboBox::Clear() {
 
 std::string ComboBox::List(int i) const {
     if (i < 0)
-        throw Error(errors::OutOfRange, "Choix " + std::to_string(i) + " hors de la liste " +
-                                            Name() + ".");
+        throw Error(errors::OutOfRange,
+                    "Choix " + std::to_string(i) + " hors de la liste " + Name() + ".");
     return i < ListCount() ? entries_[static_cast<std::size_t>(i)].text : std::string();
 }
 
@@ -131,8 +132,8 @@ int ComboBox::ListIndex() const {
 
 void ComboBox::ListIndex(int i) {
     if (i < -1 || i >= ListCount())
-        throw Error(errors::OutOfRange, "Choix " + std::to_string(i) + " hors de la liste " +
-                                            Name() + ".");
+        throw Error(errors::OutOfRange,
+                    "Choix " + std::to_string(i) + " hors de la liste " + Name() + ".");
     const int before = ListIndex();
     TextField::Text(i < 0 ? std::string() : List(i));
     if (i != before && Click)

@@ -1,5 +1,5 @@
-// The outside world of forms and controls: everything that needs a person, a screen or a clock. Each
-// front end implements it once; no other code reads the clock, opens a window or waits.
+// The outside world of forms and controls: everything that needs a person, a screen or a clock.
+// Each front end implements it once; no other code reads the clock, opens a window or waits.
 #pragma once
 
 #include <string>
@@ -26,6 +26,9 @@ struct Date {
     int month = 0;
     int day = 0;
 };
+
+// As dd/mm/yyyy.
+[[nodiscard]] std::string displayed(const Date& date);
 
 class World {
   public:

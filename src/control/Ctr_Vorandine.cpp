@@ -1,0 +1,177 @@
+// The facade: what the control is made of, the start, the end, and one line for each member.
+#include "control/Ctr_Vorandine.h"
+
+#include "control/Dossier.h"
+#include "control/EditLock.h"
+#include "control/Inventory.h"
+#include "control/Screen.h"
+#include "data/Variables.h"
+#include "dif/DetailArea.h"
+#include "experience/Activities.h"
+#include "experience/Availability.h"
+#include "experience/Studies.h"
+#include "text/Error.h"
+#include "trainings/TrainingLines.h"
+#include "trainings/TypingRow.h"
+
+namespace vorandine::control {
+
+namespace {
+constexpr int DifTab = 2;
+constexpr std::int32_t WritingLevel = 2;
+} // namespace
+
+widgets::Control& ControlCollection::operator()(int i) const {
+    if (i < 0 || i >= Count())
+        throw Error(errors::OutOfRange, "Il n'y a pas de contrôle " + std::to_string(i) + ".");
+    return *controls_[static_cast<std::size_t>(i)];
+}
+
+struct Ctr_Vorandine::Parts {
+    Parts(Ctr_Vorandine& control, widgets::World& world, data::DateObject& Conv_Date)
+        : screen(control), lock(screen),
+          studies({screen.Opt_Diplome, screen.Opt_Niveau, screen.Cbo_EtudeAidant,
+                   screen.Txt_AnDipAidant, screen.Txt_SpecialAidant, screen.Txt_ExpProfAidant,
+                   screen.Cbo_Qualif, screen.Cbo_CodFormAidant},
+                  variables, world),
+          trainings({screen.Lst_DatFormAidant, screen.Lst_CodFormAidant, screen.Lst_HhFormAidant,
+                     screen.Lst_ObsFormAidant, screen.Lst_DifFormAidant, screen.Lst_CodeForm,
+                     screen.Bdv_FormAidant},
+                    Conv_Date),
+          typingRow({screen.Txt_DatFormAidant, screen.Cbo_CodFormAidant, screen.Txt_HhFormAidant,
+                     screen.Txt_ObsFormAidant, screen.Cbo_DifFormAidant, screen.Cmd_AjouterForm,
+                     screen.Cmd_SupprimerForm, screen.Cmd_AjouterFormation, screen.Cmd_OKForm,
+                     screen.Cmd_AnnulerForm},
+                    trainings, lock, Conv_Date, world),
+          activities({screen.Lst_SectPossibles, screen.Lst_CodSectPossibles, screen.Lst_SectSelect,
+                      screen.Lst_CodSectSelect, screen.Cmd_Tous, screen.Cmd_SelectSect,
+                      screen.Cmd_SuppSect},
+                     variables, control.W_Params, droitsModule, world),
+          availability({screen.Txt_DatSaisieAidant, screen.Txt_DatDispoAidant,
+                        screen.Txt_DatFinDispoAidant, screen.Ong_Vorandine},
+                       Conv_Date, world),
+          detail({screen.Cdr_DetailDif, screen.Lst_DetailDif, screen.Lst_CodeFormDif,
+                  screen.Txt_DateDif, screen.Txt_DroitDif, screen.Txt_FormDif, screen.Txt_HreDif,
+                  screen.Txt_SoldeDif, screen.Cmd_AjoutDif, screen.Cmd_AnnuleDif,
+                  screen.Cmd_SupprDif, screen.Cmd_OkDif, screen.Cmd_CalculDif},
+                 Conv_Date, world),
+          dossier(screen, {studies, trainings, activities, availability}, variables, control, world,
+                  control.W_Sortir) {
+        screen.Ong_Vorandine.Click = [this](std::int16_t& /*previousTab*/) {
+            if (screen.Ong_Vorandine.Tab() == DifTab)
+                detail.close();
+        };
+    }
+
+    // Reads only: buttons that write are not to be seen.
+    void Appliquer_Droits() {
+        if (droitsModule->Niveau() == WritingLevel)
+            return;
+        for (widgets::CommandButton* const button :
+             {&screen.Cmd_AjouterForm, &screen.Cmd_AjouterFormation, &screen.Cmd_OK,
+              &screen.Cmd_OKForm, &screen.Cmd_SupprimerForm})
+            button->Visible(false);
+    }
+
+    // Any error leaves a dossier that starts empty. Where a record is there but could not be read,
+    // the file refuses to replace it.
+    void openDossier(const std::string& W_Code, const std::string& W_NomPrenom) {
+        try {
+            screen.Etq_CodeAidant.Caption(W_Code);
+            screen.Etq_NomPrenomAidant.Caption(W_NomPrenom);
+            variables.Rec_Dossier = variables.F_FORMVORANDINE->ReadRecord(W_Code);
+            dossier.Afficher_Donnees();
+        } catch (const Error&) {
+            variables.Rec_Dossier = variables.F_FORMVORANDINE->NewRecord(W_Code);
+            activities.Remplir_Secteurs(experience::Activities::Selected);
+            dossier.MAJ_TabDyn();
+        }
+        variables.Rec_Copie() = variables.Rec_Dossier();
+    }
+
+    data::Variables variables;
+    std::shared_ptr<data::DroitsUtilisateur> droitsUtilisateur;
+    std::shared_ptr<data::DroitsModule> droitsModule;
+    Screen screen;
+    EditLock lock;
+    experience::Studies studies;
+    trainings::TrainingLines trainings;
+    trainings::TypingRow typingRow;
+    experience::Activities activities;
+    experience::Availability availability;
+    dif::DetailArea detail;
+    Dossier dossier;
+};
+
+Ctr_Vorandine::Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date)
+    : parts_(std::make_unique<Parts>(*this, world, Conv_Date)) {}
+
+Ctr_Vorandine::~Ctr_Vorandine() {
+    parts_->droitsModule.reset();
+    parts_->droitsUtilisateur.reset();
+    data::Fermer_Fichiers(parts_->variables);
+    if (parent() != nullptr)
+        parent()->remove(*this);
+}
+
+void Ctr_Vorandine::Init() {
+    if (parts_->droitsModule == nullptr || parts_->variables.TheDatabase == nullptr)
+        throw Error(errors::NotReady,
+                    "Le contrôle n'a pas reçu les droits de l'utilisateur et la base de données.");
+    parts_->Appliquer_Droits();
+    data::Ouvrir_Fichiers(parts_->variables);
+    W_Params = data::DBARecord();
+    parts_->variables.Rec_Copie = data::DBARecord();
+    parts_->screen.Ong_Vorandine.Tab(0);
+    parts_->trainings.range(parts_->trainings.count() - 1);
+    parts_->studies.Remplir_Diplome();
+    parts_->activities.Remplir_Secteurs(experience::Activities::Possibles);
+    parts_->openDossier(W_Code, W_NomPrenom);
+}
+
+void Ctr_Vorandine::DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights) {
+    parts_->droitsUtilisateur = rights;
+    parts_->droitsModule = rights->Droits("VORANDINEDROIT");
+}
+
+void Ctr_Vorandine::TheClient(const std::shared_ptr<data::DBAClient>& client) {
+    parts_->variables.TheClient = client;
+}
+
+void Ctr_Vorandine::TheDatabase(const std::shared_ptr<data::DBADatabase>& database) {
+    parts_->variables.TheDatabase = database;
+}
+
+void Ctr_Vorandine::Afficher_DonneesListe() {
+    parts_->typingRow.Afficher_DonneesListe();
+}
+void Ctr_Vorandine::Afficher_Donnees() {
+    parts_->dossier.Afficher_Donnees();
+}
+void Ctr_Vorandine::Ecrire_Donnees() {
+    parts_->dossier.Ecrire_Donnees();
+}
+void Ctr_Vorandine::Effacer_Donnees() {
+    parts_->typingRow.Effacer_Donnees();
+}
+void Ctr_Vorandine::MAJ_TabDyn() {
+    parts_->dossier.MAJ_TabDyn();
+}
+void Ctr_Vorandine::Remplir_Diplome() {
+    parts_->studies.Remplir_Diplome();
+}
+void Ctr_Vorandine::Masquer() {
+    parts_->lock.Masquer();
+}
+void Ctr_Vorandine::Afficher() {
+    parts_->lock.Afficher();
+}
+void Ctr_Vorandine::ClearListes() {
+    parts_->activities.ClearListes();
+}
+
+ControlCollection Ctr_Vorandine::Controls() const {
+    return ControlCollection(parts_->screen.controls);
+}
+
+} // namespace vorandine::control

@@ -1,0 +1,134 @@
+// Filling the two pairs of lists and moving activities between them.
+#include "experience/Activities.h"
+
+#include "experience/ListPairs.h"
+#include "rules/Messages.h"
+
+namespace vorandine::experience {
+
+Activities::Activities(const ActivityWidgets& widgets, data::Variables& variables,
+                       data::DBARecord& W_Params, const std::shared_ptr<data::DroitsModule>& module,
+                       widgets::World& world)
+    : w_(widgets), v_(variables), W_Params_(W_Params), module_(module), world_(world) {
+    const auto select = [this] { Cmd_SelectSect_Click(); };
+    const auto remove = [this] { giveUp(); };
+    w_.Lst_SectPossibles.DblClick = [this] { Lst_SectPossibles_DblClick(); };
+    w_.Cmd_SelectSect.Click = select;
+    w_.Lst_SectSelect.DragDrop = [select](widgets::Control& /*source*/) { select(); };
+    w_.Lst_SectSelect.DblClick = remove;
+    w_.Cmd_SuppSect.Click = remove;
+    w_.Lst_SectPossibles.DragDrop = [remove](widgets::Control& /*source*/) { remove(); };
+    w_.Cmd_Tous.Click = [this] { Cmd_Tous_Click(); };
+    for (widgets::ListBox* const list : {&w_.Lst_SectPossibles, &w_.Lst_SectSelect})
+        list->MouseDown = [list](const widgets::MouseEvent& /*event*/) { list->Drag(); };
+}
+
+void Activities::Remplir_Secteurs(Mode mode) {
+    W_Activites_ = data::select(v_, W_Params_, "SSELECT ACTIVITES PAR 1", "ACTIVITES", "0 1");
+    const int rows = W_Activites_.DCount();
+    for (int i = 1; i <= rows; ++i) {
+        const std::string code = W_Activites_(i, 1);
+        const std::string label = W_Activites_(i, 2);
+        switch (mode) {
+        case Possibles:
+            w_.Lst_SectPossibles.AddItem(label);
+            w_.Lst_CodSectPossibles.AddItem(code);
+            break;
+        case Selected:
+            w_.Lst_SectSelect.AddItem(label);
+            w_.Lst_CodSectSelect.AddItem(code);
+            break;
+        case Copie:
+            v_.Rec_Copie(10, i) = code;
+            break;
+        }
+    }
+}
+
+bool Activities::noneChosen() const {
+    return w_.Lst_CodSectSelect.ListCount() == 0;
+}
+
+bool Activities::allowed(const std::string& code, bool doubleClick) const {
+    return module_->DroitSur(code, doubleClick).value_or(false);
+}
+
+// One line is asked about, every selected line moves.
+void Activities::Lst_SectPossibles_DblClick() {
+    const int line = w_.Lst_SectPossibles.ListIndex();
+    if (line != -1 && allowed(w_.Lst_CodSectPossibles.List(line), true))
+        Transfert_Selection(w_.Lst_SectPossibles, w_.Lst_SectSelect, w_.Lst_CodSectPossibles,
+                            w_.Lst_CodSectSelect);
+}
+
+void Activities::chooseIfAbsent(int i) {
+    const std::string label = w_.Lst_SectPossibles.List(i);
+    if (Present_Liste(label, w_.Lst_SectSelect))
+        return;
+    w_.Lst_SectSelect.AddItem(label);
+    w_.Lst_CodSectSelect.AddItem(w_.Lst_CodSectPossibles.List(i));
+}
+
+void Activities::Cmd_SelectSect_Click() {
+    for (int i = 0; i < w_.Lst_SectPossibles.ListCount(); ++i) {
+        const bool right = allowed(w_.Lst_CodSectPossibles.List(i), false);
+        if (right && w_.Lst_SectPossibles.Selected(i))
+            chooseIfAbsent(i);
+        w_.Lst_SectPossibles.Selected(i, false);
+    }
+}
+
+void Activities::Cmd_Tous_Click() {
+    module_->ListeDroits()->InitialiserListe();
+    const std::shared_ptr<data::ListeDroits> W_Liste = module_->ListeDroits();
+    if (!module_->AccesTotal() || W_Liste->Count() != 0)
+        rules::warn(world_, "Attention : Vous n'avez pas les droits pour accéder à TOUS les "
+                            "secteurs disponibles.\r\nLes secteurs pour lesquels vous n'avez aucun "
+                            "droit seront exclus de la liste");
+    for (int i = 0; i < w_.Lst_CodSectPossibles.ListCount(); ++i)
+        if (allowed(w_.Lst_CodSectPossibles.List(i), false))
+            chooseIfAbsent(i);
+}
+
+void Activities::giveUp() {
+    Retrait_Selection(w_.Lst_SectSelect, w_.Lst_CodSectSelect);
+}
+
+std::string Activities::labelOf(const std::string& code, rules::StatementByStatement& tries) {
+    std::string label;
+    tries([&] {
+        v_.Rec_ACTIVITES = v_.F_ACTIVITES->ReadRecord(code);
+        label = v_.Rec_ACTIVITES(1);
+    });
+    return label.empty() ? code : label;
+}
+
+void Activities::show(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+    if (rec(10).empty()) {
+        tries([&] { Remplir_Secteurs(Selected); });
+        return;
+    }
+    const int codes = rec.DCount(10);
+    for (int i = 1; i <= codes; ++i) {
+        // An empty code would end the list for the next save, and lose the codes after it.
+        const std::string code = rec(10, i);
+        if (code.empty())
+            continue;
+        tries([&] {
+            w_.Lst_SectSelect.AddItem(labelOf(code, tries));
+            w_.Lst_CodSectSelect.AddItem(code);
+        });
+    }
+}
+
+void Activities::compose(data::DBARecord& rec) const {
+    for (int i = 0; !w_.Lst_CodSectSelect.List(i).empty(); ++i)
+        rec(10, i + 1) = w_.Lst_CodSectSelect.List(i);
+}
+
+void Activities::ClearListes() {
+    w_.Lst_SectPossibles.Clear();
+    w_.Lst_SectSelect.Clear();
+}
+
+} // namespace vorandine::experience

@@ -1,0 +1,74 @@
+// The activities that a caregiver may carry out: all on the left, the chosen ones on the right,
+// moved by button, double click or drag as far as the user's rights go.
+#pragma once
+
+#include "data/Rights.h"
+#include "data/Variables.h"
+#include "rules/StatementByStatement.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+#include "widgets/World.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vorandine::experience {
+
+struct ActivityWidgets {
+    widgets::ListBox& Lst_SectPossibles;
+    widgets::ListBox& Lst_CodSectPossibles;
+    widgets::ListBox& Lst_SectSelect;
+    widgets::ListBox& Lst_CodSectSelect;
+    widgets::CommandButton& Cmd_Tous;
+    widgets::CommandButton& Cmd_SelectSect;
+    widgets::CommandButton& Cmd_SuppSect;
+};
+
+// Takes over the events of its widgets. All that is handed over must outlive it; `module` gives the
+// rights of the moment.
+class Activities {
+  public:
+    Activities(const ActivityWidgets& widgets, data::Variables& variables,
+               data::DBARecord& W_Params, const std::shared_ptr<data::DroitsModule>& module,
+               widgets::World& world);
+    Activities(const Activities&) = delete;
+    Activities& operator=(const Activities&) = delete;
+    ~Activities() = default;
+
+    // Where every activity goes, sorted by label.
+    enum Mode : std::int16_t { Possibles = 1, Selected = 2, Copie = 3 };
+    // 1: the list of possible ones. 2: the chosen ones. 3: attribute 10 of Rec_Copie. Adds to what
+    // the lists hold. Rights are not asked. What the database throws goes through.
+    void Remplir_Secteurs(Mode mode);
+
+    [[nodiscard]] bool noneChosen() const;
+
+    // Shows the codes of attribute 10 as chosen; every activity if it is empty. A code without
+    // activity is shown as itself, and kept.
+    void show(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    // Puts the chosen codes into attribute 10 of `rec`, which is empty.
+    void compose(data::DBARecord& rec) const;
+
+    // Empties the two lists of labels; the codes are left alone.
+    void ClearListes();
+
+  private:
+    ActivityWidgets w_;
+    data::Variables& v_;
+    data::DBARecord& W_Params_;
+    const std::shared_ptr<data::DroitsModule>& module_;
+    widgets::World& world_;
+    data::DBARecord W_Activites_;
+
+    void Lst_SectPossibles_DblClick();
+    void Cmd_SelectSect_Click();
+    void Cmd_Tous_Click();
+    void giveUp();
+    [[nodiscard]] bool allowed(const std::string& code, bool doubleClick) const;
+    void chooseIfAbsent(int i);
+    [[nodiscard]] std::string labelOf(const std::string& code, rules::StatementByStatement& tries);
+};
+
+} // namespace vorandine::experience

@@ -1,0 +1,69 @@
+// Showing, checking and composing the dates. Stored dates have eight digits, so that comparing them
+// as texts compares them as numbers, and a missing one comes before all.
+#include "experience/Availability.h"
+
+#include "rules/FieldRules.h"
+#include "rules/Messages.h"
+
+namespace vorandine::experience {
+
+namespace {
+constexpr int DatesTab = 1;
+}
+
+Availability::Availability(const AvailabilityWidgets& widgets, data::DateObject& Conv_Date,
+                           widgets::World& world)
+    : w_(widgets), Conv_Date_(Conv_Date), world_(world) {
+    for (widgets::TextBox* const field :
+         {&w_.Txt_DatSaisieAidant, &w_.Txt_DatDispoAidant, &w_.Txt_DatFinDispoAidant})
+        rules::dateRule(*field, Conv_Date, world,
+                        "La date saisie est invalide, veuillez la saisir à nouveau.");
+}
+
+void Availability::show(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+    tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(11))); });
+    tries([&] { w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(12))); });
+    tries([&] {
+        if (!rec(13).empty())
+            w_.Txt_DatFinDispoAidant.Text(Conv_Date_.Date_Affichee(rec(13)));
+    });
+}
+
+std::string Availability::stored(const widgets::TextBox& field) const {
+    return Conv_Date_.Date_Stockee(field.Text());
+}
+
+void Availability::compose(data::DBARecord& rec) const {
+    rec(11) = stored(w_.Txt_DatSaisieAidant);
+    rec(12) = stored(w_.Txt_DatDispoAidant);
+    rec(13) = w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);
+}
+
+void Availability::fillWithToday() {
+    const std::string today = widgets::displayed(world_.today());
+    for (widgets::TextBox* const field : {&w_.Txt_DatSaisieAidant, &w_.Txt_DatDispoAidant})
+        if (field->empty())
+            field->Text(today);
+}
+
+bool Availability::refuse(const char* message, widgets::TextBox& field) {
+    rules::warn(world_, message);
+    w_.Ong_Vorandine.Tab(DatesTab);
+    field.SetFocus();
+    return false;
+}
+
+bool Availability::check() {
+    if (stored(w_.Txt_DatDispoAidant) < stored(w_.Txt_DatSaisieAidant))
+        return refuse(
+            "La date de saisie du salarié doit être inférieure à la date de disponibilité.",
+            w_.Txt_DatSaisieAidant);
+    if (!w_.Txt_DatFinDispoAidant.empty() &&
+        stored(w_.Txt_DatFinDispoAidant) < stored(w_.Txt_DatDispoAidant))
+        return refuse("La date de début de disponibilité du salarié doit être inférieure à la date "
+                      "de fin de disponibilité.",
+                      w_.Txt_DatDispoAidant);
+    return true;
+}
+
+} // namespace vorandine::experience

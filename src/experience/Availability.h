@@ -1,0 +1,51 @@
+// The three dates of tab 1: date of entry, start and end of availability.
+#pragma once
+
+#include "data/DBARecord.h"
+#include "data/DateObject.h"
+#include "rules/StatementByStatement.h"
+#include "widgets/Form.h"
+#include "widgets/TextField.h"
+#include "widgets/World.h"
+
+#include <string>
+
+namespace vorandine::experience {
+
+struct AvailabilityWidgets {
+    widgets::TextBox& Txt_DatSaisieAidant;
+    widgets::TextBox& Txt_DatDispoAidant;
+    widgets::TextBox& Txt_DatFinDispoAidant;
+    widgets::TabContainer& Ong_Vorandine; // brought to the dates when one is refused
+};
+
+// Gives its fields their rules. All that is handed over must outlive it.
+class Availability {
+  public:
+    Availability(const AvailabilityWidgets& widgets, data::DateObject& Conv_Date,
+                 widgets::World& world);
+    Availability(const Availability&) = delete;
+    Availability& operator=(const Availability&) = delete;
+    ~Availability() = default;
+
+    // Shows attributes 11 to 13 of `rec`.
+    void show(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    // Puts them into `rec`. Without a start there is no end.
+    void compose(data::DBARecord& rec) const;
+
+    // Today stands in for a date of entry or a start that is missing.
+    void fillWithToday();
+    // Whether the dates follow each other. If not, the user has been told, and the focus is on the
+    // date at fault.
+    [[nodiscard]] bool check();
+
+  private:
+    AvailabilityWidgets w_;
+    data::DateObject& Conv_Date_;
+    widgets::World& world_;
+
+    [[nodiscard]] std::string stored(const widgets::TextBox& field) const;
+    [[nodiscard]] bool refuse(const char* message, widgets::TextBox& field);
+};
+
+} // namespace vorandine::experience

@@ -1,0 +1,50 @@
+// What a caregiver brings: studies, seven lines of experience, a qualification. Diploma and
+// qualification must be entries of their tables.
+#pragma once
+
+#include "data/DBARecord.h"
+#include "data/Variables.h"
+#include "rules/StatementByStatement.h"
+#include "widgets/Simple.h"
+#include "widgets/TextField.h"
+#include "widgets/World.h"
+
+#include <array>
+
+namespace vorandine::experience {
+
+struct StudyWidgets {
+    widgets::OptionButton& Opt_Diplome;
+    widgets::OptionButton& Opt_Niveau;
+    widgets::ComboBox& Cbo_EtudeAidant;
+    widgets::TextBox& Txt_AnDipAidant;
+    widgets::TextBox& Txt_SpecialAidant;
+    std::array<widgets::TextBox, 7>& Txt_ExpProfAidant;
+    widgets::ComboBox& Cbo_Qualif;
+    widgets::ComboBox& Cbo_CodFormAidant; // filled with the other tables
+};
+
+// Gives its fields their leaving rules. All that is handed over must outlive it.
+class Studies {
+  public:
+    Studies(const StudyWidgets& widgets, const data::Variables& variables, widgets::World& world);
+    Studies(const Studies&) = delete;
+    Studies& operator=(const Studies&) = delete;
+    ~Studies() = default;
+
+    // Fills the boxes of diplomas, training labels and qualifications from their tables.
+    void Remplir_Diplome();
+
+    // Each shows its attributes of `rec`: 1 to 4; 9; 15.
+    void showStudies(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    void showExperience(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    void showQualification(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    // Puts attributes 1 to 4, 9 and 15 into `rec`, which is empty of them.
+    void compose(data::DBARecord& rec) const;
+
+  private:
+    StudyWidgets w_;
+    const data::Variables& v_;
+};
+
+} // namespace vorandine::experience

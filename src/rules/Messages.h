@@ -1,0 +1,25 @@
+// The message boxes of the control: one title for all.
+#pragma once
+
+#include "widgets/World.h"
+
+#include <string>
+
+namespace vorandine::rules {
+
+inline constexpr const char* MessageTitle = "Message ORMELAINE";
+
+// A warning with an OK button.
+inline void warn(widgets::World& world, const std::string& text,
+                 widgets::Icon icon = widgets::Icon::Warning) {
+    world.messageBox({MessageTitle, text, icon, widgets::Buttons::OK, {}});
+}
+
+// A question with a warning icon, answered by Yes or No. Whether it was Yes.
+[[nodiscard]] inline bool confirm(widgets::World& world, const std::string& text) {
+    return world.messageBox(
+               {MessageTitle, text, widgets::Icon::Warning, widgets::Buttons::YesNo, {}}) ==
+           widgets::Answer::Yes;
+}
+
+} // namespace vorandine::rules

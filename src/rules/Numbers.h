@@ -1,0 +1,28 @@
+// The one fixed form of numbers on screen: blanks, integer text, comma, decimals, so that the
+// commas of a column stand one under the other.
+#pragma once
+
+#include "widgets/TextField.h"
+#include "widgets/World.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vorandine::rules {
+
+// `W_Texte` written with `W_NbDecimales` decimals, after `W_NbEntiers` less the length of its floor
+// blanks: a number of E + 1 + D characters. The floor is what is measured, so -9,50 (floor -10)
+// comes one blank short of -7,50. `W_Signe` adds a blank before a number that is not negative.
+// Throws Error(NotANumber) for what Decimal does not read. A number wider than E gets no blanks.
+[[nodiscard]] std::string Format_Numerique(std::string_view W_Texte, std::int16_t W_NbEntiers,
+                                           std::int16_t W_NbDecimales, bool W_Signe);
+
+// The text that the caller puts in the field `W_Zone`: its number in fixed form. A number too long
+// before or after the comma, and a text that is no number, are refused: message, focus back to the
+// field, and its text is given back as it stands. A minus sign widens `W_NbEntiers` by 1.
+[[nodiscard]] std::string Controle_Numerique(widgets::TextField& W_Zone, std::int16_t& W_NbEntiers,
+                                             const std::int16_t& W_NbDecimales,
+                                             widgets::World& world);
+
+} // namespace vorandine::rules

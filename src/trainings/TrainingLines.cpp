@@ -1,0 +1,158 @@
+// Selection, scrolling, and the way of the lines from the record and back.
+#include "trainings/TrainingLines.h"
+
+#include "rules/Numbers.h"
+#include "text/Characters.h"
+#include "text/Decimal.h"
+#include "trainings/TrainingLabels.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace vorandine::trainings {
+namespace {
+
+// Hours in a record are hundredths.
+constexpr int HundredthsPlaces = 2;
+constexpr int LastLineWithoutBar = 8;
+constexpr std::size_t CodeLength = 3;
+
+std::string shownHours(const std::string& stored) {
+    const std::optional<text::Decimal> hundredths = text::Decimal::parse(stored);
+    return hundredths ? rules::Format_Numerique(hundredths->shifted(-HundredthsPlaces).toText(), 4,
+                                                2, false)
+                      : stored;
+}
+
+std::string storedHours(const std::string& shown) {
+    const std::optional<text::Decimal> hours = text::Decimal::parse(shown);
+    return hours ? hours->shifted(HundredthsPlaces).toText() : shown;
+}
+
+} // namespace
+
+TrainingLines::TrainingLines(const TrainingWidgets& widgets, const data::DateObject& Conv_Date)
+    : w_(widgets), Conv_Date_(Conv_Date), lists_{&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant,
+                                                 &w_.Lst_HhFormAidant,  &w_.Lst_ObsFormAidant,
+                                                 &w_.Lst_DifFormAidant, &w_.Lst_CodeForm} {
+    for (widgets::ListBox* const list :
+         {&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant, &w_.Lst_HhFormAidant})
+        list->Click = [this, list] { select(*list, false); };
+    for (widgets::ListBox* const list : {&w_.Lst_ObsFormAidant, &w_.Lst_DifFormAidant})
+        list->Click = [this, list] { select(*list, true); };
+    w_.Bdv_FormAidant.Change = [this] { scroll(); };
+}
+
+int TrainingLines::count() const {
+    return w_.Lst_CodFormAidant.ListCount();
+}
+
+TrainingLine TrainingLines::line(int i) const {
+    return {w_.Lst_DatFormAidant.List(i), w_.Lst_CodFormAidant.List(i),
+            w_.Lst_CodeForm.List(i),      w_.Lst_HhFormAidant.List(i),
+            w_.Lst_ObsFormAidant.List(i), w_.Lst_DifFormAidant.List(i)};
+}
+
+int TrainingLines::W_LigneForm() const {
+    return w_.Lst_DatFormAidant.ListIndex();
+}
+
+void TrainingLines::deselect() {
+    for (widgets::ListBox* const list :
+         {&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant, &w_.Lst_CodeForm, &w_.Lst_HhFormAidant,
+          &w_.Lst_ObsFormAidant, &w_.Lst_DifFormAidant})
+        list->ListIndex(-1);
+}
+
+void TrainingLines::enable(bool enabled) {
+    for (widgets::ListBox* const list : lists_)
+        if (list != &w_.Lst_CodeForm)
+            list->Enabled(enabled);
+}
+
+void TrainingLines::onOpen(const std::function<void()>& open) {
+    for (widgets::ListBox* const list : lists_)
+        if (list != &w_.Lst_CodeForm)
+            list->DblClick = open;
+}
+
+void TrainingLines::range(int max) {
+    w_.Bdv_FormAidant.Max(max);
+    w_.Bdv_FormAidant.Visible(w_.Bdv_FormAidant.Max() > LastLineWithoutBar);
+}
+
+// One click is spread to the other five lists, whose own clicks must then not move the bar, nor the
+// bar in its turn the selection.
+void TrainingLines::select(const widgets::ListBox& clicked, bool movesBar) {
+    if (spreading_)
+        return;
+    struct Spreading {
+        bool& flag;
+        explicit Spreading(bool& f) : flag(f) { flag = true; }
+        Spreading(const Spreading&) = delete;
+        Spreading& operator=(const Spreading&) = delete;
+        ~Spreading() { flag = false; }
+    } const spreading(spreading_);
+    for (widgets::ListBox* const list : lists_)
+        list->ListIndex(clicked.ListIndex());
+    if (movesBar && clicked.ListIndex() != -1)
+        w_.Bdv_FormAidant.Value(clicked.ListIndex());
+}
+
+// The bar moves the selected line; a range that reaches past the lines does no harm. The first list
+// set spreads its click to the others.
+void TrainingLines::scroll() {
+    const int value = w_.Bdv_FormAidant.Value();
+    if (spreading_ || value >= w_.Lst_DatFormAidant.ListCount())
+        return;
+    for (widgets::ListBox* const list : lists_)
+        list->ListIndex(value);
+}
+
+void TrainingLines::add(const TrainingLine& line) {
+    w_.Lst_DatFormAidant.AddItem(line.date);
+    w_.Lst_CodFormAidant.AddItem(line.label);
+    w_.Lst_CodeForm.AddItem(line.code);
+    w_.Lst_HhFormAidant.AddItem(line.hours);
+    w_.Lst_ObsFormAidant.AddItem(line.observations);
+    w_.Lst_DifFormAidant.AddItem(line.dif);
+}
+
+TrainingLine TrainingLines::read(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
+                                 int i, rules::StatementByStatement& tries) const {
+    TrainingLine line;
+    tries([&] {
+        const std::string stored = rec(5, i);
+        line.date = stored.empty() ? stored : Conv_Date_.Date_Affichee(stored);
+    });
+    line.code = rec(6, i);
+    line.label = labelOf(F_FORMPRO, line.code);
+    tries([&] { line.hours = shownHours(rec(7, i)); });
+    line.observations = rec(8, i);
+    line.dif = rec(14, i) == "1" ? "OUI" : "NON";
+    return line;
+}
+
+void TrainingLines::show(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
+                         rules::StatementByStatement& tries) {
+    const int lines = std::min(rec.DCount(6), widgets::MaxLines - count());
+    for (int i = 1; i <= lines; ++i)
+        tries([&] { add(read(rec, F_FORMPRO, i, tries)); });
+    tries([&] { range(std::min(rec.DCount(5), widgets::MaxLines)); });
+}
+
+void TrainingLines::compose(data::DBARecord& rec) {
+    for (int i = 0; i < count(); ++i) {
+        if (w_.Lst_HhFormAidant.List(i).empty())
+            w_.Lst_HhFormAidant.List(i, "0");
+        const TrainingLine shown = line(i);
+        rec.Insert(5, i + 1) = Conv_Date_.Date_Stockee(shown.date);
+        rec.Insert(6, i + 1) = text::Left(shown.code, CodeLength);
+        rec.Insert(7, i + 1) = storedHours(shown.hours);
+        rec.Insert(8, i + 1) = shown.observations;
+        rec.Insert(14, i + 1) = shown.dif == "NON" ? "0" : "1";
+    }
+}
+
+} // namespace vorandine::trainings

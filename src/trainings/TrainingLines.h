@@ -1,0 +1,82 @@
+// The table of trainings: six list boxes, one a column, kept in step, with one selection and one
+// scroll bar. The lists are the working copy of the training attributes of the caregiver's record.
+#pragma once
+
+#include "data/DBARecord.h"
+#include "data/DateObject.h"
+#include "rules/StatementByStatement.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+
+#include <array>
+#include <functional>
+#include <string>
+
+namespace vorandine::trainings {
+
+// One line as the lists show it.
+struct TrainingLine {
+    std::string date;         // dd/mm/yyyy or ""
+    std::string label;        // of the code, "" if the table of labels does not hold it
+    std::string code;         // 3 characters
+    std::string hours;        // in fixed form, or ""
+    std::string observations; // free text
+    std::string dif;          // "OUI" or "NON"
+};
+
+struct TrainingWidgets {
+    widgets::ListBox& Lst_DatFormAidant;
+    widgets::ListBox& Lst_CodFormAidant;
+    widgets::ListBox& Lst_HhFormAidant;
+    widgets::ListBox& Lst_ObsFormAidant;
+    widgets::ListBox& Lst_DifFormAidant;
+    widgets::ListBox& Lst_CodeForm; // never visible
+    widgets::ScrollBar& Bdv_FormAidant;
+};
+
+// Takes over Click of the lists and Change of the bar. Lines count from 0. The widgets and the date
+// object must outlive it.
+class TrainingLines {
+  public:
+    TrainingLines(const TrainingWidgets& widgets, const data::DateObject& Conv_Date);
+    TrainingLines(const TrainingLines&) = delete;
+    TrainingLines& operator=(const TrainingLines&) = delete;
+    ~TrainingLines() = default;
+
+    [[nodiscard]] int count() const;
+    [[nodiscard]] TrainingLine line(int i) const;
+    // The selected line, the same in all six lists; -1 if none is.
+    [[nodiscard]] int W_LigneForm() const;
+    void deselect();
+
+    // The five lists that are shown: enabled while no line is open.
+    void enable(bool enabled);
+    // A double click on any of them.
+    void onOpen(const std::function<void()>& open);
+
+    // The bar's range, and whether it shows: more than 8.
+    void range(int max);
+
+    // Adds the trainings of `rec` at the end, in stored order, then sets the bar's range. Runs on
+    // after an error: what cannot be read is shown as it is stored, and the lists stay in step.
+    // Lines past what a list can hold are left out.
+    void show(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
+              rules::StatementByStatement& tries);
+    // Puts the lines into attributes 5 to 8 and 14 of `rec`, which are empty. A line without hours
+    // shows "0" from then on. Hours that are no number go back as they were read.
+    void compose(data::DBARecord& rec);
+
+  private:
+    TrainingWidgets w_;
+    const data::DateObject& Conv_Date_;
+    std::array<widgets::ListBox*, 6> lists_; // in the order in which the bar sets them
+    bool spreading_ = false;
+
+    void add(const TrainingLine& line);
+    void select(const widgets::ListBox& clicked, bool movesBar);
+    void scroll();
+    [[nodiscard]] TrainingLine read(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
+                                    int i, rules::StatementByStatement& tries) const;
+};
+
+} // namespace vorandine::trainings

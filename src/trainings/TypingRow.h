@@ -1,0 +1,71 @@
+// The row of fields under the table of trainings, in which one line is typed: its browse, add and
+// modify states, and the lock on the rest of the screen while a line is open.
+#pragma once
+
+#include "trainings/TrainingLines.h"
+#include "widgets/Simple.h"
+#include "widgets/TextField.h"
+#include "widgets/World.h"
+
+#include <cstdint>
+#include <string>
+
+namespace vorandine::trainings {
+
+// What an open line asks of the rest of the screen. The control answers it.
+class ScreenLock {
+  public:
+    ScreenLock() = default;
+    ScreenLock(const ScreenLock&) = delete;
+    ScreenLock& operator=(const ScreenLock&) = delete;
+    virtual ~ScreenLock() = default;
+
+    // Every control of the screen disabled but those of the typing row; and the way back.
+    virtual void Masquer() = 0;
+    virtual void Afficher() = 0;
+    // The tabs beside the trainings closed or open.
+    virtual void openOtherTabs(bool open) = 0;
+};
+
+struct TypingWidgets {
+    widgets::TextBox& Txt_DatFormAidant;
+    widgets::ComboBox& Cbo_CodFormAidant;
+    widgets::TextBox& Txt_HhFormAidant;
+    widgets::TextBox& Txt_ObsFormAidant;
+    widgets::ComboBox& Cbo_DifFormAidant;
+    widgets::CommandButton& Cmd_AjouterForm;
+    widgets::CommandButton& Cmd_SupprimerForm;
+    widgets::CommandButton& Cmd_AjouterFormation;
+    widgets::CommandButton& Cmd_OKForm;
+    widgets::CommandButton& Cmd_AnnulerForm;
+};
+
+// Takes over the events of its fields and buttons and the double clicks of the table. All that is
+// handed over must outlive it.
+class TypingRow {
+  public:
+    TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock,
+              data::DateObject& Conv_Date, widgets::World& world);
+    TypingRow(const TypingRow&) = delete;
+    TypingRow& operator=(const TypingRow&) = delete;
+    ~TypingRow() = default;
+
+    // Opens the selected line; nothing if no line is selected.
+    void Afficher_DonneesListe();
+    // Back to browsing: row empty, no line selected, screen free.
+    void Effacer_Donnees();
+
+  private:
+    TypingWidgets w_;
+    TrainingLines& lines_;
+    ScreenLock& lock_;
+    widgets::World& world_;
+    std::int16_t W_ModeForm_ = 0; // 1 while a new line is being typed
+
+    void Cmd_AjouterForm_Click();
+    void Cmd_AnnulerForm_Click();
+    void enableFields(bool enabled);
+    void enableButtonsOfOpenLine(bool enabled);
+};
+
+} // namespace vorandine::trainings
