@@ -1,0 +1,114 @@
+// A record is built from its JSON form apart and then handed over whole, so that what is refused
+// leaves no half of itself behind.
+#include "apps/host/RecordJson.h"
+
+#include "store/Catalogue.h"
+#include "text/Characters.h"
+#include "text/Error.h"
+
+#include <charconv>
+#include <set>
+#include <vector>
+
+namespace vorandine::host {
+namespace {
+
+using nlohmann::json;
+
+[[noreturn]] void refuse(const std::string& text) {
+    throw Error(errors::TextRefused, text);
+}
+
+// The attribute that a member's name is the number of, in its one form without leading zeros; 0 if
+// it is no number.
+int attributeNumber(const std::string& name) {
+    int number = 0;
+    const char* end = name.data() + name.size();
+    const auto [rest, error] = std::from_chars(name.data(), end, number);
+    if (error != std::errc() || rest != end || number < 1 || number > store::LastAttribute ||
+        std::to_string(number) != name)
+        return 0;
+    return number;
+}
+
+std::string valueOf(const json& value, const std::string& what) {
+    if (!value.is_string())
+        refuse(what + " : chaque valeur doit être un texte entre guillemets.");
+    std::string text = value.get<std::string>();
+    text::RequirePlain(text, what);
+    return text;
+}
+
+void setAttribute(data::DBARecord& record, int attribute, const json& member,
+                  const std::string& what) {
+    if (!member.is_array()) {
+        record(attribute) = valueOf(member, what);
+        return;
+    }
+    for (const json& value : member)
+        record(attribute, -1) = valueOf(value, what);
+}
+
+} // namespace
+
+json parseJson(std::string_view text) {
+    std::vector<std::set<std::string>> open; // names met in each object not yet ended
+    const auto watch = [&open](int, json::parse_event_t event, json& parsed) {
+        if (event == json::parse_event_t::object_start)
+            open.emplace_back();
+        else if (event == json::parse_event_t::object_end)
+            open.pop_back();
+        else if (event == json::parse_event_t::key) {
+            // Names come back in error texts, so they must be fit to be shown.
+            text::RequirePlain(parsed.get_ref<const std::string&>(), "Un nom d'objet JSON");
+            if (!open.back().insert(parsed.get<std::string>()).second)
+                refuse("« " + parsed.get<std::string>() + " » figure deux fois.");
+        }
+        return true;
+    };
+    try {
+        return json::parse(text, watch);
+    } catch (const json::parse_error& error) {
+        const std::string_view before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
+        refuse("JSON incorrect au caractère " + std::to_string(text::Len(before) + 1) + ".");
+    } catch (const json::exception&) {
+        refuse("JSON incorrect : un nombre dépasse les limites.");
+    }
+}
+
+void fill(data::DBARecord& record, const json& object,
+          const std::function<int(const std::string&)>& attributeByName) {
+    if (!object.is_object())
+        refuse("La fiche doit être un objet JSON, de numéros d'attribut vers leurs valeurs.");
+    data::DBARecord built;
+    std::set<int> named;
+    for (const auto& [name, member] : object.items()) {
+        const std::string what = "L'attribut « " + name + " »";
+        int attribute = attributeNumber(name);
+        if (attribute == 0)
+            attribute = attributeByName(name);
+        if (attribute < 1)
+            refuse(what + " est inconnu.");
+        if (!named.insert(attribute).second)
+            refuse(what + " figure deux fois, par son numéro et par son nom.");
+        setAttribute(built, attribute, member, what);
+    }
+    record() = std::as_const(built)();
+}
+
+nlohmann::ordered_json toJson(const data::DBARecord& record) {
+    nlohmann::ordered_json object = nlohmann::ordered_json::object();
+    for (int attribute = 1; attribute <= record.DCount(); ++attribute) {
+        const int count = record.DCount(attribute);
+        if (count == 1)
+            object[std::to_string(attribute)] = record(attribute);
+        if (count < 2)
+            continue;
+        auto& values = object[std::to_string(attribute)] = nlohmann::ordered_json::array();
+        for (int v = 1; v <= count; ++v)
+            values.push_back(record(attribute, v));
+    }
+    return object;
+}
+
+} // namespace vorandine::host

@@ -1,0 +1,34 @@
+// The date object of this system: reads what people type, keeps yyyymmdd, shows dd/mm/yyyy.
+// Gregorian calendar, years 1000 to 9999.
+#pragma once
+
+#include "data/DateObject.h"
+#include "widgets/World.h"
+
+#include <functional>
+#include <string>
+
+namespace vorandine::components {
+
+class DateConverter : public data::DateObject {
+  public:
+    // `today` is asked whenever a typed date leaves its century or its year open. Must not be
+    // empty; what it throws goes through Saisie_Date.
+    explicit DateConverter(std::function<widgets::Date()> today);
+
+    // Reads d/m/yy, d/m/yyyy, ddmmyy, ddmmyyyy and d/m (of the current year), day and month between
+    // slashes with one or two digits, blanks around ignored, and gives dd/mm/yyyy. Two-digit years
+    // fall from 80 years before the current one to 19 years after it. A text that is no date is
+    // given back exactly as it stands.
+    [[nodiscard]] std::string Saisie_Date(const std::string& text, std::int16_t& option) override;
+    // Never: a text that is no date is left to the message of its field.
+    [[nodiscard]] bool Erreur_Date() const override { return false; }
+    // Takes d/m/yyyy, day and month with one or two digits and the year with four, nothing around.
+    [[nodiscard]] std::string Date_Stockee(const std::string& text) const override;
+    [[nodiscard]] std::string Date_Affichee(const std::string& stored) const override;
+
+  private:
+    std::function<widgets::Date()> today_;
+};
+
+} // namespace vorandine::components

@@ -1,0 +1,277 @@
+// What requests select and in which order: chosen cases, then random records and requests against
+// an evaluator that splits every record and takes no short cut.
+#include "store/Selection.h"
+
+#include "store/Catalogue.h"
+#include "store/Comparison.h"
+#include "store/MemoryEngine.h"
+#include "store/RecordText.h"
+#include "store/Store.h"
+#include "store_support.h"
+#include "text/Collation.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+#include <random>
+
+namespace vorandine::store {
+namespace {
+
+using Marks = std::map<std::string, std::string>; // key to record, "|" and "/" for the separators
+
+std::string withMarks(std::string text) {
+    std::replace(text.begin(), text.end(), '|', data::AttributeMark);
+    std::replace(text.begin(), text.end(), '/', data::ValueMark);
+    return text;
+}
+
+std::string readable(std::string text) {
+    std::replace(text.begin(), text.end(), data::AttributeMark, '|');
+    std::replace(text.begin(), text.end(), data::ValueMark, '/');
+    std::replace(text.begin(), text.end(), data::SubvalueMark, ';');
+    return text;
+}
+
+class StoreSelection : public testing::Test {
+  protected:
+    std::shared_ptr<MemoryEngine> engine = std::make_shared<MemoryEngine>();
+    Store store{engine};
+
+    void fill(const std::string& file, const Marks& records) {
+        for (const auto& [key, record] : records)
+            engine->file(file)->write(key, withMarks(record));
+    }
+
+    // Rows with "|" between, values with "/", values within an attribute with ";".
+    std::string rows(const std::string& query, const std::string& wanted = "0") {
+        const std::string file = query.substr(0, query.find(' '));
+        return readable(std::as_const(*std::make_unique<data::DBARecord>(
+            store.Select(store_test::request("SSELECT " + query, file, wanted))))());
+    }
+};
+
+TEST_F(StoreSelection, ConditionsLookAtEveryValueOfAnAttribute) {
+    fill("TABLES", {{"a", "x/y|1"}, {"b", "|2"}, {"c", "y|10"}, {"d", "x/|"}, {"e", "yz"}});
+    EXPECT_EQ(rows("TABLES AVEC 1 = \"y\""), "a|c");
+    EXPECT_EQ(rows("TABLES AVEC 1 <> \"y\""), "a|b|d|e");
+    EXPECT_EQ(rows("TABLES AVEC 1 = \"\""), "b|d");
+    EXPECT_EQ(rows("TABLES AVEC 1 = \"y]\""), "a|c|e");
+    EXPECT_EQ(rows("TABLES AVEC 1 <> \"y]\""), "a|b|d");
+    EXPECT_EQ(rows("TABLES AVEC 1 = \"]\""), "a|b|c|d|e");
+    EXPECT_EQ(rows("TABLES AVEC 2 >= \"2\""), "b|c");
+    EXPECT_EQ(rows("TABLES AVEC 2 <= \"2\""), "a|b|d|e");
+    EXPECT_EQ(rows("TABLES AVEC 2 >= \"5\" OR = \"\" OR = \"1\""), "a|c|d|e");
+    EXPECT_EQ(rows("TABLES AVEC 1 = \"y]\" AND AVEC 2 = \"\""), "e");
+    EXPECT_EQ(rows("TABLES AVEC 70 = \"\" AND AVEC 0 = \"c\""), "c");
+}
+
+TEST_F(StoreSelection, OrderOfValues) {
+    const auto order = [](std::string_view a, std::string_view b) {
+        const auto there = compareValues(a, b);
+        EXPECT_EQ(compareValues(b, a), 0 <=> there) << a << " " << b;
+        return there < 0 ? '<' : there > 0 ? '>' : '=';
+    };
+    EXPECT_EQ(order("9", "10"), '<');
+    EXPECT_EQ(order("-10", "-9"), '<');
+    EXPECT_EQ(order("-1", "0"), '<');
+    EXPECT_EQ(order("-0", "00"), '=');
+    EXPECT_EQ(order("007", "7"), '=');
+    EXPECT_EQ(order("99999999999999999999999", "100000000000000000000000"), '<');
+    EXPECT_EQ(order("9", "10a"), '>'); // as texts
+    EXPECT_EQ(order("1,5", "1"), '>');
+    EXPECT_EQ(order("-", "1"), '<');
+    EXPECT_EQ(order("", "-99"), '<');
+    EXPECT_EQ(order("", " "), '<');
+    EXPECT_EQ(order("", ""), '=');
+    EXPECT_EQ(order("z", "é"), '<');
+}
+
+TEST_F(StoreSelection, KeysAreSelectedByRange) {
+    const auto range = [](const std::string& conditions) {
+        const KeyRange keys = keyRange(
+            parseRequest(store_test::request("SSELECT TABLES AVEC " + conditions, "TABLES", "0")));
+        return keys.from + ".." + keys.to.value_or("*");
+    };
+    EXPECT_EQ(range("1 = \"a\""), "..*");
+    EXPECT_EQ(range("0 = \"A1]\""), "A1..A2");
+    EXPECT_EQ(range("0 = \"é]\""), "é..ê");
+    EXPECT_EQ(range("0 = \"]\""), "..*");
+    EXPECT_EQ(range("0 = \"A1\""), std::string("A1..A1\0", 7));
+    EXPECT_EQ(range("0 <> \"A1]\""), "..*");
+    EXPECT_EQ(range("0 >= \"A1\""), "..*");
+    EXPECT_EQ(range("0 = \"B]\" OR = \"A]\""), "A..C");
+    EXPECT_EQ(range("0 >= \"B\" OR = \"A]\""), "..*");
+    EXPECT_EQ(range("1 = \"\" AND AVEC 0 = \"A]\" AND AVEC 0 = \"AB]\""), "AB..AC");
+    Request last;
+    last.conditions = {{0, {{Operator::Equal, "A\xFF\xFF", true}}}};
+    EXPECT_EQ(*keyRange(last).to, "B");
+}
+
+TEST_F(StoreSelection, SortsInFrenchWithTheEmptyFirstAndKeysLast) {
+    fill("ACTIVITES", {{"1", "Côté"},
+                       {"2", "cote"},
+                       {"3", ""},
+                       {"4", "côte"},
+                       {"5", "Été"},
+                       {"6", "étage"},
+                       {"7", "cote"},
+                       {"8", "Zoo"},
+                       {"9", "10"},
+                       {"A", "9"}});
+    EXPECT_EQ(rows("ACTIVITES PAR 1"), "3|9|A|2|7|4|1|6|5|8");
+    fill("CONTRAT", {{"1", "||b|DUPONT|Paul|||2"},
+                     {"2", "||b|DUPONT|Anne|||3"},
+                     {"3", "||a|DUPONT|Paul"},
+                     {"4", "||b|DUPONT|Paul|||1"},
+                     {"5", "||z|DUPON|Zoé"}});
+    EXPECT_EQ(rows("CONTRAT PAR NomAideContrat PAR PrenomAideContrat PAR 3 PAR 8"), "5|2|3|4|1");
+}
+
+TEST_F(StoreSelection, ResultHasARowForEachRecordAndAValueForEachAttribute) {
+    fill("TABLES", {{"a", "x/y||z"}, {"b", ""}, {"c", "||/"}});
+    EXPECT_EQ(rows("TABLES", "0 1 2 3"), "a/x;y//z|b///|c///;");
+    const auto result = [&](const std::string& query, const std::string& wanted) {
+        return store.Select(store_test::request(query, "TABLES", wanted));
+    };
+    EXPECT_EQ(result("SSELECT TABLES", "2").DCount(), 3);
+    EXPECT_EQ(result("SSELECT TABLES PAR 2", "2").DCount(), 3);
+    EXPECT_EQ(result("SSELECT TABLES AVEC 0 = \"b\"", "1").DCount(), 1);
+    EXPECT_EQ(result("SSELECT TABLES AVEC 0 = \"q\"", "1").DCount(), 0);
+    EXPECT_EQ(
+        std::as_const(*std::make_unique<data::DBARecord>(result("SSELECT TABLES", "0 1")))(1, 2),
+        std::string("x") + data::SubvalueMark + "y");
+}
+
+TEST_F(StoreSelection, RefusesUnknownFilesAndDamagedRecords) {
+    EXPECT_EQ(store_test::raisedBy([&] { (void)rows("PERSONNE"); }).number, errors::FileUnknown);
+    engine->file("TABLES")->write("a", "x\xFE\xFC");
+    EXPECT_EQ(rows("TABLES", "0 1"), "a/x");
+    EXPECT_EQ(store_test::raisedBy([&] { (void)rows("TABLES", "2"); }).number, errors::Damaged);
+}
+
+// Against text split in full: attributes of all sizes around the blocks that separators are
+// counted in, and what lies past the end.
+TEST_F(StoreSelection, AttributesAreFoundWhereTheyStand) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<std::string> attributes(random() % 90);
+        std::string record;
+        for (std::string& attribute : attributes) {
+            attribute.assign(random() % (round % 3 == 0 ? 2 : 40), 'x');
+            record += attribute + data::AttributeMark;
+        }
+        if (!record.empty())
+            record.pop_back();
+        EXPECT_EQ(attributeText(record, 0), "");
+        for (std::size_t a = 1; a < 95; ++a)
+            ASSERT_EQ(attributeText(record, static_cast<int>(a)),
+                      a <= attributes.size() ? attributes[a - 1] : "");
+    }
+}
+
+// --- random requests against an evaluator without short cuts ---
+
+std::vector<std::string> split(const std::string& text, char mark) {
+    std::vector<std::string> parts(1);
+    for (const char c : text) {
+        if (c == mark)
+            parts.emplace_back();
+        else
+            parts.back().push_back(c);
+    }
+    return parts;
+}
+
+std::string attributeOf(const std::string& key, const std::string& record, int attribute) {
+    if (attribute == 0)
+        return key;
+    const auto parts = split(record, '|');
+    const auto at = static_cast<std::size_t>(attribute) - 1;
+    return at < parts.size() ? parts[at] : "";
+}
+
+bool isInteger(const std::string& text) {
+    const std::string digits = text.substr(text.starts_with('-') ? 1 : 0);
+    return !digits.empty() && digits.find_first_not_of("0123456789") == std::string::npos;
+}
+
+bool naive(const std::string& value, const Alternative& one) {
+    if (one.op == Operator::Equal || one.op == Operator::NotEqual) {
+        const std::string left = one.beginsWith ? value.substr(0, one.value.size()) : value;
+        return (left == one.value) == (one.op == Operator::Equal);
+    }
+    const bool least = one.op == Operator::AtLeast;
+    if (isInteger(value) && isInteger(one.value))
+        return least ? std::stoll(value) >= std::stoll(one.value)
+                     : std::stoll(value) <= std::stoll(one.value);
+    return least ? value >= one.value : value <= one.value;
+}
+
+std::string naiveRows(const Marks& records, const Request& request) {
+    std::vector<std::pair<std::vector<std::string>, std::string>> found;
+    for (const auto& [key, record] : records) {
+        bool all = true;
+        for (const Condition& condition : request.conditions) {
+            bool any = false;
+            for (const std::string& value :
+                 split(attributeOf(key, record, condition.attribute), '/'))
+                for (const Alternative& one : condition.alternatives)
+                    any = any || naive(value, one);
+            all = all && any;
+        }
+        if (!all)
+            continue;
+        std::vector<std::string> order;
+        for (const int attribute : request.order)
+            order.push_back(text::CollationKey(withMarks(attributeOf(key, record, attribute))));
+        order.push_back(key);
+        found.emplace_back(order, key);
+    }
+    std::sort(found.begin(), found.end());
+    std::string rows;
+    for (const auto& [order, key] : found)
+        rows += (rows.empty() ? "" : "|") + key;
+    return rows;
+}
+
+TEST_F(StoreSelection, AgreesWithTheNaiveEvaluator) {
+    std::mt19937 random(20260101);
+    const auto pick = [&](const std::vector<std::string>& texts) {
+        return texts[random() % texts.size()];
+    };
+    const std::vector<std::string> values{"", "", "1", "02", "10", "-3", "a", "A", "é", "eb", "ab"};
+    Marks records;
+    for (int i = 0; i < 60; ++i) {
+        std::string record;
+        for (int a = 0; a < 3; ++a)
+            record += pick(values) + (random() % 4 == 0 ? "/" + pick(values) : "") + "|";
+        record.pop_back();
+        records[pick({"a", "b", "é", "ab"}) + pick(values) + pick(values)] = record;
+    }
+    fill("TABLES", records);
+    int selected = 0;
+    for (int round = 0; round < 2000; ++round) {
+        std::string query = "TABLES";
+        for (unsigned c = random() % 4, i = 0; i < c; ++i) {
+            query += i == 0 ? " AVEC " : " AND AVEC ";
+            const std::string op = pick({"=", "=", "<>", ">=", "<="});
+            const bool begins = op.size() == 1 && random() % 2 == 0;
+            query += pick({"0", "0", "1", "2", "3"}) + " " + op + " \"" + pick(values) +
+                     (begins ? "]\"" : "\"");
+            if (random() % 3 == 0)
+                query += " OR = \"" + pick(values) + pick({"]\"", "\""});
+        }
+        for (unsigned s = random() % 3; s > 0; --s)
+            query += " PAR " + pick({"0", "1", "2"});
+        const Request request =
+            parseRequest(store_test::request("SSELECT " + query, "TABLES", "0"));
+        const std::string expected = naiveRows(records, request);
+        ASSERT_EQ(rows(query), expected) << query;
+        selected += expected.empty() ? 0 : 1;
+    }
+    EXPECT_GT(selected, 500);
+}
+
+} // namespace
+} // namespace vorandine::store

@@ -1,0 +1,60 @@
+// What the tests of the store share: requests without their separators, files in a folder of their
+// own, and the number and text of an expected Error.
+#pragma once
+
+#include "data/DBARecord.h"
+#include "store/Engine.h"
+#include "text/Error.h"
+
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <string>
+
+namespace store_test {
+
+// The whole text of a request record.
+inline std::string request(const std::string& query, const std::string& file,
+                           const std::string& wanted) {
+    return query + vorandine::data::AttributeMark + file + vorandine::data::AttributeMark + wanted;
+}
+
+struct Raised {
+    std::uint32_t number = 0; // 0: nothing was thrown
+    std::string text;
+};
+
+inline Raised raisedBy(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const vorandine::Error& error) {
+        return {error.number(), error.what()};
+    }
+    return {};
+}
+
+// A folder that goes with all it holds.
+class Folder {
+  public:
+    Folder() {
+        std::random_device random;
+        do
+            path_ = std::filesystem::temp_directory_path() /
+                    ("vorandine-test-" + std::to_string(random()));
+        while (!std::filesystem::create_directory(path_));
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    [[nodiscard]] std::string operator/(const std::string& name) const { return path_ / name; }
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+} // namespace store_test
