@@ -114,8 +114,13 @@ void DBARecord::setAttribute(int a, std::string text) {
 
 void DBARecord::setValue(int a, int v, std::string value) {
     refuseMarks(value, false);
-    ValueList& values = reach(a);
-    values.set(v == -1 ? values.size() : position(v, "de valeur"), std::move(value));
+    if (v == -1) {
+        ValueList& values = reach(a);
+        values.set(values.size(), std::move(value));
+    } else {
+        const std::size_t at = position(v, "de valeur");
+        reach(a).set(at, std::move(value));
+    }
 }
 
 void DBARecord::insertValue(int a, int v, std::string value) {

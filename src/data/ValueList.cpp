@@ -66,20 +66,22 @@ void ValueList::moveGap(std::size_t to) {
         slots_[gapBegin_++] = std::move(slots_[gapEnd_++]);
 }
 
-// Makes room for one value before position i, which is at most count().
-void ValueList::open(std::size_t i) {
+// Makes room for `many` empty values before position i, which is at most count().
+void ValueList::open(std::size_t i, std::size_t many) {
     moveGap(i);
-    if (gapBegin_ == gapEnd_) {
+    if (gapEnd_ - gapBegin_ < many) {
         // A new row of slots half as long again, filled from both ends towards the gap.
-        std::vector<std::string> wider(slots_.size() + slots_.size() / 2 + 4);
+        std::vector<std::string> wider(count() + count() / 2 + many + 3);
         const std::size_t behind = slots_.size() - gapEnd_;
         const auto gap = slots_.begin() + static_cast<std::ptrdiff_t>(gapBegin_);
         std::move(slots_.begin(), gap, wider.begin());
-        std::move(gap, slots_.end(), wider.end() - static_cast<std::ptrdiff_t>(behind));
+        std::move(slots_.begin() + static_cast<std::ptrdiff_t>(gapEnd_), slots_.end(),
+                  wider.end() - static_cast<std::ptrdiff_t>(behind));
         gapEnd_ = wider.size() - behind;
         slots_ = std::move(wider);
     }
-    ++gapBegin_;
+    for (const std::size_t end = gapBegin_ + many; gapBegin_ < end; ++gapBegin_)
+        slots_[gapBegin_].clear();
 }
 
 void ValueList::set(std::size_t i, std::string value) {
@@ -93,11 +95,9 @@ void ValueList::set(std::size_t i, std::string value) {
 
 void ValueList::insert(std::size_t i, std::string value) {
     split();
-    while (count() < i) {
-        open(count());
-        slots_[gapBegin_ - 1].clear();
-    }
-    open(i);
+    // All that is missing before it comes at once, so that a failure leaves nothing behind.
+    const std::size_t missing = i > count() ? i - count() : 0;
+    open(i - missing, missing + 1);
     slots_[gapBegin_ - 1] = std::move(value);
 }
 

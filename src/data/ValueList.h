@@ -46,7 +46,7 @@ class ValueList {
         return slots_[i < gapBegin_ ? i : i + (gapEnd_ - gapBegin_)];
     }
     void moveGap(std::size_t to);
-    void open(std::size_t i);
+    void open(std::size_t i, std::size_t many);
 };
 
 } // namespace vorandine::data

@@ -34,7 +34,9 @@ constexpr std::array<CatalogueFile, 11> Files{{
 
 } // namespace
 
-std::span<const CatalogueFile> catalogue() noexcept { return Files; }
+std::span<const CatalogueFile> catalogue() noexcept {
+    return Files;
+}
 
 std::optional<int> dictionaryAttribute(std::string_view file, std::string_view name) noexcept {
     for (const CatalogueFile& known : Files) {

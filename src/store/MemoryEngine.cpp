@@ -22,12 +22,13 @@ class MemoryEngine::File : public EngineFile {
     void write(std::string_view key, std::string_view record) override {
         std::string copy(record);
         const auto at = records_.find(key);
+        Undo* const step = remember(key);
         if (at == records_.end()) {
-            remember(key, std::nullopt);
             records_.emplace(key, std::move(copy));
         } else {
-            remember(key, at->second);
-            at->second = std::move(copy);
+            std::swap(at->second, copy);
+            if (step != nullptr)
+                step->replaced = std::move(copy);
         }
     }
 
@@ -35,8 +36,10 @@ class MemoryEngine::File : public EngineFile {
         const auto at = records_.find(key);
         if (at == records_.end())
             return false;
-        remember(key, at->second);
-        records_.erase(at);
+        Undo* const step = remember(key);
+        Records::node_type node = records_.extract(at);
+        if (step != nullptr)
+            step->erased = std::move(node);
         return true;
     }
 
@@ -53,9 +56,12 @@ class MemoryEngine::File : public EngineFile {
     MemoryEngine& engine_;
     Records records_;
 
-    void remember(std::string_view key, std::optional<std::string> record) {
-        if (engine_.transaction_)
-            engine_.journal_.push_back({&records_, std::string(key), std::move(record)});
+    // A step of the running transaction; null outside one.
+    Undo* remember(std::string_view key) {
+        if (!engine_.transaction_)
+            return nullptr;
+        engine_.journal_.push_back({&records_, std::string(key), std::nullopt, {}});
+        return &engine_.journal_.back();
     }
 };
 
@@ -63,6 +69,8 @@ MemoryEngine::MemoryEngine() {
     for (const CatalogueFile& known : catalogue())
         files_.emplace(known.name, std::make_unique<File>(*this));
 }
+
+MemoryEngine::~MemoryEngine() = default;
 
 EngineFile* MemoryEngine::file(const std::string& name) {
     const auto at = files_.find(name);
@@ -84,7 +92,7 @@ void MemoryEngine::atomically(const std::function<void()>& work) {
     try {
         work();
     } catch (...) {
-        undo();
+        rollBack();
         throw;
     }
     journal_.clear();
@@ -92,14 +100,16 @@ void MemoryEngine::atomically(const std::function<void()>& work) {
 }
 
 // Backwards, so that a key written twice gets its oldest record back.
-void MemoryEngine::undo() noexcept {
+void MemoryEngine::rollBack() noexcept {
     transaction_ = false;
     for (; !journal_.empty(); journal_.pop_back()) {
-        Before& before = journal_.back();
-        if (before.record)
-            (*before.records)[before.key] = std::move(*before.record);
+        Undo& step = journal_.back();
+        if (!step.erased.empty())
+            step.records->insert(std::move(step.erased));
+        else if (step.replaced)
+            step.records->find(step.key)->second = std::move(*step.replaced);
         else
-            before.records->erase(before.key);
+            step.records->erase(step.key);
     }
 }
 

@@ -11,6 +11,7 @@ class MemoryEngine : public Engine {
   public:
     // With all files of the catalogue, empty.
     MemoryEngine();
+    ~MemoryEngine() override;
 
     [[nodiscard]] EngineFile* file(const std::string& name) override;
     [[nodiscard]] std::vector<std::string> files() override;
@@ -20,20 +21,22 @@ class MemoryEngine : public Engine {
     // std::string compares bytes as unsigned: the binary order that engines promise.
     using Records = std::map<std::string, std::string, std::less<>>;
 
-    // What a key held before a write of the running transaction.
-    struct Before {
+    // What undoes one step of the running transaction, without needing memory to do so: the record
+    // that was replaced, the node that was erased, or neither where the key was new.
+    struct Undo {
         Records* records;
         std::string key;
-        std::optional<std::string> record;
+        std::optional<std::string> replaced;
+        Records::node_type erased;
     };
 
     class File;
 
     std::map<std::string, std::unique_ptr<File>> files_;
-    std::vector<Before> journal_;
+    std::vector<Undo> journal_;
     bool transaction_ = false;
 
-    void undo() noexcept;
+    void rollBack() noexcept;
 };
 
 } // namespace vorandine::store

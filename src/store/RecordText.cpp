@@ -1,27 +1,85 @@
-// Separators are counted block by block, in loops of fixed length that compilers turn into vector
-// instructions: a request may look at the end of a million records.
+// A request may look at the end of a million records: separators are counted in blocks of fixed
+// length, which compilers turn into vector instructions, and found within the last block without a
+// branch for each byte.
 #include "store/RecordText.h"
 
 #include "data/DBARecord.h"
 #include "text/Characters.h"
 
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace vorandine::store {
 namespace {
 
+constexpr std::size_t Block = 64;
+constexpr std::size_t Word = sizeof(std::uint64_t);
+constexpr std::uint64_t EachByte = 0x0101010101010101U;
+
+std::size_t bytesFrom(const char* at, const char* end) noexcept {
+    return static_cast<std::size_t>(end - at);
+}
+
 // Passes over whole blocks as long as they hold fewer marks than are still to be passed.
-template <std::size_t Block>
 void passBlocks(const char*& at, const char* end, std::size_t& marks) noexcept {
-    static_assert(Block <= 255, "the count of one block must fit a byte");
-    while (static_cast<std::size_t>(end - at) >= Block) {
-        unsigned char count = 0;
+    while (bytesFrom(at, end) >= Block) {
+        unsigned char count = 0; // one byte, so that a vector holds as many as it can
         for (std::size_t i = 0; i < Block; ++i)
             count = static_cast<unsigned char>(count + (at[i] == data::AttributeMark ? 1 : 0));
         if (count >= marks)
             return;
         marks -= count;
+        at += Block;
+    }
+}
+
+// The marks among eight bytes: the top bit of each byte that is one.
+std::uint64_t marksOfWord(const char* at) noexcept {
+    constexpr std::uint64_t Low = 0x7F * EachByte;
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, Word);
+    word ^= static_cast<unsigned char>(data::AttributeMark) * EachByte; // a mark becomes zero
+    return ~(((word & Low) + Low) | word | Low);
+}
+
+// Goes on from the block that holds the last mark to pass, to behind that mark; null if the text
+// ends before.
+const char* passMarks(const char* at, const char* end, std::size_t marks) noexcept {
+    if constexpr (std::endian::native == std::endian::little) {
+        for (; bytesFrom(at, end) >= Word; at += Word) {
+            std::uint64_t found = marksOfWord(at);
+            const std::size_t count = ((found >> 7U) * EachByte) >> 56U;
+            if (count < marks) {
+                marks -= count;
+                continue;
+            }
+            for (; marks > 1; --marks)
+                found &= found - 1;
+            return at + std::countr_zero(found) / 8 + 1;
+        }
+    }
+    for (; at < end; ++at)
+        if (*at == data::AttributeMark && --marks == 0)
+            return at + 1;
+    return nullptr;
+}
+
+// What needs no decoding: printable ASCII and separators. Signed bytes: ASCII is 0 to 127.
+bool simple(char c) noexcept {
+    const auto byte = static_cast<signed char>(c);
+    return (byte >= 0x20 && byte < 0x7F) || c == data::AttributeMark || c == data::ValueMark;
+}
+
+// Passes over whole blocks of simple characters.
+void passSimple(const char*& at, const char* end) noexcept {
+    while (bytesFrom(at, end) >= Block) {
+        unsigned char others = 0;
+        for (std::size_t i = 0; i < Block; ++i)
+            others |= simple(at[i]) ? 0 : 1;
+        if (others != 0)
+            return;
         at += Block;
     }
 }
@@ -33,34 +91,30 @@ std::string_view attributeText(std::string_view record, int number) noexcept {
         return {};
     const char* at = record.data();
     const char* const end = at + record.size();
-    auto marks = static_cast<std::size_t>(number) - 1;
-    passBlocks<64>(at, end, marks);
-    passBlocks<16>(at, end, marks);
-    for (; marks > 0; ++at) {
-        if (at == end)
-            return {};
-        if (*at == data::AttributeMark)
-            --marks;
+    if (auto marks = static_cast<std::size_t>(number) - 1; marks > 0) {
+        passBlocks(at, end, marks);
+        at = passMarks(at, end, marks);
     }
-    const auto rest = static_cast<std::size_t>(end - at);
-    if (rest == 0)
+    if (at == nullptr || at == end)
         return {};
+    const std::size_t rest = bytesFrom(at, end);
     const void* const mark = std::memchr(at, data::AttributeMark, rest);
-    return {at, mark == nullptr ? rest
-                                : static_cast<std::size_t>(static_cast<const char*>(mark) - at)};
+    return {at, mark == nullptr ? rest : bytesFrom(at, static_cast<const char*>(mark))};
 }
 
 bool isPlainRecord(std::string_view record) noexcept {
-    const auto ends = [&](std::size_t at) {
-        return record[at] == data::AttributeMark || record[at] == data::ValueMark;
-    };
-    for (std::size_t from = 0; from < record.size();) {
-        std::size_t to = from;
-        while (to < record.size() && !ends(to))
-            ++to;
-        if (!text::IsPlain(record.substr(from, to - from)))
+    const char* at = record.data();
+    const char* const end = at + record.size();
+    while (at != end) {
+        passSimple(at, end);
+        while (at != end && simple(*at))
+            ++at;
+        // Separators and ASCII end a character, so that what lies between stands alone.
+        const char* const from = at;
+        while (at != end && !simple(*at))
+            ++at;
+        if (!text::IsPlain({from, bytesFrom(from, at)}))
             return false;
-        from = to + 1;
     }
     return true;
 }

@@ -171,9 +171,9 @@ void RequirePlain(std::string_view text, std::string_view what) {
         utf8 = step.valid;
         at += step.bytes;
     }
-    throw Error(errors::TextRefused, std::string(what) + " est refusé : le texte " +
-                                         (utf8 ? "contient un caractère de contrôle."
-                                               : "n'est pas codé en UTF-8."));
+    throw Error(errors::TextRefused,
+                std::string(what) + " est refusé : le texte " +
+                    (utf8 ? "contient un caractère de contrôle." : "n'est pas codé en UTF-8."));
 }
 
 } // namespace vorandine::text

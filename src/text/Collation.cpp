@@ -4,6 +4,7 @@
 
 #include "text/Characters.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -16,15 +17,14 @@ using namespace std::string_view_literals;
 // Ligatures are told apart in `foldLatin`.
 constexpr std::string_view BaseOfLatin1 = "aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0\0"
                                           "aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0y"sv;
-constexpr std::string_view BaseOfExtendedA =
-    "aaaaaacccccccc"         // 0100-010D
-    "ddddeeeeeeeeeegggggggg" // 010E-0123
-    "hhhhiiiiiiiiii\0\0jj"   // 0124-0135
-    "kkkllllllllll"          // 0136-0142
-    "nnnnnnnnnoooooo\0\0"    // 0143-0153
-    "rrrrrrssssssss"         // 0154-0161
-    "ttttttuuuuuuuuuuuu"     // 0162-0173
-    "wwyyyzzzzzzs"sv;        // 0174-017F
+constexpr std::string_view BaseOfExtendedA = "aaaaaacccccccc"         // 0100-010D
+                                             "ddddeeeeeeeeeegggggggg" // 010E-0123
+                                             "hhhhiiiiiiiiii\0\0jj"   // 0124-0135
+                                             "kkkllllllllll"          // 0136-0142
+                                             "nnnnnnnnnoooooo\0\0"    // 0143-0153
+                                             "rrrrrrssssssss"         // 0154-0161
+                                             "ttttttuuuuuuuuuuuu"     // 0162-0173
+                                             "wwyyyzzzzzzs"sv;        // 0174-017F
 static_assert(BaseOfLatin1.size() == 0x40);
 static_assert(BaseOfExtendedA.size() == 0x80);
 
@@ -34,25 +34,14 @@ struct Folded {
     bool capital = false;
 };
 
-// Accents get weights in the order acute, grave, circumflex, diaeresis, the rest by code point;
-// only their being apart matters for French.
+// 2 acute, 3 grave, 4 circumflex, 5 diaeresis, 6 tilde, 7 cedilla, 8 ring and stroke; only their
+// being apart matters for French.
 std::uint8_t accentOfLatin1(char32_t character) {
-    switch (character & 0x1FU) {
-    case 0x01: case 0x09: case 0x0D: case 0x13: case 0x1A: case 0x1D:
-        return 2;
-    case 0x00: case 0x08: case 0x0C: case 0x12: case 0x19:
-        return 3;
-    case 0x02: case 0x0A: case 0x0E: case 0x14: case 0x1B:
-        return 4;
-    case 0x04: case 0x0B: case 0x0F: case 0x16: case 0x1C: case 0x1F:
-        return 5;
-    case 0x03: case 0x11: case 0x15:
-        return 6; // tilde
-    case 0x07:
-        return 7; // cedilla
-    default:
-        return 8; // ring, stroke
-    }
+    constexpr std::string_view accents = "32465887"  // À
+                                         "32453245"  // È
+                                         "86324658"  // Ð
+                                         "83245285"; // Ø
+    return static_cast<std::uint8_t>(accents[character & 0x1FU] - '0');
 }
 
 std::uint8_t accentOfMark(char32_t mark) {
@@ -78,13 +67,16 @@ std::uint8_t accentOfMark(char32_t mark) {
 
 bool ligature(char32_t character, Folded& folded) {
     switch (character) {
-    case 0xC6: case 0xE6: // Æ æ
+    case 0xC6:
+    case 0xE6: // Æ æ
         folded.letters = {U'a', U'e'};
         break;
-    case 0x152: case 0x153: // Œ œ
+    case 0x152:
+    case 0x153: // Œ œ
         folded.letters = {U'o', U'e'};
         break;
-    case 0x132: case 0x133: // Ĳ ĳ
+    case 0x132:
+    case 0x133: // Ĳ ĳ
         folded.letters = {U'i', U'j'};
         break;
     case 0xDF: // ß
@@ -98,6 +90,16 @@ bool ligature(char32_t character, Folded& folded) {
     return true;
 }
 
+// The plain sign that a typographic one stands for, 0 if none: whoever types one or the other, the
+// two belong at the same place.
+char32_t plainSign(char32_t character) {
+    constexpr std::u32string_view typographic = U"\u00A0\u202F’\u2010\u2011–—«»“”";
+    constexpr std::u32string_view plain = U"  '----\"\"\"\"";
+    static_assert(typographic.size() == plain.size());
+    const std::size_t found = typographic.find(character);
+    return found == std::u32string_view::npos ? 0 : plain[found];
+}
+
 Folded fold(char32_t character) {
     Folded folded;
     if (character < 0x80) {
@@ -107,6 +109,11 @@ Folded fold(char32_t character) {
     }
     if (ligature(character, folded))
         return folded;
+    if (const char32_t sign = plainSign(character)) {
+        folded.letters[0] = sign;
+        folded.accent = 1;
+        return folded;
+    }
     folded.letters[0] = character;
     if (character >= 0xC0 && character <= 0xFF) {
         if (const char base = BaseOfLatin1[character - 0xC0]) {
@@ -119,7 +126,8 @@ Folded fold(char32_t character) {
             folded.letters[0] = static_cast<unsigned char>(base);
             // Pairs of capital and small letter share a weight; which one is capital changes sides
             // at U+0138 and U+0149, and Ÿ stands alone.
-            const bool oddCapital = (character >= 0x139 && character <= 0x148) || character >= 0x179;
+            const bool oddCapital =
+                (character >= 0x139 && character <= 0x148) || character >= 0x179;
             folded.capital = character == 0x178 || ((character & 1U) != 0) == oddCapital;
             folded.accent = character == 0x178
                                 ? 5
@@ -131,22 +139,49 @@ Folded fold(char32_t character) {
 }
 
 // Blanks and punctuation below digits below letters: ASCII has some punctuation above letters.
-void putPrimary(std::string& key, char32_t letter) {
-    if (letter >= 0x80) {
-        key += Encode(std::u32string_view(&letter, 1));
-        return;
-    }
-    const auto byte = static_cast<char>(letter);
+constexpr char primaryOfAscii(char32_t letter) {
     if (letter >= 'a' && letter <= 'z')
-        key.push_back(byte);
-    else if (letter >= '0' && letter <= '9')
-        key.push_back(static_cast<char>(letter - '0' + 0x50));
+        return static_cast<char>(letter);
+    if (letter >= '0' && letter <= '9')
+        return static_cast<char>(letter - '0' + 0x50);
+    // The four runs of ASCII that are neither, moved together below 0x50 in their own order.
+    return static_cast<char>(letter < '0'   ? letter + 1
+                             : letter < 'A' ? letter - 0x09
+                             : letter < 'a' ? letter - 0x23
+                                            : letter - 0x3D);
+}
+
+void putPrimary(std::string& key, char32_t letter) {
+    if (letter < 0x80)
+        key.push_back(primaryOfAscii(letter));
     else
-        // The four runs of ASCII that are neither, moved together below 0x50 in their own order.
-        key.push_back(static_cast<char>(letter < '0'   ? letter + 1
-                                        : letter < 'A' ? letter - 0x09
-                                        : letter < 'a' ? letter - 0x23
-                                                       : letter - 0x3D));
+        key += Encode(std::u32string_view(&letter, 1));
+}
+
+constexpr bool isCapital(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+
+constexpr auto AsciiPrimaries = [] {
+    std::array<char, 128> table{};
+    for (std::size_t c = 0; c < table.size(); ++c)
+        table[c] =
+            primaryOfAscii(static_cast<char32_t>(isCapital(static_cast<char>(c)) ? c + 0x20 : c));
+    return table;
+}();
+
+// The key of a text of ASCII alone, which most are: a sort makes one for each row and attribute.
+std::string asciiKey(std::string_view text) {
+    const std::size_t length = text.size();
+    std::size_t cases = length; // up to the last capital
+    while (cases > 0 && !isCapital(text[cases - 1]))
+        --cases;
+    std::string key(length + 2 + cases, '\0');
+    for (std::size_t i = 0; i < length; ++i)
+        key[i] = AsciiPrimaries[static_cast<unsigned char>(text[i])];
+    for (std::size_t i = 0; i < cases; ++i)
+        key[length + 2 + i] = isCapital(text[i]) ? '\2' : '\1';
+    return key;
 }
 
 void trimZeros(std::string& level, char zero) {
@@ -156,6 +191,8 @@ void trimZeros(std::string& level, char zero) {
 } // namespace
 
 std::string CollationKey(std::string_view text) {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; }))
+        return asciiKey(text);
     std::string letters;
     std::string accents;
     std::string cases;
@@ -169,19 +206,11 @@ std::string CollationKey(std::string_view text) {
             cases.push_back(folded.capital ? '\2' : '\1');
         }
     };
-    bool ascii = true;
-    for (const char c : text)
-        ascii = ascii && static_cast<unsigned char>(c) < 0x80;
-    if (ascii) {
-        for (const char c : text)
-            put(fold(static_cast<unsigned char>(c)));
-    } else {
-        for (const char32_t character : Decode(text)) {
-            if (character >= 0x300 && character <= 0x36F && !accents.empty())
-                accents.back() = static_cast<char>(1 + accentOfMark(character));
-            else
-                put(fold(character));
-        }
+    for (const char32_t character : Decode(text)) {
+        if (character >= 0x300 && character <= 0x36F && !accents.empty())
+            accents.back() = static_cast<char>(1 + accentOfMark(character));
+        else
+            put(fold(character));
     }
     trimZeros(accents, '\1');
     trimZeros(cases, '\1');

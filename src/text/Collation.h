@@ -10,7 +10,8 @@ namespace vorandine::text {
 // A key such that comparing two keys byte by byte (std::string's own order) compares their texts in
 // French order:
 // - first the letters alone: case and accents ignored, "œ" as "oe", "æ" as "ae"; the empty text
-//   comes first, then blanks, punctuation, digits, letters, other scripts by code point;
+//   comes first, then blanks, punctuation, digits, letters, other characters by code point;
+//   typographic quotes, dashes and blanks stand with the plain ones;
 // - where these are equal, the accents, from left to right, no accent first;
 // - where these are equal too, the case, from left to right, small letters first.
 // Accented letters are those of Latin-1 and Latin Extended-A, precomposed or with combining marks

@@ -114,7 +114,7 @@ std::string Decimal::scaledText(int decimals) const {
 
 std::string Decimal::floorText() const {
     const auto decimals = static_cast<std::size_t>(decimals_);
-    const std::string integer =
+    std::string integer =
         digits_.size() > decimals ? digits_.substr(0, digits_.size() - decimals) : "0";
     if (!negative_)
         return integer;

@@ -42,6 +42,8 @@ Decimal Fixed4::toDecimal() const {
     return Decimal::require(std::to_string(tenThousandths_)).shifted(-4);
 }
 
-double Fixed4::toDouble() const noexcept { return static_cast<double>(tenThousandths_) / 10000.0; }
+double Fixed4::toDouble() const noexcept {
+    return static_cast<double>(tenThousandths_) / 10000.0;
+}
 
 } // namespace vorandine::text

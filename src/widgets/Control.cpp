@@ -78,6 +78,8 @@ void Container::remove(Control& child) noexcept {
     const auto found = std::find(children_.begin(), children_.end(), &child);
     if (found == children_.end())
         return;
+    if (Form* const root = form())
+        root->forget(child);
     children_.erase(found);
     child.parent_ = nullptr;
 }

@@ -44,6 +44,14 @@ void Form::giveFocus(Control& control) {
         focus_ = &control;
 }
 
+void Form::forget(const Control& gone) noexcept {
+    for (const Control* control = focus_; control != nullptr; control = control->parent())
+        if (control == &gone) {
+            focus_ = nullptr;
+            return;
+        }
+}
+
 std::vector<Control*> Form::tabOrder() const {
     std::vector<Control*> order;
     visit([&](Control& control) {

@@ -47,7 +47,10 @@ class Form : public Container {
 
   private:
     friend class Control;
+    friend class Container;
     void giveFocus(Control& control);
+    // `gone` is taken off the form: neither it nor what stands in it has the focus any more.
+    void forget(const Control& gone) noexcept;
     [[nodiscard]] std::vector<Control*> tabOrder() const;
 
     std::string caption_;

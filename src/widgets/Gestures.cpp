@@ -36,7 +36,9 @@ Outcome withFocus(Control& control, bool possible, Work work) {
     return guarded(control.form(), [&] {
         if (!control.form()->moveFocus(control))
             return Outcome::FocusKept;
-        work();
+        // The leaving rule may have disabled or hidden what was pressed: then nobody hears it.
+        if (control.reachable())
+            work();
         return Outcome::Done;
     });
 }
@@ -60,6 +62,26 @@ void press(CommandButton& button) {
         button.Click();
 }
 
+void doubleClick(ListBox& list, int line) {
+    pressAndRelease(list, 1);
+    if (line != -1)
+        list.click(line, false, false);
+    if (list.DblClick)
+        list.DblClick();
+}
+
+// Enter: the selected line, the current one if several are.
+void openSelected(ListBox& list) {
+    int line = list.ListIndex();
+    if (line == -1 || !list.Selected(line)) {
+        line = 0;
+        while (line < list.ListCount() && !list.Selected(line))
+            ++line;
+    }
+    if (line < list.ListCount())
+        doubleClick(list, line);
+}
+
 void stepList(ListBox& list, int step) {
     const int line = list.ListIndex() + step;
     if (hasLine(list, line))
@@ -80,8 +102,8 @@ void keyOnControl(Control& control, Key key) {
     case Key::Enter:
         if (button != nullptr)
             press(*button);
-        else if (list != nullptr && list->ListIndex() != -1 && list->DblClick)
-            list->DblClick();
+        else if (list != nullptr)
+            openSelected(*list);
         break;
     case Key::Space:
         if (button != nullptr)
@@ -213,13 +235,7 @@ Outcome clickLine(ListBox& list, int line, Modifiers modifiers) {
 
 Outcome doubleClickLine(ListBox& list, int line) {
     const bool possible = line == -1 ? list.ListCount() == 0 : hasLine(list, line);
-    return withFocus(list, possible, [&] {
-        pressAndRelease(list, 1);
-        if (line != -1)
-            list.click(line, false, false);
-        if (list.DblClick)
-            list.DblClick();
-    });
+    return withFocus(list, possible, [&] { doubleClick(list, line); });
 }
 
 Outcome mark(ListBox& list, const std::vector<int>& lines) {

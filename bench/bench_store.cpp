@@ -1,0 +1,339 @@
+// The store against bare SQLite on the same data:
+//   bench_store [contracts ...]          for example: bench_store 10000 100000 1000000
+// Each line compares one operation of the store with the least that SQLite can do in its place.
+#include "measure.h"
+
+#include "data/DBARecord.h"
+#include "store/SqliteEngine.h"
+#include "store/Store.h"
+
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <sqlite3.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace vorandine;
+
+constexpr int ContractsOfOne = 10; // contracts of a caregiver
+constexpr int Attributes = 70;
+constexpr int Batch = 200; // operations timed together
+
+// --- bare SQLite, with the settings of the store ---
+
+void require(bool done, sqlite3* database) {
+    if (!done)
+        throw std::runtime_error(sqlite3_errmsg(database));
+}
+
+class Bare {
+  public:
+    explicit Bare(const std::string& path) {
+        require(sqlite3_open_v2(path.c_str(), &handle_,
+                                SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
+                                nullptr) == SQLITE_OK,
+                handle_);
+        run("PRAGMA page_size = 16384");
+        run("PRAGMA cache_size = -16384");
+        run("PRAGMA synchronous = EXTRA");
+        run("PRAGMA journal_mode = DELETE");
+    }
+    Bare(const Bare&) = delete;
+    Bare& operator=(const Bare&) = delete;
+    ~Bare() { sqlite3_close(handle_); }
+
+    void run(const std::string& sql) const {
+        require(sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK,
+                handle_);
+    }
+    [[nodiscard]] sqlite3* handle() const { return handle_; }
+
+  private:
+    sqlite3* handle_ = nullptr;
+};
+
+class Statement {
+  public:
+    Statement(const Bare& database, const char* sql) : database_(database.handle()) {
+        require(sqlite3_prepare_v3(database_, sql, -1, SQLITE_PREPARE_PERSISTENT, &handle_,
+                                   nullptr) == SQLITE_OK,
+                database_);
+    }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    ~Statement() { sqlite3_finalize(handle_); }
+
+    void text(int at, const std::string& value) const {
+        sqlite3_bind_text(handle_, at, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
+    }
+    void blob(int at, const std::string& value) const {
+        sqlite3_bind_blob(handle_, at, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
+    }
+    [[nodiscard]] bool step() const {
+        const int code = sqlite3_step(handle_);
+        require(code == SQLITE_ROW || code == SQLITE_DONE, database_);
+        return code == SQLITE_ROW;
+    }
+    // The bytes of a column, copied as any user must.
+    void append(int at, std::string& to) const {
+        const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(handle_, at));
+        to.append(bytes == nullptr ? "" : bytes,
+                  static_cast<std::size_t>(sqlite3_column_bytes(handle_, at)));
+    }
+    void reset() const { sqlite3_reset(handle_); }
+
+  private:
+    sqlite3* database_;
+    sqlite3_stmt* handle_ = nullptr;
+};
+
+// --- data ---
+
+struct Contract {
+    std::string key;
+    std::vector<std::string> attributes = std::vector<std::string>(Attributes);
+
+    [[nodiscard]] std::string record() const {
+        std::string text;
+        for (const std::string& attribute : attributes)
+            text += attribute + data::AttributeMark;
+        text.pop_back();
+        return text;
+    }
+};
+
+std::string caregiver(int number) {
+    return "A" + std::to_string(1000000 + number);
+}
+
+Contract contract(int number) {
+    static const std::vector<std::string> names{"DUPONT",   "Lefèvre", "MARTIN", "Nuñez",
+                                                "Bérard",   "Garnier", "ROUX",   "Chevalier",
+                                                "Lemaître", "Petit"};
+    std::mt19937 random(static_cast<unsigned>(number));
+    Contract made;
+    made.key = caregiver(number / ContractsOfOne) + std::to_string(1000 + number % ContractsOfOne);
+    for (std::string& attribute : made.attributes)
+        attribute = std::string(random() % 20, static_cast<char>('a' + random() % 26));
+    const auto set = [&](int attribute, const std::string& value) {
+        made.attributes[static_cast<std::size_t>(attribute) - 1] = value;
+    };
+    set(3, std::to_string(100 + random() % 900));
+    set(4, names[random() % names.size()]);
+    set(5, names[random() % names.size()]);
+    set(7, std::to_string(20030101 + random() % 20 * 10000));
+    set(8, random() % 3 == 0 ? "" : std::to_string(20030131 + random() % 20 * 10000));
+    set(65, random() % 10 == 0 ? "X" : "");
+    return made;
+}
+
+class Folder {
+  public:
+    Folder() {
+        std::random_device random;
+        path_ = std::filesystem::temp_directory_path() /
+                ("vorandine-bench-" + std::to_string(random()));
+        std::filesystem::create_directory(path_);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    [[nodiscard]] std::string operator/(const char* name) const { return path_ / name; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+// The same contracts in a store and in a table made for the one query.
+void fill(store::Engine& engine, const Bare& normalised, int contracts) {
+    normalised.run("CREATE TABLE contrat (aidant TEXT, cle TEXT, employeur TEXT, nom TEXT, "
+                   "prenom TEXT, fin TEXT, exclu TEXT)");
+    normalised.run("BEGIN");
+    const Statement insert(normalised, "INSERT INTO contrat VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)");
+    engine.atomically([&] {
+        store::EngineFile& file = *engine.file("CONTRAT");
+        for (int i = 0; i < contracts; ++i) {
+            const Contract one = contract(i);
+            file.write(one.key, one.record());
+            const std::string code = caregiver(i / ContractsOfOne);
+            insert.text(1, code);
+            insert.text(2, one.key);
+            int parameter = 3;
+            for (const std::size_t attribute : {3U, 4U, 5U, 8U, 65U})
+                insert.text(parameter++, one.attributes[attribute - 1]);
+            (void)insert.step();
+            insert.reset();
+        }
+    });
+    normalised.run("CREATE INDEX couvrant ON contrat "
+                   "(aidant, exclu, nom, prenom, employeur, fin, cle)");
+    normalised.run("COMMIT");
+}
+
+// --- measures ---
+
+std::size_t sink = 0; // what is read, so that no reading can be left out
+
+bench::Comparison contractRequests(store::Store& store, const Bare& normalised,
+                                   const std::vector<std::string>& codes) {
+    const auto ours = [&] {
+        for (const std::string& code : codes) {
+            const std::string request =
+                "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = \"" + code +
+                "]\" AND AVEC 8 >= \"20050501\" OR = \"\" PAR NomAideContrat PAR PrenomAideContrat "
+                "PAR 3 PAR 8" +
+                data::AttributeMark + "CONTRAT" + data::AttributeMark + "0 3 8";
+            sink += static_cast<std::size_t>(store.Select(request).DCount());
+        }
+    };
+    const Statement query(normalised,
+                          "SELECT cle, employeur, fin FROM contrat WHERE aidant = ?1 AND "
+                          "exclu = '' AND (fin >= ?2 OR fin = '') "
+                          "ORDER BY nom, prenom, employeur, fin");
+    const std::string date = "20050501";
+    const auto theirs = [&] {
+        for (const std::string& code : codes) {
+            query.text(1, code);
+            query.text(2, date);
+            std::string rows;
+            while (query.step())
+                for (int column = 0; column < 3; ++column)
+                    query.append(column, rows);
+            query.reset();
+            sink += rows.size();
+        }
+    };
+    return bench::compare(41, ours, theirs);
+}
+
+bench::Comparison pointReads(data::DBAFile& file, const Bare& bare,
+                             const std::vector<std::string>& keys) {
+    const auto ours = [&] {
+        for (const std::string& key : keys)
+            sink += static_cast<std::size_t>(file.ReadRecord(key).key().size());
+    };
+    const Statement query(bare, "SELECT fiche FROM CONTRAT WHERE cle = ?1");
+    const auto theirs = [&] {
+        for (const std::string& key : keys) {
+            query.blob(1, key);
+            std::string record;
+            if (query.step())
+                query.append(0, record);
+            query.reset();
+            sink += record.size();
+        }
+    };
+    return bench::compare(41, ours, theirs);
+}
+
+bench::Comparison wholeFile(store::Store& store, const Bare& bare) {
+    const std::string request = std::string("SSELECT CONTRAT AVEC 65 = \"Y\"") +
+                                data::AttributeMark + "CONTRAT" + data::AttributeMark + "0";
+    const Statement query(bare, "SELECT cle, fiche FROM CONTRAT ORDER BY cle");
+    return bench::compare(
+        9, [&] { sink += static_cast<std::size_t>(store.Select(request).DCount()); },
+        [&] {
+            while (query.step())
+                ++sink;
+            query.reset();
+        });
+}
+
+// Alternately in two files of one kind, so that neither writes into the other's pages.
+bench::Comparison writes(const std::string& storePath, const std::string& barePath,
+                         const std::vector<std::string>& keys) {
+    const std::shared_ptr<store::Engine> engine =
+        store::openEngine("sqlite:" + storePath, store::OpenMode::Existing);
+    const auto file = store::Store(engine).OpenFile("CONTRAT");
+    const Bare bare(barePath);
+    const Statement upsert(bare, "INSERT INTO CONTRAT VALUES (?1, ?2) "
+                                 "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche");
+    std::size_t next = 0;
+    std::size_t nextBare = 0;
+    const auto ours = [&] {
+        const Contract one = contract(static_cast<int>(next));
+        auto record = file->NewRecord(keys[next++ % keys.size()]);
+        record() = one.record();
+        record.DBWrite();
+    };
+    const auto theirs = [&] {
+        const std::string record = contract(static_cast<int>(nextBare)).record();
+        upsert.blob(1, keys[nextBare++ % keys.size()]);
+        upsert.blob(2, record);
+        (void)upsert.step();
+        upsert.reset();
+    };
+    return bench::compare(201, ours, theirs);
+}
+
+void measure(int contracts, double& previousRequest, int& previousContracts) {
+    const Folder folder;
+    const std::string path = folder / "base.vor";
+    const std::shared_ptr<store::Engine> engine =
+        store::openEngine("sqlite:" + path, store::OpenMode::Create);
+    const Bare normalised(folder / "normalised.db");
+    fill(*engine, normalised, contracts);
+    std::printf("\n%d contracts of %d attributes, store of %ju MiB\n", contracts, Attributes,
+                std::filesystem::file_size(path) >> 20U);
+    std::printf("%-44s %13s %13s\n", "", "store", "bare SQLite");
+
+    std::mt19937 random(1);
+    std::vector<std::string> codes;
+    std::vector<std::string> keys;
+    for (int i = 0; i < Batch; ++i) {
+        const int number = static_cast<int>(random() % static_cast<unsigned>(contracts));
+        codes.push_back(caregiver(number / ContractsOfOne));
+        keys.push_back(contract(number).key);
+    }
+    store::Store store(engine);
+    const Bare bare(path);
+    const auto requests = contractRequests(store, normalised, codes);
+    bench::report("contracts of one caregiver", requests, Batch, 1.5);
+    bench::report("reading one record", pointReads(*store.OpenFile("CONTRAT"), bare, keys), Batch,
+                  1.25);
+    const auto whole = wholeFile(store, bare);
+    bench::report("whole file by attribute 65, one record", whole, contracts, 1.3);
+    std::filesystem::copy_file(path, folder / "copy.vor");
+    bench::report("storing one record", writes(path, folder / "copy.vor", keys), 1, 1.3);
+
+    const double request = requests.ours / Batch;
+    std::printf("a whole file takes %.0f times the contracts of one caregiver\n",
+                whole.theirs / request);
+    if (previousRequest > 0)
+        std::printf("contracts of one caregiver: %.2f times as long as with %d contracts\n",
+                    request / previousRequest, previousContracts);
+    previousRequest = request;
+    previousContracts = contracts;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        std::vector<int> sizes;
+        for (int i = 1; i < argc; ++i)
+            sizes.push_back(std::atoi(argv[i]));
+        if (sizes.empty())
+            sizes = {10000, 100000};
+        double previousRequest = 0;
+        int previousContracts = 0;
+        for (const int contracts : sizes) {
+            if (contracts < ContractsOfOne)
+                throw std::runtime_error("a size is a number of contracts, at least 10");
+            measure(contracts, previousRequest, previousContracts);
+        }
+        return sink == 0 ? 1 : 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "bench_store: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,67 @@
+// How a host embeds the control: a store, rights, dates and a form are all it needs. Here nobody
+// sits at the screen, so the program does what a user would and prints what he would see.
+#include "components/DateConverter.h"
+#include "components/Rights.h"
+#include "control/Ctr_Vorandine.h"
+#include "frontends/headless/HeadlessWorld.h"
+#include "store/Store.h"
+#include "text/Error.h"
+#include "widgets/Gestures.h"
+
+#include <iostream>
+#include <memory>
+
+using namespace vorandine;
+
+namespace {
+
+void putActivity(data::DBADatabase& database, const std::string& code, const std::string& label) {
+    data::DBARecord activity = database.OpenFile("ACTIVITES")->NewRecord(code);
+    activity(1) = label;
+    activity.DBWrite();
+}
+
+void run() {
+    const auto database =
+        std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
+    putActivity(*database, "A1", "Ménage");
+    putActivity(*database, "A2", "Aide à la toilette");
+    for (const char* const table : {"DIPLOMES", "FORMPRO", "QUALIF"})
+        database->OpenFile("TABLES")->NewRecord(table).DBWrite();
+
+    // World and dates must outlive the control, which takes itself off the form when it goes.
+    headless::HeadlessWorld world;
+    components::DateConverter dates([&world] { return world.today(); });
+    widgets::Form form;
+    control::Ctr_Vorandine control(world, dates);
+    form.add(control);
+    form.Failed = [](const Error& error) { std::cerr << error.what() << '\n'; };
+
+    control.TheClient(std::make_shared<data::DBAClient>());
+    control.TheDatabase(database);
+    control.DroitsUtilisateur(std::make_shared<components::Rights>(
+        [](const std::string& /*key*/) { return components::ModuleRights{}; }));
+    control.W_Code = "00012";
+    control.W_NomPrenom = "DURAND Marie";
+    control.Init();
+
+    const auto& list = dynamic_cast<widgets::ListBox&>(*form.find("Lst_SectSelect"));
+    for (int line = 0; line < list.ListCount(); ++line)
+        std::cout << list.List(line) << '\n';
+
+    // Leaving unloads the form; a host then reads W_Sortir.
+    widgets::click(dynamic_cast<widgets::CommandButton&>(*form.find("Cmd_Retour")));
+    if (form.unloaded())
+        std::cout << "W_Sortir = " << control.W_Sortir << '\n';
+}
+
+} // namespace
+
+int main() {
+    try {
+        run();
+    } catch (const Error& error) {
+        std::cerr << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,94 @@
+// Failures on demand and the journal, around each file of the engine below.
+#include "apps/scenario/RehearsalEngine.h"
+
+#include "text/Error.h"
+
+#include <utility>
+
+namespace vorandine::scenario {
+
+class RehearsalEngine::File : public store::EngineFile {
+  public:
+    File(RehearsalEngine& owner, std::string name, store::EngineFile& file)
+        : owner_(owner), name_(std::move(name)), file_(file) {}
+
+    std::optional<std::string> read(std::string_view key) override {
+        owner_.checkRead(name_);
+        return file_.read(key);
+    }
+
+    void write(std::string_view key, std::string_view record) override {
+        owner_.checkWrite(name_);
+        file_.write(key, record);
+        note("write ", key);
+    }
+
+    bool erase(std::string_view key) override {
+        owner_.checkWrite(name_);
+        const bool erased = file_.erase(key);
+        if (erased)
+            note("delete ", key);
+        return erased;
+    }
+
+    void scan(const store::KeyRange& range, const Visitor& visit) override {
+        owner_.checkRead(name_);
+        file_.scan(range, visit);
+    }
+
+  private:
+    void note(const char* what, std::string_view key) {
+        owner_.journal_.push_back(what + name_ + " " + std::string(key));
+    }
+
+    RehearsalEngine& owner_;
+    std::string name_;
+    store::EngineFile& file_;
+};
+
+RehearsalEngine::RehearsalEngine(std::shared_ptr<store::Engine> engine)
+    : engine_(std::move(engine)) {}
+
+RehearsalEngine::~RehearsalEngine() = default;
+
+void RehearsalEngine::checkWrite(const std::string& file) const {
+    if (frozen_)
+        throw Error(errors::StoreFailed, "Le scénario est terminé.");
+    if (failing_.writes.count(file) > 0)
+        throw Error(errors::DiskFull,
+                    "Écriture impossible dans le fichier " + file + " : le disque est plein.");
+}
+
+void RehearsalEngine::checkRead(const std::string& file) const {
+    if (frozen_)
+        throw Error(errors::StoreFailed, "Le scénario est terminé.");
+    if (failing_.reads.count(file) > 0)
+        throw Error(errors::Damaged,
+                    "Lecture impossible dans le fichier " + file + " : le disque est endommagé.");
+}
+
+std::vector<std::string> RehearsalEngine::takeJournal() {
+    return std::exchange(journal_, {});
+}
+
+store::EngineFile* RehearsalEngine::file(const std::string& name) {
+    const auto known = files_.find(name);
+    if (known != files_.end())
+        return known->second.get();
+    store::EngineFile* const below = engine_->file(name);
+    if (below == nullptr)
+        return nullptr;
+    return files_.emplace(name, std::make_unique<File>(*this, name, *below)).first->second.get();
+}
+
+void RehearsalEngine::atomically(const std::function<void()>& work) {
+    const std::size_t before = journal_.size();
+    try {
+        engine_->atomically(work);
+    } catch (...) {
+        journal_.resize(before);
+        throw;
+    }
+}
+
+} // namespace vorandine::scenario

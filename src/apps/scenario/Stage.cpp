@@ -1,0 +1,154 @@
+// The stage's commands.
+#include "apps/scenario/Stage.h"
+
+#include "apps/host/RecordJson.h"
+#include "apps/scenario/LineError.h"
+#include "frontends/headless/HeadlessWorld.h"
+#include "store/Catalogue.h"
+
+#include <chrono>
+#include <type_traits>
+#include <utility>
+
+namespace vorandine::scenario {
+namespace {
+
+using nlohmann::json;
+
+constexpr const char* MemoryUrl = "memory:";
+
+std::shared_ptr<store::Engine> openStore(const std::string& url) {
+    return store::openEngine(url, url == MemoryUrl ? store::OpenMode::Create
+                                                   : store::OpenMode::Existing);
+}
+
+widgets::Date parseDate(const std::string& text) {
+    const std::string digits = text.size() == 10 && text[2] == '/' && text[5] == '/'
+                                   ? text.substr(0, 2) + text.substr(3, 2) + text.substr(6)
+                                   : std::string();
+    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos)
+        throw LineError("no date DD/MM/YYYY: " + text);
+    const widgets::Date date{std::stoi(digits.substr(4)), std::stoi(digits.substr(2, 2)),
+                             std::stoi(digits.substr(0, 2))};
+    if (!std::chrono::year_month_day(std::chrono::year(date.year),
+                                     std::chrono::month(static_cast<unsigned>(date.month)),
+                                     std::chrono::day(static_cast<unsigned>(date.day)))
+             .ok())
+        throw LineError("the calendar has no " + text);
+    return date;
+}
+
+template <typename Value>
+Value member(const json& value, const std::string& name) {
+    try {
+        if constexpr (std::is_same_v<Value, int>)
+            if (!value.is_number_integer())
+                throw LineError("\"" + name + "\" must be a whole number");
+        return value.get<Value>();
+    } catch (const json::exception&) {
+        throw LineError("wrong value of \"" + name + "\": " + toText(value));
+    }
+}
+
+components::ModuleRights moduleRights(const json& object) {
+    if (!object.is_object())
+        throw LineError("the rights of a key must be an object: " + toText(object));
+    components::ModuleRights rights;
+    for (const auto& [name, value] : object.items()) {
+        if (name == "niveau")
+            rights.level = member<int>(value, name);
+        else if (name == "total")
+            rights.total = member<bool>(value, name);
+        else if (name == "liste")
+            rights.listCount = member<int>(value, name);
+        else if (name == "activites")
+            rights.activities = member<std::vector<std::string>>(value, name);
+        else
+            throw LineError("rights have no \"" + name + "\"");
+    }
+    return rights;
+}
+
+} // namespace
+
+Stage::Stage(const std::string& url)
+    : engine_(openStore(url)), rehearsal_(std::make_shared<RehearsalEngine>(engine_)),
+      records_(engine_), hosted_(std::make_shared<store::Store>(rehearsal_)) {}
+
+bool Stage::run(const std::string& command, Words& words) {
+    static const std::map<std::string, void (Stage::*)(Words&)> commands{
+        {"today", &Stage::setToday},   {"put", &Stage::put},   {"remove", &Stage::remove},
+        {"rights", &Stage::setRights}, {"fail", &Stage::fail},
+    };
+    const auto found = commands.find(command);
+    if (found == commands.end())
+        return false;
+    (this->*found->second)(words);
+    return true;
+}
+
+widgets::Date Stage::today() const {
+    return today_ ? *today_ : headless::machineDate();
+}
+
+components::ModuleRights Stage::rights(const std::string& key) const {
+    const auto found = rights_.find(key);
+    return found == rights_.end() ? components::ModuleRights{} : found->second;
+}
+
+void Stage::setToday(Words& words) {
+    const widgets::Date date = parseDate(words.word("the date"));
+    words.end();
+    today_ = date;
+}
+
+void Stage::put(Words& words) {
+    const std::string name = words.word("the file");
+    const std::string key = words.word("the key");
+    const json content = words.json();
+    data::DBARecord record = records_.OpenFile(name)->NewRecord(key);
+    host::fill(record, content, [&](const std::string& attribute) {
+        return store::dictionaryAttribute(name, attribute).value_or(0);
+    });
+    record.DBWrite();
+}
+
+void Stage::remove(Words& words) {
+    const std::string name = words.word("the file");
+    const std::string key = words.word("the key");
+    words.end();
+    records_.OpenFile(name)->DeleteRecord(key);
+}
+
+void Stage::setRights(Words& words) {
+    const json object = words.json();
+    if (!object.is_object())
+        throw LineError("the rights must be an object: " + toText(object));
+    std::map<std::string, components::ModuleRights> rights;
+    for (const auto& [key, value] : object.items())
+        rights[key] = moduleRights(value);
+    rights_ = std::move(rights);
+}
+
+void Stage::fail(Words& words) {
+    const std::string first = words.word("the file");
+    const bool reads = first == "read" && !words.atEnd();
+    const std::string name = reads ? words.word("the file") : first;
+    words.end();
+    if (!reads && name == "none") {
+        rehearsal_->failNothing();
+        return;
+    }
+    checkFile(name);
+    if (reads)
+        rehearsal_->failReads(name);
+    else
+        rehearsal_->failWrites(name);
+}
+
+void Stage::checkFile(const std::string& name) {
+    if (engine_->file(name) == nullptr)
+        throw LineError("the store has no file " + name);
+}
+
+} // namespace vorandine::scenario

@@ -1,0 +1,307 @@
+// Rows first, from the middle of each line of controls; then columns, which must know who stands
+// beside whom.
+#include "frontends/headless/TextLayout.h"
+
+#include "text/Characters.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+#include "widgets/TextField.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string>
+
+namespace vorandine::headless {
+namespace {
+
+using widgets::Container;
+using widgets::Control;
+using widgets::Place;
+
+constexpr int SameRow = 110;      // twips between the middles of controls that share a row
+constexpr int RowPitch = 240;     // twips a row beside a list
+constexpr int LinePitch = 195;    // twips a line of a list
+constexpr int BlankRowFrom = 600; // so far apart, a blank row stands between two rows
+constexpr int ShortText = 12;     // texts up to here are always shown whole
+
+enum class Shape {
+    Bare, // a surface: nothing of it is seen
+    Box,  // frame, tabs: a border around others
+    Tall, // several rows
+    Line,
+};
+
+struct Item {
+    const Control* control = nullptr;
+    const Container* parent = nullptr;
+    int box = -1; // the item of the border around it
+    Shape shape = Shape::Line;
+    bool enabled = true;
+    bool cut = false;
+    int left = 0; // twips, from the form's corner
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    int firstRow = 0;
+    int lastRow = 0;
+};
+
+template <typename Kind>
+const Kind* as(const Item& item) {
+    return dynamic_cast<const Kind*>(item.control);
+}
+
+Shape shapeOf(const Control& control) {
+    if (dynamic_cast<const widgets::Frame*>(&control) != nullptr ||
+        dynamic_cast<const widgets::TabContainer*>(&control) != nullptr)
+        return Shape::Box;
+    if (dynamic_cast<const Container*>(&control) != nullptr)
+        return Shape::Bare;
+    const bool tall = control.place().height > control.place().width;
+    if (dynamic_cast<const widgets::ListBox*>(&control) != nullptr ||
+        (tall && dynamic_cast<const widgets::ScrollBar*>(&control) != nullptr))
+        return Shape::Tall;
+    return Shape::Line;
+}
+
+bool seen(const Container& parent, const Control& child) {
+    return child.Visible() && parent.shows(child);
+}
+
+bool contains(const Place& outer, const Place& inner) {
+    return outer.left <= inner.left && outer.top <= inner.top &&
+           outer.left + outer.width >= inner.left + inner.width &&
+           outer.top + outer.height >= inner.top + inner.height;
+}
+
+void collect(const Container& parent, const Item& origin, int box, std::vector<Item>& items) {
+    const auto& children = parent.children();
+    for (auto child = children.begin(); child != children.end(); ++child) {
+        const Control& control = **child;
+        const Place& place = control.place();
+        const bool covered = std::any_of(std::next(child), children.end(), [&](const Control* c) {
+            return seen(parent, *c) && contains(c->place(), place);
+        });
+        if (!seen(parent, control) || covered)
+            continue;
+        Item item;
+        item.control = &control;
+        item.parent = &parent;
+        item.box = box;
+        item.shape = shapeOf(control);
+        item.enabled = origin.enabled && control.Enabled();
+        item.left = origin.left + place.left;
+        item.top = origin.top + place.top;
+        item.right = item.left + place.width;
+        item.bottom = item.top + place.height;
+        const int index = static_cast<int>(items.size());
+        items.push_back(item);
+        if (const auto* const container = dynamic_cast<const Container*>(&control))
+            collect(*container, item, item.shape == Shape::Box ? index : box, items);
+    }
+}
+
+// Gives each item its rows; the number of rows in all.
+int placeRows(std::vector<Item>& items) {
+    // Where a row begins to be needed. Borders share no row with what stands beside them.
+    struct Mark {
+        int at;
+        bool border;
+        int* row;
+    };
+    std::vector<Mark> marks;
+    for (Item& item : items) {
+        const bool box = item.shape == Shape::Box;
+        if (box || item.shape == Shape::Tall) {
+            const int inset = box ? 0 : std::min(LinePitch, item.bottom - item.top) / 2;
+            marks.push_back({item.top + inset, box, &item.firstRow});
+            marks.push_back({item.bottom - inset, box, &item.lastRow});
+        } else if (item.shape == Shape::Line) {
+            marks.push_back({(item.top + item.bottom) / 2, false, &item.firstRow});
+        }
+    }
+    std::stable_sort(marks.begin(), marks.end(),
+                     [](const Mark& a, const Mark& b) { return a.at < b.at; });
+
+    // First by number, without regard to how high each row is.
+    struct Row {
+        int at;
+        bool border;
+        int number;
+    };
+    std::vector<Row> rows;
+    for (const Mark& mark : marks) {
+        if (rows.empty() || rows.back().border != mark.border || mark.at - rows.back().at > SameRow)
+            rows.push_back({mark.at, mark.border, 0});
+        *mark.row = static_cast<int>(rows.size()) - 1;
+    }
+
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        Row& row = rows[i];
+        const Row& before = rows[i - 1];
+        const int apart = row.at - before.at;
+        int step = apart >= BlankRowFrom && !row.border && !before.border ? 2 : 1;
+        int least = 0;
+        for (const Item& item : items) {
+            const auto first = static_cast<std::size_t>(item.firstRow);
+            const auto last = static_cast<std::size_t>(item.lastRow);
+            if (item.shape != Shape::Tall || i <= first || i > last)
+                continue;
+            step = std::max(step, (apart + RowPitch / 2) / RowPitch);
+            if (i == last)
+                least =
+                    std::max(least, rows[first].number + (item.bottom - item.top) / LinePitch - 1);
+        }
+        row.number = std::max(before.number + step, least);
+    }
+    for (Item& item : items) {
+        if (item.shape == Shape::Bare)
+            continue;
+        item.firstRow = rows[static_cast<std::size_t>(item.firstRow)].number;
+        item.lastRow = item.shape == Shape::Line
+                           ? item.firstRow
+                           : rows[static_cast<std::size_t>(item.lastRow)].number;
+    }
+    return rows.empty() ? 0 : rows.back().number + 1;
+}
+
+bool standsAlone(const Item& item) {
+    return item.shape == Shape::Line || item.shape == Shape::Tall;
+}
+
+bool shareRow(const Item& a, const Item& b) {
+    return a.firstRow <= b.lastRow && b.firstRow <= a.lastRow;
+}
+
+// A control that runs under its right neighbour ends, for the eye, where that one begins.
+void cutCovered(std::vector<Item>& items) {
+    for (auto item = items.begin(); item != items.end(); ++item)
+        for (auto above = std::next(item); above != items.end(); ++above)
+            if (standsAlone(*item) && standsAlone(*above) && item->parent == above->parent &&
+                above->firstRow <= item->firstRow && above->lastRow >= item->lastRow &&
+                above->left > item->left && above->left < item->right) {
+                item->right = above->left;
+                item->cut = true;
+            }
+}
+
+int length(const std::string& text) {
+    return static_cast<int>(text::Len(text));
+}
+
+// At least so many columns from one place to another.
+struct Need {
+    int from;
+    int to;
+    int columns;
+};
+
+// Captions may run on to the right as far as nothing stands there.
+Need captionNeed(const std::vector<Item>& items, const Item& item, int margin, int formRight) {
+    int limit = formRight;
+    int border = 0;
+    if (item.box >= 0) {
+        limit = items[static_cast<std::size_t>(item.box)].right;
+        border = 1;
+    }
+    for (const Item& other : items)
+        if (standsAlone(other) && shareRow(item, other) && other.left > item.left &&
+            other.left < limit) {
+            limit = other.left;
+            border = 0;
+        }
+    const std::string caption = text::Trim(as<widgets::Captioned>(item)->Caption());
+    return {item.left, std::max(limit, item.left + 1), length(caption) + margin + 1 + border};
+}
+
+int longestLine(const widgets::ListBox& list) {
+    int longest = 0;
+    for (int i = 0; i < list.ListCount(); ++i)
+        longest = std::max(longest, length(list.List(i)));
+    return longest;
+}
+
+Need need(const std::vector<Item>& items, const Item& item, int formRight) {
+    const auto own = [&](int text, int margin) {
+        return Need{item.left, item.right, std::min(text, ShortText) + margin};
+    };
+    if (const auto* const field = as<widgets::TextField>(item))
+        return own(std::max(length(field->Text()), static_cast<int>(field->MaxLength())),
+                   as<widgets::ComboBox>(item) != nullptr ? ComboMargin : FieldMargin);
+    if (const auto* const list = as<widgets::ListBox>(item))
+        return own(longestLine(*list), ListMargin);
+    if (as<widgets::CommandButton>(item) != nullptr)
+        return captionNeed(items, item, ButtonMargin, formRight);
+    if (as<widgets::OptionButton>(item) != nullptr)
+        return captionNeed(items, item, OptionMargin, formRight);
+    if (as<widgets::Label>(item) != nullptr)
+        return captionNeed(items, item, 0, formRight);
+    return own(0, item.shape == Shape::Box ? 2 : 1);
+}
+
+// The column of every left and right end, at `scale` twips a column where nothing needs more.
+std::map<int, int> columnsAt(int scale, const std::vector<Item>& items,
+                             const std::vector<Need>& needs) {
+    std::map<int, int> columns;
+    for (const Item& item : items)
+        columns[item.left] = columns[item.right] = 0;
+    for (const Need& each : needs)
+        columns[each.from] = columns[each.to] = 0;
+    const auto natural = [&](int at) {
+        return static_cast<int>(std::lround(static_cast<double>(at) / scale));
+    };
+    // A stretch that a text has widened is made good by the next one that has room to spare.
+    const std::pair<const int, int>* before = nullptr;
+    for (auto& place : columns) {
+        auto& [at, column] = place;
+        column = std::max(0, natural(at));
+        if (before != nullptr)
+            column =
+                std::max(column, before->second + (natural(at) > natural(before->first) ? 1 : 0));
+        for (const Need& each : needs)
+            if (each.to == at)
+                column = std::max(column, columns[each.from] + each.columns);
+        before = &place;
+    }
+    return columns;
+}
+
+} // namespace
+
+Layout layOut(const widgets::Form& form, int columns) {
+    std::vector<Item> items;
+    collect(form, Item{}, -1, items);
+    Layout layout;
+    if (items.empty())
+        return layout;
+    layout.rows = placeRows(items);
+    cutCovered(items);
+
+    int formRight = form.place().width;
+    for (const Item& item : items)
+        formRight = std::max(formRight, item.right);
+    std::vector<Need> needs;
+    for (const Item& item : items)
+        if (item.shape != Shape::Bare)
+            needs.push_back(need(items, item, formRight));
+
+    // The most generous scale at which the form still fits.
+    std::map<int, int> places;
+    for (int scale = 80; scale <= 120; scale += 2) {
+        places = columnsAt(scale, items, needs);
+        if (places.rbegin()->second <= columns)
+            break;
+    }
+    layout.columns = places.rbegin()->second;
+    for (const Item& item : items)
+        if (item.shape != Shape::Bare)
+            layout.controls.push_back(
+                {item.control,
+                 {places[item.left], item.firstRow, places[item.right], item.lastRow + 1},
+                 item.enabled,
+                 item.cut});
+    return layout;
+}
+
+} // namespace vorandine::headless

@@ -1,0 +1,184 @@
+// The calls into SQLite that every statement shares, and what its result codes mean to the user.
+#include "store/SqliteDatabase.h"
+
+#include "text/Error.h"
+
+#include <cerrno>
+#include <sqlite3.h>
+#include <utility>
+
+namespace vorandine::store {
+namespace {
+
+// What a failure is, whichever statement met it.
+struct Meaning {
+    std::uint32_t number;
+    const char* text; // goes on after "La base « path » "
+};
+
+// SQLite gives most failures of the disk and of the rights as one of two codes; errno tells them
+// apart.
+Meaning meaningOfErrno(int systemError) noexcept {
+    switch (systemError) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return {errors::DiskFull, "n'a plus de place : le disque est plein ou une limite de taille "
+                                  "est atteinte. Libérez de la place, puis recommencez."};
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case ENOENT: // SQLite could not make a file, and then found none to read
+        return {errors::ReadOnly, "ne peut pas être modifiée : le fichier ou son dossier est "
+                                  "protégé. Vérifiez vos droits sur l'un et l'autre."};
+    default:
+        return {errors::StoreFailed,
+                "n'a pas pu être lue ou écrite. Vérifiez le disque, le dossier "
+                "et vos droits, puis recommencez."};
+    }
+}
+
+Meaning meaningOf(int code, int systemError) noexcept {
+    if (code == SQLITE_READONLY_DBMOVED)
+        return {errors::StoreMissing, "a été déplacée ou supprimée pendant son utilisation. "
+                                      "Remettez-la en place et rouvrez-la."};
+    if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY)
+        return {errors::ReadOnly,
+                "a été interrompue pendant une écriture, qu'il faut d'abord annuler, mais le "
+                "fichier est protégé. Ouvrez-la une fois avec le droit de la modifier."};
+    switch (code & 0xFF) {
+    case SQLITE_NOTADB:
+        return {
+            errors::NotADatabase,
+            "n'en est pas une : le fichier est d'une autre nature. Choisissez un autre chemin."};
+    case SQLITE_CORRUPT:
+        return {errors::Damaged, "est endommagée. Remplacez-la par une copie de sauvegarde."};
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return {errors::Locked, "est occupée par un autre programme. Attendez qu'il ait fini ou "
+                                "fermez-le, puis recommencez."};
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        return meaningOfErrno(EACCES);
+    case SQLITE_FULL:
+        return meaningOfErrno(ENOSPC);
+    case SQLITE_IOERR:
+    case SQLITE_CANTOPEN:
+        return meaningOfErrno(systemError);
+    default:
+        return meaningOfErrno(0);
+    }
+}
+
+} // namespace
+
+SqliteDatabase::SqliteDatabase(std::string path, bool create, std::chrono::milliseconds patience)
+    : path_(std::move(path)) {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+                      (create ? SQLITE_OPEN_CREATE : 0);
+    const int code = sqlite3_open_v2(path_.c_str(), &handle_, flags, nullptr);
+    try {
+        if (code != SQLITE_OK)
+            fail(code);
+        sqlite3_busy_timeout(handle_, static_cast<int>(patience.count()));
+    } catch (...) {
+        sqlite3_close(handle_);
+        throw;
+    }
+}
+
+SqliteDatabase::~SqliteDatabase() {
+    sqlite3_close(handle_);
+}
+
+void SqliteDatabase::run(const std::string& sql) {
+    SqliteStatement statement(*this, sql);
+    SqliteStatement::Run run(statement);
+    while (run.step()) {
+    }
+}
+
+std::int64_t SqliteDatabase::number(const std::string& sql) {
+    SqliteStatement statement(*this, sql);
+    SqliteStatement::Run run(statement);
+    return run.step() ? run.number(0) : 0;
+}
+
+std::string SqliteDatabase::text(const std::string& sql) {
+    SqliteStatement statement(*this, sql);
+    SqliteStatement::Run run(statement);
+    return run.step() ? std::string(run.column(0)) : std::string();
+}
+
+bool SqliteDatabase::inTransaction() const noexcept {
+    return sqlite3_get_autocommit(handle_) == 0;
+}
+
+void SqliteDatabase::rollBack() noexcept {
+    // Some failures, a full disk among them, make SQLite roll back by itself. A roll back that
+    // fails leaves the journal, which the next access to the file rolls back.
+    if (inTransaction())
+        sqlite3_exec(handle_, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+void SqliteDatabase::fail(int code) const {
+    const int cause = errno;
+    if ((code & 0xFF) == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    // SQLite does not keep errno of every failure, and then it still stands.
+    const int kept = sqlite3_system_errno(handle_);
+    const Meaning meaning = meaningOf(code, kept != 0 ? kept : cause);
+    std::string text = "La base « " + path_ + " » " + meaning.text;
+    if (meaning.number == errors::StoreFailed)
+        text +=
+            std::string(" (SQLite ") + std::to_string(code) + " : " + sqlite3_errstr(code) + ")";
+    throw Error(meaning.number, text);
+}
+
+SqliteStatement::SqliteStatement(const SqliteDatabase& database, const std::string& sql)
+    : database_(database) {
+    const int code = sqlite3_prepare_v3(database.handle(), sql.c_str(), -1,
+                                        SQLITE_PREPARE_PERSISTENT, &handle_, nullptr);
+    if (code != SQLITE_OK)
+        database.fail(code);
+}
+
+SqliteStatement::~SqliteStatement() {
+    sqlite3_finalize(handle_);
+}
+
+SqliteStatement::Run::~Run() {
+    sqlite3_reset(statement_.handle_);
+}
+
+void SqliteStatement::Run::bind(int parameter, std::string_view bytes) {
+    // A null pointer would bind NULL where an empty text is meant.
+    const char* const data = bytes.empty() ? "" : bytes.data();
+    const int code =
+        sqlite3_bind_blob64(statement_.handle_, parameter, data, bytes.size(), SQLITE_STATIC);
+    if (code != SQLITE_OK)
+        statement_.database_.fail(code);
+}
+
+bool SqliteStatement::Run::step() {
+    const int code = sqlite3_step(statement_.handle_);
+    if (code == SQLITE_ROW)
+        return true;
+    if (code != SQLITE_DONE)
+        statement_.database_.fail(code);
+    return false;
+}
+
+std::string_view SqliteStatement::Run::column(int column) const noexcept {
+    // The pointer first: asking for it may convert the value, and so change its length.
+    const void* const data = sqlite3_column_blob(statement_.handle_, column);
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_.handle_, column));
+    return data == nullptr ? std::string_view()
+                           : std::string_view(static_cast<const char*>(data), size);
+}
+
+std::int64_t SqliteStatement::Run::number(int column) const noexcept {
+    return sqlite3_column_int64(statement_.handle_, column);
+}
+
+} // namespace vorandine::store

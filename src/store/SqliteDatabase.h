@@ -1,0 +1,79 @@
+// One connection to an SQLite file and its prepared statements: closed and finalised by themselves,
+// failures told as Errors in French with the path and what to do.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace vorandine::store {
+
+class SqliteDatabase {
+  public:
+    // Opens `path`, an absolute path; makes an empty file if there is none and `create` is set. A
+    // lock held by another connection is waited for during `patience` at most.
+    SqliteDatabase(std::string path, bool create, std::chrono::milliseconds patience);
+    SqliteDatabase(const SqliteDatabase&) = delete;
+    SqliteDatabase& operator=(const SqliteDatabase&) = delete;
+    // All statements must be gone.
+    ~SqliteDatabase();
+
+    [[nodiscard]] sqlite3* handle() const noexcept { return handle_; }
+    [[nodiscard]] const std::string& path() const noexcept { return path_; }
+
+    // Runs one statement and drops its rows.
+    void run(const std::string& sql);
+    // The first column of the first row: a number, a text.
+    [[nodiscard]] std::int64_t number(const std::string& sql);
+    [[nodiscard]] std::string text(const std::string& sql);
+    // Whether a transaction is open.
+    [[nodiscard]] bool inTransaction() const noexcept;
+    // Ends the open transaction, if there still is one, with nothing written.
+    void rollBack() noexcept;
+
+    // Throws what SQLite's result `code` means for the user.
+    [[noreturn]] void fail(int code) const;
+
+  private:
+    std::string path_;
+    sqlite3* handle_ = nullptr;
+};
+
+class SqliteStatement {
+  public:
+    SqliteStatement(const SqliteDatabase& database, const std::string& sql);
+    SqliteStatement(const SqliteStatement&) = delete;
+    SqliteStatement& operator=(const SqliteStatement&) = delete;
+    ~SqliteStatement();
+
+    // One run of the statement: parameters are bound, rows stepped through, and its end, however
+    // it comes, gives the locks back and makes the statement ready for the next run.
+    class Run {
+      public:
+        explicit Run(SqliteStatement& statement) noexcept : statement_(statement) {}
+        Run(const Run&) = delete;
+        Run& operator=(const Run&) = delete;
+        ~Run();
+
+        // Parameters count from 1. The bytes must outlive the run.
+        void bind(int parameter, std::string_view bytes);
+        // Whether there is a row; false at the end.
+        [[nodiscard]] bool step();
+        // Columns count from 0; the view ends with the next step.
+        [[nodiscard]] std::string_view column(int column) const noexcept;
+        [[nodiscard]] std::int64_t number(int column) const noexcept;
+
+      private:
+        SqliteStatement& statement_;
+    };
+
+  private:
+    const SqliteDatabase& database_;
+    sqlite3_stmt* handle_ = nullptr;
+};
+
+} // namespace vorandine::store

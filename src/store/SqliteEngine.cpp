@@ -1,0 +1,243 @@
+// Layout, creation and checks of an SQLite store, and its files: one table each, keys and records
+// as BLOBs in a tree ordered by key.
+#include "store/SqliteEngine.h"
+
+#include "store/Catalogue.h"
+#include "text/Error.h"
+
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <string_view>
+#include <utility>
+
+namespace vorandine::store {
+namespace {
+
+// "VRDN", in the header of the SQLite file: the store is ours.
+constexpr std::int64_t ApplicationId = 0x5652444E;
+constexpr std::int64_t FormatVersion = 1;
+// A record above a quarter of a page is kept apart from its key, and costs a second read.
+constexpr int PageBytes = 16384;
+// Pages kept by one connection, in KiB: the upper levels of the trees of a large store.
+constexpr int CacheKiB = 16384;
+
+// Exactly as SQLite keeps it: verify() compares.
+std::string createTable(std::string_view file) {
+    return "CREATE TABLE \"" + std::string(file) +
+           "\" (cle BLOB PRIMARY KEY, fiche BLOB NOT NULL) WITHOUT ROWID";
+}
+
+// The smallest page of SQLite, and so its smallest file.
+constexpr std::uintmax_t SmallestFile = 512;
+
+[[noreturn]] void refuse(std::uint32_t number, const std::string& path, const std::string& why) {
+    throw Error(number, "La base « " + path + " » " + why);
+}
+
+// The absolute path, which no spelling of SQLite's own (":memory:", "file:") can hide in, after
+// the checks that need no connection. The file is not opened for them: closing it again would drop
+// the locks that this process may hold on it through another connection.
+std::string checkedPath(const std::string& given, OpenMode mode) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(given, error);
+    if (error)
+        refuse(errors::StoreFailed, given, "n'est pas accessible : " + error.message() + ".");
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    switch (status.type()) {
+    case std::filesystem::file_type::not_found:
+        if (mode == OpenMode::Existing)
+            refuse(errors::StoreMissing, path, "n'existe pas. Vérifiez le chemin, ou créez-la.");
+        if (!std::filesystem::is_directory(path.parent_path(), error))
+            refuse(errors::ReadOnly, path,
+                   "ne peut pas être créée : son dossier n'existe pas. Créez-le d'abord.");
+        break;
+    case std::filesystem::file_type::regular: {
+        const std::uintmax_t size = std::filesystem::file_size(path, error);
+        if (!error && size == 0 && mode == OpenMode::Existing)
+            refuse(errors::NotADatabase, path,
+                   "n'en est pas une : le fichier est vide. Choisissez un autre chemin, ou créez "
+                   "la base à cet endroit.");
+        // SQLite takes a file of a single byte for an empty one and would write over it.
+        if (!error && size > 0 && size < SmallestFile)
+            refuse(errors::NotADatabase, path,
+                   "n'en est pas une : le fichier est d'une autre nature. Choisissez un autre "
+                   "chemin.");
+        break;
+    }
+    case std::filesystem::file_type::none:
+        refuse(errors::StoreFailed, path, "n'est pas accessible : " + error.message() + ".");
+    default:
+        refuse(
+            errors::NotADatabase, path,
+            "n'en est pas une : ce chemin ne mène pas à un fichier. Choisissez un autre chemin.");
+    }
+    return path;
+}
+
+} // namespace
+
+class SqliteEngine::File : public EngineFile {
+  public:
+    File(SqliteEngine& engine, const std::string& name)
+        : engine_(engine),
+          read_(engine.database_, "SELECT fiche FROM \"" + name + "\" WHERE cle = ?1"),
+          write_(engine.database_, "INSERT INTO \"" + name +
+                                       "\" VALUES (?1, ?2) "
+                                       "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche"),
+          erase_(engine.database_, "DELETE FROM \"" + name + "\" WHERE cle = ?1 RETURNING 1"),
+          scanFrom_(engine.database_,
+                    "SELECT cle, fiche FROM \"" + name + "\" WHERE cle >= ?1 ORDER BY cle"),
+          scanBetween_(engine.database_, "SELECT cle, fiche FROM \"" + name +
+                                             "\" WHERE cle >= ?1 AND cle < ?2 ORDER BY cle") {}
+
+    std::optional<std::string> read(std::string_view key) override {
+        SqliteStatement::Run run(read_);
+        run.bind(1, key);
+        if (!run.step())
+            return std::nullopt;
+        return std::string(run.column(0));
+    }
+
+    void write(std::string_view key, std::string_view record) override {
+        engine_.requireTransaction();
+        SqliteStatement::Run run(write_);
+        run.bind(1, key);
+        run.bind(2, record);
+        while (run.step()) {
+        }
+    }
+
+    bool erase(std::string_view key) override {
+        engine_.requireTransaction();
+        SqliteStatement::Run run(erase_);
+        run.bind(1, key);
+        bool erased = false;
+        while (run.step())
+            erased = true;
+        return erased;
+    }
+
+    void scan(const KeyRange& range, const Visitor& visit) override {
+        SqliteStatement::Run run(range.to ? scanBetween_ : scanFrom_);
+        run.bind(1, range.from);
+        if (range.to)
+            run.bind(2, *range.to);
+        while (run.step() && visit(run.column(0), run.column(1))) {
+        }
+    }
+
+  private:
+    SqliteEngine& engine_;
+    SqliteStatement read_;
+    SqliteStatement write_;
+    SqliteStatement erase_;
+    SqliteStatement scanFrom_;
+    SqliteStatement scanBetween_;
+};
+
+SqliteEngine::SqliteEngine(const std::string& path, OpenMode mode,
+                           std::chrono::milliseconds patience)
+    : database_(checkedPath(path, mode), mode == OpenMode::Create, patience) {
+    // A schema made by others could hold triggers and functions; nothing of it is to run.
+    database_.run("PRAGMA trusted_schema = OFF");
+    database_.run("PRAGMA cell_size_check = ON");
+    database_.run("PRAGMA cache_size = -" + std::to_string(CacheKiB));
+    database_.run("PRAGMA synchronous = EXTRA");
+    if (mode == OpenMode::Create && database_.number("PRAGMA page_count") == 0)
+        create();
+    verify();
+    if (database_.text("PRAGMA journal_mode = DELETE") != "delete")
+        refuse(errors::StoreFailed, database_.path(),
+               "n'a pas pu être mise dans son mode d'écriture.");
+    for (const CatalogueFile& known : catalogue()) {
+        const std::string name(known.name);
+        files_.emplace(name, std::make_unique<File>(*this, name));
+    }
+}
+
+SqliteEngine::~SqliteEngine() = default;
+
+void SqliteEngine::create() {
+    database_.run("PRAGMA page_size = " + std::to_string(PageBytes));
+    atomically([&] {
+        // Another process may have made the store since it was found empty.
+        if (database_.number("PRAGMA schema_version") != 0)
+            return;
+        database_.run("PRAGMA application_id = " + std::to_string(ApplicationId));
+        database_.run("PRAGMA user_version = " + std::to_string(FormatVersion));
+        for (const CatalogueFile& known : catalogue())
+            database_.run(createTable(known.name));
+    });
+}
+
+void SqliteEngine::verify() {
+    const std::string& path = database_.path();
+    if (database_.number("PRAGMA application_id") != ApplicationId)
+        refuse(errors::OtherProgram, path,
+               "appartient à un autre programme. Choisissez un autre chemin.");
+    const std::int64_t version = database_.number("PRAGMA user_version");
+    if (version != FormatVersion)
+        refuse(errors::OtherVersion, path,
+               "est au format " + std::to_string(version) + ", ce programme lit le format " +
+                   std::to_string(FormatVersion) +
+                   ". Utilisez la version du programme qui l'a "
+                   "écrite.");
+    std::set<std::string, std::less<>> missing;
+    for (const CatalogueFile& known : catalogue())
+        missing.insert(createTable(known.name));
+    SqliteStatement statement(database_, "SELECT sql FROM sqlite_schema WHERE name NOT LIKE "
+                                         "'sqlite\\_%' ESCAPE '\\'");
+    SqliteStatement::Run run(statement);
+    while (run.step())
+        if (missing.erase(std::string(run.column(0))) == 0)
+            refuse(errors::OtherProgram, path,
+                   "contient des tables d'un autre programme. Choisissez un autre chemin.");
+    if (!missing.empty())
+        refuse(errors::Damaged, path,
+               "est incomplète : une de ses tables manque. Remplacez-la par une copie de "
+               "sauvegarde.");
+}
+
+EngineFile* SqliteEngine::file(const std::string& name) {
+    const auto at = files_.find(name);
+    return at == files_.end() ? nullptr : at->second.get();
+}
+
+std::vector<std::string> SqliteEngine::files() {
+    std::vector<std::string> names;
+    names.reserve(files_.size());
+    for (const auto& [name, file] : files_)
+        names.push_back(name);
+    return names;
+}
+
+void SqliteEngine::atomically(const std::function<void()>& work) {
+    if (transaction_)
+        throw Error(errors::StoreFailed,
+                    "Une transaction est déjà en cours dans la base « " + database_.path() + " ».");
+    database_.run("BEGIN IMMEDIATE");
+    transaction_ = true;
+    try {
+        work();
+        requireTransaction();
+        database_.run("COMMIT");
+    } catch (...) {
+        transaction_ = false;
+        database_.rollBack();
+        throw;
+    }
+    transaction_ = false;
+}
+
+// A disk that fills up ends a transaction from within. Whoever then goes on writing must not have
+// the rest stored alone.
+void SqliteEngine::requireTransaction() const {
+    if (transaction_ && !database_.inTransaction())
+        throw Error(errors::StoreFailed,
+                    "La base « " + database_.path() +
+                        " » a annulé la transaction en cours après une erreur : rien n'en a été "
+                        "enregistré.");
+}
+
+} // namespace vorandine::store

@@ -1,0 +1,72 @@
+// Reading, writing and deleting one record, with the checks at the store's edge.
+#include "store/StoreFile.h"
+
+#include "store/RecordText.h"
+#include "text/Characters.h"
+#include "text/Error.h"
+
+#include <utility>
+
+namespace vorandine::store {
+namespace {
+
+void requireKey(const std::string& key) {
+    if (key.empty())
+        throw Error(errors::KeyRefused, "Une fiche ne peut pas avoir un code vide.");
+    text::RequirePlain(key, "Le code de la fiche");
+}
+
+} // namespace
+
+StoreFile::StoreFile(std::shared_ptr<Engine> engine, EngineFile& file, std::string name)
+    : engine_(std::move(engine)), file_(file), name_(std::move(name)) {}
+
+data::DBARecord StoreFile::ReadRecord(const std::string& key) {
+    requireKey(key);
+    std::optional<std::string> text;
+    try {
+        text = readText(key);
+    } catch (...) {
+        unread_.insert(key);
+        throw;
+    }
+    unread_.erase(key);
+    if (!text)
+        throw Error(errors::RecordMissing,
+                    "La fiche « " + key + " » n'existe pas dans le fichier « " + name_ + " ».");
+    return {shared_from_this(), key, std::move(*text)};
+}
+
+std::optional<std::string> StoreFile::readText(const std::string& key) {
+    std::optional<std::string> text = file_.read(key);
+    if (text && !isPlainRecord(*text))
+        throw Error(errors::Damaged, "La fiche « " + key + " » du fichier « " + name_ +
+                                         " » est endommagée : ce n'est pas un texte lisible. "
+                                         "Remplacez la base par une copie de sauvegarde.");
+    return text;
+}
+
+void StoreFile::requireWritable(const std::string& key) const {
+    requireKey(key);
+    if (unread_.contains(key))
+        throw Error(errors::ReadHadFailed,
+                    "La fiche « " + key + " » du fichier « " + name_ +
+                        " » n'a pas pu être lue à son ouverture : elle n'est donc pas remplacée. "
+                        "Fermez et rouvrez le dossier, puis recommencez.");
+}
+
+void StoreFile::DeleteRecord(const std::string& key) {
+    requireWritable(key);
+    file_.erase(key);
+}
+
+void StoreFile::WriteRecord(const std::string& key, std::string_view text) {
+    requireWritable(key);
+    if (!isPlainRecord(text))
+        throw Error(errors::TextRefused, "La fiche « " + key + " » du fichier « " + name_ +
+                                             " » n'est pas enregistrée : une valeur contient un "
+                                             "caractère de contrôle ou n'est pas codée en UTF-8.");
+    file_.write(key, text);
+}
+
+} // namespace vorandine::store

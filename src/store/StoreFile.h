@@ -1,0 +1,35 @@
+// A file of a store as the control knows it: checks what goes in and out of the engine, and guards
+// records that could not be read against being replaced.
+#pragma once
+
+#include "data/DBAFile.h"
+#include "store/Engine.h"
+
+#include <set>
+
+namespace vorandine::store {
+
+class StoreFile : public data::DBAFile {
+  public:
+    // `file` is of `engine`, which is kept alive.
+    StoreFile(std::shared_ptr<Engine> engine, EngineFile& file, std::string name);
+
+    // Throws, beyond what DBAFile tells and the engine's errors: Error(KeyRefused) on an empty key,
+    // Error(TextRefused) where key or text is not plain, Error(Damaged) on a stored record that is
+    // no plain text. Error(ReadHadFailed) guards a key from a failed read until a later read of it,
+    // through this object, finds the record or finds that there is none.
+    [[nodiscard]] data::DBARecord ReadRecord(const std::string& key) override;
+    void DeleteRecord(const std::string& key) override;
+    void WriteRecord(const std::string& key, std::string_view text) override;
+
+  private:
+    std::shared_ptr<Engine> engine_;
+    EngineFile& file_;
+    std::string name_;
+    std::set<std::string> unread_; // keys whose last read failed
+
+    [[nodiscard]] std::optional<std::string> readText(const std::string& key);
+    void requireWritable(const std::string& key) const;
+};
+
+} // namespace vorandine::store
