@@ -20,7 +20,7 @@ constexpr std::int64_t FormatVersion = 1;
 // A record above a quarter of a page is kept apart from its key, and costs a second read.
 constexpr int PageBytes = 16384;
 // Pages kept by one connection, in KiB: the upper levels of the trees of a large store.
-constexpr int CacheKiB = 16384;
+constexpr int CacheKiB = 4000;
 
 // Exactly as SQLite keeps it: verify() compares.
 std::string createTable(std::string_view file) {

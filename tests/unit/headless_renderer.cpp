@@ -134,8 +134,8 @@ TEST_F(Screen, ListsThatRunUnderTheirNeighbourShowTheirLines) {
     }
     dates.ListIndex(0);
     labels.ListIndex(0);
-    EXPECT_NE(line("2010").find("│>01/02/2010  │>ligne 0 "), std::string::npos) << line("2010");
-    EXPECT_NE(line("↓").find("│ ↓ 21        │ ↓ 21"), std::string::npos) << line("↓");
+    EXPECT_NE(line("2010").find("│>01/02/2010   │>ligne 0 "), std::string::npos) << line("2010");
+    EXPECT_NE(line("↓").find("│ ↓ 21         │ ↓ 21"), std::string::npos) << line("↓");
     EXPECT_FALSE(shows("↑"));
 
     // The current line stays in sight.

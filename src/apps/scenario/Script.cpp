@@ -13,9 +13,6 @@
 namespace vorandine::scenario {
 namespace {
 
-// A file that includes itself is told, not followed to the end of memory.
-constexpr std::size_t DeepestInclude = 32;
-
 std::string contents(const std::filesystem::path& path) {
     std::ifstream stream(path, std::ios::binary);
     std::string text;
@@ -42,13 +39,13 @@ Script::Script(const std::filesystem::path& file) {
 void Script::open(const std::filesystem::path& path) {
     File file{path, contents(path)};
     requireUtf8(file.text, path);
+    for (const File& including : files_)
+        if (std::filesystem::equivalent(including.path, path))
+            throw std::runtime_error(path.string() + " includes itself");
     files_.push_back(std::move(file));
 }
 
 void Script::include(const std::string& path) {
-    if (files_.size() >= DeepestInclude)
-        throw std::runtime_error("more than " + std::to_string(DeepestInclude) +
-                                 " files include each other");
     open(files_.back().path.parent_path() / path);
 }
 

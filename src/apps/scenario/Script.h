@@ -29,6 +29,7 @@ class Script {
     // The next line; none at the end.
     std::optional<Line> next();
     // Goes on with `path`, taken from the folder of the file being played, and then comes back.
+    // Throws std::runtime_error too where a file would include itself.
     void include(const std::string& path);
 
   private:

@@ -271,7 +271,9 @@ std::map<int, int> columnsAt(int scale, const std::vector<Item>& items,
 
 Layout layOut(const widgets::Form& form, int columns) {
     std::vector<Item> items;
-    collect(form, Item{}, -1, items);
+    Item corner;
+    corner.enabled = form.Enabled();
+    collect(form, corner, -1, items);
     Layout layout;
     if (items.empty())
         return layout;
