@@ -83,7 +83,13 @@ void Dossier::Cmd_Retour_Click() {
     if (std::as_const(v_.Rec_Copie)(10).empty()) {
         on_.activities.Remplir_Secteurs(Activities::Copie);
         v_.Rec_Dossier() = v_.Rec_Copie();
-        v_.Rec_Dossier.DBWrite();
+        try {
+            v_.Rec_Dossier.DBWrite();
+        } catch (...) {
+            // Else the next press would take the activities for stored.
+            v_.Rec_Copie(10) = "";
+            throw;
+        }
     }
     leave();
 }

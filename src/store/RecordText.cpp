@@ -86,20 +86,24 @@ void passSimple(const char*& at, const char* end) noexcept {
 
 } // namespace
 
-std::string_view attributeText(std::string_view record, int number) noexcept {
+std::string_view AttributeCursor::text(int number) noexcept {
     if (number < 1)
         return {};
-    const char* at = record.data();
-    const char* const end = at + record.size();
-    if (auto marks = static_cast<std::size_t>(number) - 1; marks > 0) {
-        passBlocks(at, end, marks);
-        at = passMarks(at, end, marks);
+    if (number < number_) {
+        number_ = 1;
+        at_ = record_.data();
     }
-    if (at == nullptr || at == end)
+    const char* const end = record_.data() + record_.size();
+    if (auto marks = static_cast<std::size_t>(number - number_); marks > 0 && at_ != nullptr) {
+        passBlocks(at_, end, marks);
+        at_ = passMarks(at_, end, marks);
+    }
+    number_ = number;
+    if (at_ == nullptr || at_ == end)
         return {};
-    const std::size_t rest = bytesFrom(at, end);
-    const void* const mark = std::memchr(at, data::AttributeMark, rest);
-    return {at, mark == nullptr ? rest : bytesFrom(at, static_cast<const char*>(mark))};
+    const std::size_t rest = bytesFrom(at_, end);
+    const void* const mark = std::memchr(at_, data::AttributeMark, rest);
+    return {at_, mark == nullptr ? rest : bytesFrom(at_, static_cast<const char*>(mark))};
 }
 
 bool isPlainRecord(std::string_view record) noexcept {

@@ -6,9 +6,26 @@
 
 namespace vorandine::store {
 
-// The text of attribute `number` (from 1) of a record's whole text; empty if there is none. The
-// view lies in `record`. Any bytes are taken.
-[[nodiscard]] std::string_view attributeText(std::string_view record, int number) noexcept;
+// Finds attributes of one record. Asked for ascending numbers, it passes over the record once.
+class AttributeCursor {
+  public:
+    // Reads `record`, a whole text of any bytes, where it lies.
+    explicit AttributeCursor(std::string_view record) noexcept
+        : record_(record), at_(record.data()) {}
+
+    // The text of attribute `number` (from 1), which lies in the record; empty if there is none.
+    [[nodiscard]] std::string_view text(int number) noexcept;
+
+  private:
+    std::string_view record_;
+    const char* at_; // where attribute number_ begins; null where the record ends before it
+    int number_ = 1;
+};
+
+// The text of one attribute; empty if there is none. The view lies in `record`.
+[[nodiscard]] inline std::string_view attributeText(std::string_view record, int number) noexcept {
+    return AttributeCursor(record).text(number);
+}
 
 // Whether all values of a record's whole text are plain (text::IsPlain): UTF-8 without control
 // characters between the separators of attributes and values, and no other byte.

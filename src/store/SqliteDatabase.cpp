@@ -4,6 +4,8 @@
 #include "text/Error.h"
 
 #include <cerrno>
+#include <exception>
+#include <new>
 #include <sqlite3.h>
 #include <utility>
 
@@ -70,7 +72,21 @@ Meaning meaningOf(int code, int systemError) noexcept {
     }
 }
 
+std::string_view bytesOf(sqlite3_value* value) noexcept {
+    // The pointer first: asking for it may convert the value, and so change its length.
+    const void* const data = sqlite3_value_blob(value);
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    return data == nullptr ? std::string_view()
+                           : std::string_view(static_cast<const char*>(data), size);
+}
+
 } // namespace
+
+struct SqliteDatabase::Visit {
+    const Visitor& visitor;
+    bool ended = false;
+    std::exception_ptr thrown; // no exception may pass through SQLite
+};
 
 SqliteDatabase::SqliteDatabase(std::string path, bool create, std::chrono::milliseconds patience)
     : path_(std::move(path)) {
@@ -81,6 +97,11 @@ SqliteDatabase::SqliteDatabase(std::string path, bool create, std::chrono::milli
         if (code != SQLITE_OK)
             fail(code);
         sqlite3_busy_timeout(handle_, static_cast<int>(patience.count()));
+        const int added =
+            sqlite3_create_function_v2(handle_, "visite", 2, SQLITE_UTF8 | SQLITE_DIRECTONLY, this,
+                                       &SqliteDatabase::callVisitor, nullptr, nullptr, nullptr);
+        if (added != SQLITE_OK)
+            fail(added);
     } catch (...) {
         sqlite3_close(handle_);
         throw;
@@ -135,7 +156,18 @@ void SqliteDatabase::fail(int code) const {
     throw Error(meaning.number, text);
 }
 
-SqliteStatement::SqliteStatement(const SqliteDatabase& database, const std::string& sql)
+void SqliteDatabase::callVisitor(sqlite3_context* context, int /*count*/, sqlite3_value** values) {
+    Visit& visit = *static_cast<SqliteDatabase*>(sqlite3_user_data(context))->visit_;
+    try {
+        visit.ended = !visit.visitor(bytesOf(values[0]), bytesOf(values[1]));
+    } catch (...) {
+        visit.thrown = std::current_exception();
+    }
+    if (visit.ended || visit.thrown)
+        sqlite3_result_error_code(context, SQLITE_ABORT);
+}
+
+SqliteStatement::SqliteStatement(SqliteDatabase& database, const std::string& sql)
     : database_(database) {
     const int code = sqlite3_prepare_v3(database.handle(), sql.c_str(), -1,
                                         SQLITE_PREPARE_PERSISTENT, &handle_, nullptr);
@@ -170,15 +202,23 @@ bool SqliteStatement::Run::step() {
 }
 
 std::string_view SqliteStatement::Run::column(int column) const noexcept {
-    // The pointer first: asking for it may convert the value, and so change its length.
-    const void* const data = sqlite3_column_blob(statement_.handle_, column);
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_.handle_, column));
-    return data == nullptr ? std::string_view()
-                           : std::string_view(static_cast<const char*>(data), size);
+    return bytesOf(sqlite3_column_value(statement_.handle_, column));
 }
 
 std::int64_t SqliteStatement::Run::number(int column) const noexcept {
     return sqlite3_column_int64(statement_.handle_, column);
+}
+
+void SqliteStatement::Run::visitAll(const SqliteDatabase::Visitor& visitor) {
+    SqliteDatabase::Visit visit{visitor, false, nullptr};
+    // A visitor may run a statement with a visitor of its own.
+    SqliteDatabase::Visit* const outer = std::exchange(statement_.database_.visit_, &visit);
+    const int code = sqlite3_step(statement_.handle_);
+    statement_.database_.visit_ = outer;
+    if (visit.thrown)
+        std::rethrow_exception(visit.thrown);
+    if (code != SQLITE_DONE && !visit.ended)
+        statement_.database_.fail(code);
 }
 
 } // namespace vorandine::store

@@ -4,11 +4,14 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
 struct sqlite3;
+struct sqlite3_context;
 struct sqlite3_stmt;
+struct sqlite3_value;
 
 namespace vorandine::store {
 
@@ -38,14 +41,24 @@ class SqliteDatabase {
     // Throws what SQLite's result `code` means for the user.
     [[noreturn]] void fail(int code) const;
 
+    // Gets the two columns given to the SQL function `visite`; false ends the statement. The views
+    // end with the call.
+    using Visitor = std::function<bool(std::string_view, std::string_view)>;
+
   private:
+    friend class SqliteStatement;
+    struct Visit;
+
     std::string path_;
     sqlite3* handle_ = nullptr;
+    Visit* visit_ = nullptr; // of the run that is under way, if it has one
+
+    static void callVisitor(sqlite3_context* context, int count, sqlite3_value** values);
 };
 
 class SqliteStatement {
   public:
-    SqliteStatement(const SqliteDatabase& database, const std::string& sql);
+    SqliteStatement(SqliteDatabase& database, const std::string& sql);
     SqliteStatement(const SqliteStatement&) = delete;
     SqliteStatement& operator=(const SqliteStatement&) = delete;
     ~SqliteStatement();
@@ -66,13 +79,17 @@ class SqliteStatement {
         // Columns count from 0; the view ends with the next step.
         [[nodiscard]] std::string_view column(int column) const noexcept;
         [[nodiscard]] std::int64_t number(int column) const noexcept;
+        // Runs to the end a statement whose condition calls `visite`, which calls `visitor` and
+        // selects no row: rows are handed over within SQLite's own loop, since leaving it and
+        // coming back for each of them takes as long as looking at it. Throws what `visitor` does.
+        void visitAll(const SqliteDatabase::Visitor& visitor);
 
       private:
         SqliteStatement& statement_;
     };
 
   private:
-    const SqliteDatabase& database_;
+    SqliteDatabase& database_;
     sqlite3_stmt* handle_ = nullptr;
 };
 

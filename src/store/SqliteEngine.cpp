@@ -20,7 +20,7 @@ constexpr std::int64_t FormatVersion = 1;
 // A record above a quarter of a page is kept apart from its key, and costs a second read.
 constexpr int PageBytes = 16384;
 // Pages kept by one connection, in KiB: the upper levels of the trees of a large store.
-constexpr int CacheKiB = 4000;
+constexpr int CacheKiB = 16384;
 
 // Exactly as SQLite keeps it: verify() compares.
 std::string createTable(std::string_view file) {
@@ -86,10 +86,11 @@ class SqliteEngine::File : public EngineFile {
                                        "\" VALUES (?1, ?2) "
                                        "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche"),
           erase_(engine.database_, "DELETE FROM \"" + name + "\" WHERE cle = ?1 RETURNING 1"),
-          scanFrom_(engine.database_,
-                    "SELECT cle, fiche FROM \"" + name + "\" WHERE cle >= ?1 ORDER BY cle"),
-          scanBetween_(engine.database_, "SELECT cle, fiche FROM \"" + name +
-                                             "\" WHERE cle >= ?1 AND cle < ?2 ORDER BY cle") {}
+          scanFrom_(engine.database_, "SELECT 1 FROM \"" + name +
+                                          "\" WHERE cle >= ?1 AND visite(cle, fiche) ORDER BY cle"),
+          scanBetween_(engine.database_,
+                       "SELECT 1 FROM \"" + name +
+                           "\" WHERE cle >= ?1 AND cle < ?2 AND visite(cle, fiche) ORDER BY cle") {}
 
     std::optional<std::string> read(std::string_view key) override {
         SqliteStatement::Run run(read_);
@@ -123,8 +124,7 @@ class SqliteEngine::File : public EngineFile {
         run.bind(1, range.from);
         if (range.to)
             run.bind(2, *range.to);
-        while (run.step() && visit(run.column(0), run.column(1))) {
-        }
+        run.visitAll(visit);
     }
 
   private:

@@ -171,17 +171,18 @@ constexpr auto AsciiPrimaries = [] {
 }();
 
 // The key of a text of ASCII alone, which most are: a sort makes one for each row and attribute.
-std::string asciiKey(std::string_view text) {
+void appendAsciiKey(std::string& key, std::string_view text) {
     const std::size_t length = text.size();
     std::size_t cases = length; // up to the last capital
     while (cases > 0 && !isCapital(text[cases - 1]))
         --cases;
-    std::string key(length + 2 + cases, '\0');
+    const std::size_t from = key.size();
+    key.resize(from + length + 2 + cases); // with zeros, the ends of the first two levels
+    char* const letter = key.data() + from;
     for (std::size_t i = 0; i < length; ++i)
-        key[i] = AsciiPrimaries[static_cast<unsigned char>(text[i])];
+        letter[i] = AsciiPrimaries[static_cast<unsigned char>(text[i])];
     for (std::size_t i = 0; i < cases; ++i)
-        key[length + 2 + i] = isCapital(text[i]) ? '\2' : '\1';
-    return key;
+        letter[length + 2 + i] = isCapital(text[i]) ? '\2' : '\1';
 }
 
 void trimZeros(std::string& level, char zero) {
@@ -190,18 +191,18 @@ void trimZeros(std::string& level, char zero) {
 
 } // namespace
 
-std::string CollationKey(std::string_view text) {
-    if (std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; }))
-        return asciiKey(text);
-    std::string letters;
+void AppendCollationKey(std::string& key, std::string_view text) {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; })) {
+        appendAsciiKey(key, text);
+        return;
+    }
     std::string accents;
     std::string cases;
-    letters.reserve(text.size() + 8);
     const auto put = [&](const Folded& folded) {
         for (const char32_t letter : folded.letters) {
             if (letter == 0)
                 break;
-            putPrimary(letters, letter);
+            putPrimary(key, letter);
             accents.push_back(static_cast<char>(1 + folded.accent));
             cases.push_back(folded.capital ? '\2' : '\1');
         }
@@ -214,11 +215,16 @@ std::string CollationKey(std::string_view text) {
     }
     trimZeros(accents, '\1');
     trimZeros(cases, '\1');
-    letters.push_back('\0');
-    letters += accents;
-    letters.push_back('\0');
-    letters += cases;
-    return letters;
+    key.push_back('\0');
+    key += accents;
+    key.push_back('\0');
+    key += cases;
+}
+
+std::string CollationKey(std::string_view text) {
+    std::string key;
+    AppendCollationKey(key, text);
+    return key;
 }
 
 bool CollatesBefore(std::string_view a, std::string_view b) {

@@ -19,6 +19,10 @@ namespace vorandine::text {
 // The levels follow ISO 14651 / Unicode TR 10 in spirit; no table of either is used.
 [[nodiscard]] std::string CollationKey(std::string_view text);
 
+// Puts that key behind what `key` holds. Keys hold no zero byte but the two that end their first
+// levels: with a zero byte between, several keys in a row compare as a sort by several texts.
+void AppendCollationKey(std::string& key, std::string_view text);
+
 // Whether `a` comes before `b`.
 [[nodiscard]] bool CollatesBefore(std::string_view a, std::string_view b);
 

@@ -62,24 +62,11 @@ void press(CommandButton& button) {
         button.Click();
 }
 
-void doubleClick(ListBox& list, int line) {
-    pressAndRelease(list, 1);
-    if (line != -1)
-        list.click(line, false, false);
-    if (list.DblClick)
-        list.DblClick();
-}
-
-// Enter: the selected line, the current one if several are.
+// Enter: a double click that leaves the selection as it is.
 void openSelected(ListBox& list) {
-    int line = list.ListIndex();
-    if (line == -1 || !list.Selected(line)) {
-        line = 0;
-        while (line < list.ListCount() && !list.Selected(line))
-            ++line;
-    }
-    if (line < list.ListCount())
-        doubleClick(list, line);
+    const int line = list.ListIndex();
+    if (line != -1 && list.Selected(line) && list.DblClick)
+        list.DblClick();
 }
 
 void stepList(ListBox& list, int step) {
@@ -235,7 +222,13 @@ Outcome clickLine(ListBox& list, int line, Modifiers modifiers) {
 
 Outcome doubleClickLine(ListBox& list, int line) {
     const bool possible = line == -1 ? list.ListCount() == 0 : hasLine(list, line);
-    return withFocus(list, possible, [&] { doubleClick(list, line); });
+    return withFocus(list, possible, [&] {
+        pressAndRelease(list, 1);
+        if (line != -1)
+            list.click(line, false, false);
+        if (list.DblClick)
+            list.DblClick();
+    });
 }
 
 Outcome mark(ListBox& list, const std::vector<int>& lines) {

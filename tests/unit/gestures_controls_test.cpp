@@ -77,7 +77,7 @@ TEST_F(GesturesControls, ClickOnALineRunsClickEachTimeKeysMoveByOne) {
     EXPECT_EQ(doubleClickLine(list, -1), Outcome::Refused);
     doubleClickLine(list, 2);
     pressKey(form, Key::Enter);
-    EXPECT_EQ(taken(), "line2 open2 line2 open2 ");
+    EXPECT_EQ(taken(), "line2 open2 open2 ");
     pressKey(form, Key::Down);
     pressKey(form, Key::Down);
     pressKey(form, Key::Up);
@@ -101,6 +101,10 @@ TEST_F(GesturesControls, SeveralLinesAreSelectedAsInEverySuchList) {
     mark(list, {1, 3});
     EXPECT_EQ(selected(), "bd");
     EXPECT_EQ(mark(list, {1, 4}), Outcome::Refused);
+    EXPECT_EQ(selected(), "bd");
+    taken();
+    pressKey(form, Key::Enter);
+    EXPECT_EQ(taken(), "open3 ");
     EXPECT_EQ(selected(), "bd");
     mark(list, {});
     EXPECT_EQ(selected(), "");

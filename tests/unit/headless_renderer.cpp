@@ -165,7 +165,7 @@ TEST_F(Screen, CaptionsAreNeverCutWhereTheirNeighbourCanMove) {
     Label caption;
     TextBox field;
     put(caption, {120, 120, 300, 195}, "Une légende bien plus longue que sa place");
-    put(field, {480, 60, 1200, 285});
+    put(field, {480, 60, 600, 285});
     field.MaxLength(10);
     EXPECT_NE(line("légende").find("Une légende bien plus longue que sa place ["),
               std::string::npos);

@@ -19,11 +19,12 @@ using widgets::Container;
 using widgets::Control;
 using widgets::Place;
 
-constexpr int SameRow = 110;      // twips between the middles of controls that share a row
-constexpr int RowPitch = 240;     // twips a row beside a list
-constexpr int LinePitch = 195;    // twips a line of a list
-constexpr int BlankRowFrom = 600; // so far apart, a blank row stands between two rows
-constexpr int ShortText = 12;     // texts up to here are always shown whole
+constexpr int SameRow = 110;       // twips between the middles of controls that share a row
+constexpr int RowPitch = 240;      // twips a row beside a list
+constexpr int LinePitch = 195;     // twips a line of a list
+constexpr int BlankRowFrom = 600;  // so far apart, a blank row stands between two rows
+constexpr int WideCharacter = 105; // twips, so that an empty field has room for what it is made for
+constexpr int ShortText = 12;      // texts up to here are always shown whole
 
 enum class Shape {
     Bare, // a surface: nothing of it is seen
@@ -226,9 +227,12 @@ Need need(const std::vector<Item>& items, const Item& item, int formRight) {
     const auto own = [&](int text, int margin) {
         return Need{item.left, item.right, std::min(text, ShortText) + margin};
     };
-    if (const auto* const field = as<widgets::TextField>(item))
-        return own(std::max(length(field->Text()), static_cast<int>(field->MaxLength())),
-                   as<widgets::ComboBox>(item) != nullptr ? ComboMargin : FieldMargin);
+    if (const auto* const combo = as<widgets::ComboBox>(item))
+        return own(length(combo->Text()), ComboMargin);
+    if (const auto* const field = as<widgets::TextBox>(item))
+        return own(std::max({length(field->Text()), static_cast<int>(field->MaxLength()),
+                             (item.right - item.left) / WideCharacter}),
+                   FieldMargin);
     if (const auto* const list = as<widgets::ListBox>(item))
         return own(longestLine(*list), ListMargin);
     if (as<widgets::CommandButton>(item) != nullptr)
@@ -284,9 +288,13 @@ Layout layOut(const widgets::Form& form, int columns) {
     for (const Item& item : items)
         formRight = std::max(formRight, item.right);
     std::vector<Need> needs;
-    for (const Item& item : items)
+    for (const Item& item : items) {
         if (item.shape != Shape::Bare)
             needs.push_back(need(items, item, formRight));
+        // Between two borders, one inside the other, there is air.
+        if (item.shape == Shape::Box && item.box >= 0)
+            needs.push_back({item.right, items[static_cast<std::size_t>(item.box)].right, 2});
+    }
 
     // The most generous scale at which the form still fits.
     std::map<int, int> places;

@@ -14,7 +14,7 @@
 namespace vorandine::headless {
 namespace {
 
-constexpr int Columns = 116; // leaves a margin in a terminal of 120
+constexpr int Columns = 118; // fits a terminal of 120
 
 class Grid {
   public:
