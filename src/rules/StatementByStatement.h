@@ -1,6 +1,7 @@
 // How a routine runs on after any error: statement by statement, each skipped if it fails. The last
-// error's number is kept for the routines that tell a missing record from the rest. Anything that is
-// no Error (memory run out) goes through: a screen half filled for such a reason must not be saved.
+// error's number is kept for the routines that tell a missing record from the rest. Anything that
+// is no Error (memory run out) goes through: a screen half filled for such a reason must not be
+// saved.
 #pragma once
 
 #include "text/Error.h"

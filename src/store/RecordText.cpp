@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t Block = 64;
 constexpr std::size_t Word = sizeof(std::uint64_t);
+constexpr std::size_t FewMarks = 8; // not worth counting a block for
 constexpr std::uint64_t EachByte = 0x0101010101010101U;
 
 std::size_t bytesFrom(const char* at, const char* end) noexcept {
@@ -44,9 +45,10 @@ std::uint64_t marksOfWord(const char* at) noexcept {
     return ~(((word & Low) + Low) | word | Low);
 }
 
-// Goes on from the block that holds the last mark to pass, to behind that mark; null if the text
-// ends before.
+// Behind the mark that is `marks` (at least 1) marks further on; null if the text ends before.
 const char* passMarks(const char* at, const char* end, std::size_t marks) noexcept {
+    if (marks > FewMarks)
+        passBlocks(at, end, marks);
     if constexpr (std::endian::native == std::endian::little) {
         for (; bytesFrom(at, end) >= Word; at += Word) {
             std::uint64_t found = marksOfWord(at);
@@ -66,10 +68,10 @@ const char* passMarks(const char* at, const char* end, std::size_t marks) noexce
     return nullptr;
 }
 
-// What needs no decoding: printable ASCII and separators. Signed bytes: ASCII is 0 to 127.
+// What needs no decoding: printable ASCII and separators.
 bool simple(char c) noexcept {
-    const auto byte = static_cast<signed char>(c);
-    return (byte >= 0x20 && byte < 0x7F) || c == data::AttributeMark || c == data::ValueMark;
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte >= 0x20 && byte < 0x7F) || (byte >= 0xFC && byte <= 0xFE);
 }
 
 // Passes over whole blocks of simple characters.
@@ -89,26 +91,28 @@ void passSimple(const char*& at, const char* end) noexcept {
 std::string_view AttributeCursor::text(int number) noexcept {
     if (number < 1)
         return {};
-    if (number < number_) {
-        number_ = 1;
+    if (number < next_) {
+        next_ = 1;
         at_ = record_.data();
     }
     const char* const end = record_.data() + record_.size();
-    if (auto marks = static_cast<std::size_t>(number - number_); marks > 0 && at_ != nullptr) {
-        passBlocks(at_, end, marks);
-        at_ = passMarks(at_, end, marks);
-    }
-    number_ = number;
-    if (at_ == nullptr || at_ == end)
+    if (number > next_ && at_ != nullptr)
+        at_ = passMarks(at_, end, static_cast<std::size_t>(number - next_));
+    next_ = number + 1;
+    if (at_ == nullptr || at_ == end) {
+        at_ = nullptr;
         return {};
-    const std::size_t rest = bytesFrom(at_, end);
-    const void* const mark = std::memchr(at_, data::AttributeMark, rest);
-    return {at_, mark == nullptr ? rest : bytesFrom(at_, static_cast<const char*>(mark))};
+    }
+    const char* const from = at_;
+    const auto* const mark =
+        static_cast<const char*>(std::memchr(from, data::AttributeMark, bytesFrom(from, end)));
+    at_ = mark == nullptr ? nullptr : mark + 1;
+    return {from, bytesFrom(from, mark == nullptr ? end : mark)};
 }
 
-bool isPlainRecord(std::string_view record) noexcept {
-    const char* at = record.data();
-    const char* const end = at + record.size();
+bool isPlainResult(std::string_view result) noexcept {
+    const char* at = result.data();
+    const char* const end = at + result.size();
     while (at != end) {
         passSimple(at, end);
         while (at != end && simple(*at))
@@ -121,6 +125,10 @@ bool isPlainRecord(std::string_view record) noexcept {
             return false;
     }
     return true;
+}
+
+bool isPlainRecord(std::string_view record) noexcept {
+    return record.find(data::SubvalueMark) == std::string_view::npos && isPlainResult(record);
 }
 
 } // namespace vorandine::store

@@ -18,8 +18,8 @@ class AttributeCursor {
 
   private:
     std::string_view record_;
-    const char* at_; // where attribute number_ begins; null where the record ends before it
-    int number_ = 1;
+    const char* at_; // where attribute next_ begins; null where the record ends before it
+    int next_ = 1;
 };
 
 // The text of one attribute; empty if there is none. The view lies in `record`.
@@ -30,5 +30,8 @@ class AttributeCursor {
 // Whether all values of a record's whole text are plain (text::IsPlain): UTF-8 without control
 // characters between the separators of attributes and values, and no other byte.
 [[nodiscard]] bool isPlainRecord(std::string_view record) noexcept;
+
+// The same of a request's result, in which data::SubvalueMark separates too.
+[[nodiscard]] bool isPlainResult(std::string_view result) noexcept;
 
 } // namespace vorandine::store

@@ -46,6 +46,8 @@ class QueryParser {
     // Fills all but the wanted attributes; `expectedFile` is the file that the request names.
     void parse(Request& request, std::string_view expectedFile) {
         requirePlain();
+        request.conditions.reserve(4);
+        request.order.reserve(4);
         expect("SSELECT");
         file(request, expectedFile);
         if (accept("AVEC")) {
@@ -89,13 +91,17 @@ class QueryParser {
 
     // Where the next word begins.
     [[nodiscard]] std::size_t start() {
-        at_ = std::min(query_.find_first_not_of(' ', at_), query_.size());
+        while (at_ < query_.size() && query_[at_] == ' ')
+            ++at_;
         return at_;
     }
 
     [[nodiscard]] std::string_view peek() {
         const std::size_t from = start();
-        return query_.substr(from, std::min(query_.find(' ', from), query_.size()) - from);
+        std::size_t to = from;
+        while (to < query_.size() && query_[to] != ' ')
+            ++to;
+        return query_.substr(from, to - from);
     }
 
     std::string_view word() {
@@ -181,6 +187,7 @@ class QueryParser {
 
     Condition condition() {
         Condition read;
+        read.alternatives.reserve(2);
         read.attribute = attribute();
         read.alternatives.push_back(value(comparison()));
         while (accept("OR")) {
@@ -193,6 +200,7 @@ class QueryParser {
 
 std::vector<int> wantedAttributes(std::string_view list) {
     std::vector<int> wanted;
+    wanted.reserve(4);
     for (std::size_t at = 0; at < list.size();) {
         if (list[at] == ' ') {
             ++at;

@@ -7,6 +7,7 @@
 #include "text/Error.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -71,39 +72,30 @@ bool endsBefore(const std::optional<std::string>& a, const std::optional<std::st
     return a && (!b || *a < *b);
 }
 
-// The rows found so far. Their texts and sort keys stand in one text each after the other, not in
-// one each: a request may find many.
+// The rows found so far. They stand in one text each after the other, not in one each: a request
+// may find many.
 class Rows {
   public:
-    explicit Rows(const Request& request) : request_(request), needed_(request.order), texts_() {
-        needed_.insert(needed_.end(), request.wanted.begin(), request.wanted.end());
-        std::sort(needed_.begin(), needed_.end());
-        needed_.erase(std::unique(needed_.begin(), needed_.end()), needed_.end());
-        texts_.resize(needed_.size());
-        order_ = placesOf(request.order);
-        wanted_ = placesOf(request.wanted);
+    explicit Rows(const Request& request) : request_(request) {
+        bytes_.reserve(UsualBytes);
+        rows_.reserve(UsualRows);
     }
 
     void add(Fields& fields) {
-        for (std::size_t i = 0; i < needed_.size(); ++i)
-            texts_[i] = fields[needed_[i]];
         Row row;
-        row.sortKey = bytes_.size();
-        for (const std::size_t place : order_) {
-            text::AppendCollationKey(bytes_, texts_[place]);
-            bytes_.push_back('\0'); // lower than any weight: the shorter of two keys comes first
+        row.begin = bytes_.size();
+        for (const int attribute : request_.order) {
+            bytes_ += fields[attribute];
+            bytes_.push_back(data::AttributeMark);
         }
         row.text = bytes_.size();
-        appendRow();
+        appendText(fields);
         row.end = bytes_.size();
         rows_.push_back(row);
     }
 
     [[nodiscard]] data::DBARecord result() {
-        // Rows came in key order, which stays where the sort keys are equal.
-        if (!request_.order.empty())
-            std::stable_sort(rows_.begin(), rows_.end(),
-                             [&](const Row& a, const Row& b) { return sortKey(a) < sortKey(b); });
+        sort();
         std::string text;
         text.reserve(bytes_.size());
         for (std::size_t i = 0; i < rows_.size(); ++i) {
@@ -111,6 +103,8 @@ class Rows {
                 text.push_back(data::AttributeMark);
             text.append(bytes_, rows_[i].text, rows_[i].end - rows_[i].text);
         }
+        if (!isPlainResult(text))
+            refuseDamaged();
         // An empty text has no attribute: a single row of one empty value must be set to be there.
         const bool oneEmptyRow = rows_.size() == 1 && text.empty();
         data::DBARecord record(nullptr, std::string(), std::move(text));
@@ -120,51 +114,116 @@ class Rows {
     }
 
   private:
-    struct Row { // positions in bytes_
-        std::size_t sortKey = 0;
-        std::size_t text = 0;
+    // Room made at once: what a request on one caregiver finds.
+    static constexpr std::size_t UsualRows = 16;
+    static constexpr std::size_t UsualBytes = 1024;
+    static constexpr std::size_t UsualKey = 24;
+
+    struct Row {               // positions in bytes_
+        std::size_t begin = 0; // of the texts to sort by, an attribute mark behind each
+        std::size_t text = 0;  // of the row's text
         std::size_t end = 0;
+        // The sort key being compared: its place in the text that holds them, and its beginning
+        // as a number, which tells most keys apart.
+        std::size_t key = 0;
+        std::size_t keyEnd = 0;
+        std::uint64_t keyStart = 0;
     };
 
     const Request& request_;
-    std::vector<int> needed_;             // attributes of order and wanted, ascending, once each
-    std::vector<std::string_view> texts_; // theirs, of the record in hand
-    std::vector<std::size_t> order_;      // places in texts_
-    std::vector<std::size_t> wanted_;
     std::string bytes_;
     std::vector<Row> rows_;
 
-    [[nodiscard]] std::string_view sortKey(const Row& row) const noexcept {
-        return std::string_view(bytes_).substr(row.sortKey, row.text - row.sortKey);
+    // Sorts by the first attribute, then each run of rows that are equal so far by the next one: a
+    // key is made once a row, and most often the first one settles it. Rows that are equal to the
+    // end keep the order of their keys in the file, in which they stand in bytes_.
+    void sort() {
+        struct Run {
+            std::size_t first, last, level;
+        };
+        std::vector<Run> runs{{0, rows_.size(), 0}};
+        while (!runs.empty()) {
+            const Run run = runs.back();
+            runs.pop_back();
+            if (run.level == request_.order.size() || run.last - run.first < 2)
+                continue;
+            const std::string keys = makeKeys(run.first, run.last, run.level);
+            const auto key = [&](const Row& row) {
+                return std::string_view(keys).substr(row.key, row.keyEnd - row.key);
+            };
+            const auto place = [&](std::size_t i) {
+                return rows_.begin() + static_cast<std::ptrdiff_t>(i);
+            };
+            std::sort(place(run.first), place(run.last), [&](const Row& a, const Row& b) {
+                if (a.keyStart != b.keyStart)
+                    return a.keyStart < b.keyStart;
+                const auto order = key(a) <=> key(b);
+                return order != 0 ? order < 0 : a.begin < b.begin;
+            });
+            for (std::size_t first = run.first, i = first + 1; i <= run.last; ++i) {
+                if (i < run.last && key(rows_[i]) == key(rows_[first]))
+                    continue;
+                runs.push_back({first, i, run.level + 1});
+                first = i;
+            }
+        }
     }
 
-    [[nodiscard]] std::vector<std::size_t> placesOf(const std::vector<int>& attributes) const {
-        std::vector<std::size_t> places;
-        places.reserve(attributes.size());
-        for (const int attribute : attributes)
-            places.push_back(static_cast<std::size_t>(
-                std::lower_bound(needed_.begin(), needed_.end(), attribute) - needed_.begin()));
-        return places;
+    // The collation keys of rows `first` to `last` by sort attribute `level`, noted in the rows.
+    [[nodiscard]] std::string makeKeys(std::size_t first, std::size_t last, std::size_t level) {
+        std::string keys;
+        keys.reserve((last - first) * UsualKey);
+        for (std::size_t i = first; i < last; ++i) {
+            Row& row = rows_[i];
+            const std::string_view texts =
+                std::string_view(bytes_).substr(row.begin, row.text - row.begin);
+            row.key = keys.size();
+            text::AppendCollationKey(keys, attributeText(texts, static_cast<int>(level) + 1));
+            row.keyEnd = keys.size();
+            row.keyStart = startOf(std::string_view(keys).substr(row.key));
+        }
+        return keys;
     }
 
-    void appendRow() {
-        const std::size_t from = bytes_.size();
-        for (std::size_t i = 0; i < wanted_.size(); ++i) {
+    // The first eight bytes, zeros behind a shorter text, as a number of the same order.
+    [[nodiscard]] static std::uint64_t startOf(std::string_view key) noexcept {
+        std::uint64_t number = 0;
+        for (std::size_t i = 0; i < sizeof number; ++i)
+            number = number << 8U | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
+        return number;
+    }
+
+    void appendText(Fields& fields) {
+        for (std::size_t i = 0; i < request_.wanted.size(); ++i) {
             if (i > 0)
                 bytes_.push_back(data::ValueMark);
-            bytes_ += texts_[wanted_[i]];
+            appendField(fields[request_.wanted[i]]);
         }
-        if (!isPlainRecord(std::string_view(bytes_).substr(from)))
-            throw Error(errors::Damaged,
-                        "Le fichier « " + request_.file +
-                            " » contient une fiche endommagée, qui n'est pas un texte lisible. "
-                            "Remplacez la base par une copie de sauvegarde.");
-        auto at = bytes_.begin() + static_cast<std::ptrdiff_t>(from);
-        for (const std::size_t place : wanted_) {
-            const auto end = at + static_cast<std::ptrdiff_t>(texts_[place].size());
-            std::replace(at, end, data::ValueMark, data::SubvalueMark);
-            at = end == bytes_.end() ? end : end + 1;
+    }
+
+    void appendField(std::string_view field) {
+        // Most fields are one value; result() judges what they hold besides separators.
+        if (std::none_of(field.begin(), field.end(), isMark)) {
+            bytes_ += field;
+            return;
         }
+        for (const char c : field) {
+            if (isMark(c) && c != data::ValueMark)
+                refuseDamaged();
+            bytes_.push_back(c == data::ValueMark ? data::SubvalueMark : c);
+        }
+    }
+
+    // A separator of any kind, in a result.
+    [[nodiscard]] static bool isMark(char c) noexcept {
+        return static_cast<unsigned char>(c) >= static_cast<unsigned char>(data::SubvalueMark);
+    }
+
+    [[noreturn]] void refuseDamaged() const {
+        throw Error(errors::Damaged,
+                    "Le fichier « " + request_.file +
+                        " » contient une fiche endommagée, qui n'est pas un texte lisible. "
+                        "Remplacez la base par une copie de sauvegarde.");
     }
 };
 

@@ -170,6 +170,14 @@ constexpr auto AsciiPrimaries = [] {
     return table;
 }();
 
+constexpr bool isAscii(char c) {
+    return (static_cast<unsigned char>(c) & 0x80U) == 0;
+}
+
+char primaryOf(char ascii) {
+    return AsciiPrimaries[static_cast<unsigned char>(ascii)];
+}
+
 // The key of a text of ASCII alone, which most are: a sort makes one for each row and attribute.
 void appendAsciiKey(std::string& key, std::string_view text) {
     const std::size_t length = text.size();
@@ -180,45 +188,64 @@ void appendAsciiKey(std::string& key, std::string_view text) {
     key.resize(from + length + 2 + cases); // with zeros, the ends of the first two levels
     char* const letter = key.data() + from;
     for (std::size_t i = 0; i < length; ++i)
-        letter[i] = AsciiPrimaries[static_cast<unsigned char>(text[i])];
+        letter[i] = primaryOf(text[i]);
     for (std::size_t i = 0; i < cases; ++i)
         letter[length + 2 + i] = isCapital(text[i]) ? '\2' : '\1';
 }
 
-void trimZeros(std::string& level, char zero) {
-    level.erase(level.find_last_not_of(zero) + 1);
+// The character, beyond ASCII, that begins at text[at]; `at` moves behind it.
+char32_t characterAt(std::string_view text, std::size_t& at) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    // Letters of Latin-1 and Latin Extended-A take two bytes.
+    if (lead >= 0xC2 && lead <= 0xDF && at + 1 < text.size()) {
+        const auto trail = static_cast<unsigned char>(text[at + 1]);
+        if ((trail & 0xC0U) == 0x80U) {
+            at += 2;
+            return ((lead & 0x1FU) << 6U) | (trail & 0x3FU);
+        }
+    }
+    const std::string first = Left(text.substr(at), 1);
+    at += first.size();
+    return Decode(first).front();
 }
 
 } // namespace
 
 void AppendCollationKey(std::string& key, std::string_view text) {
-    if (std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; })) {
+    if (std::all_of(text.begin(), text.end(), isAscii)) {
         appendAsciiKey(key, text);
         return;
     }
-    std::string accents;
-    std::string cases;
-    const auto put = [&](const Folded& folded) {
+    // One weight a letter, of which a text has no more than bytes; \1 is "none", and those at the
+    // end are left out.
+    std::string accents(text.size(), '\1');
+    std::string cases(text.size(), '\1');
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        if (isAscii(text[at])) {
+            key.push_back(primaryOf(text[at]));
+            cases[count++] = isCapital(text[at++]) ? '\2' : '\1';
+            continue;
+        }
+        const char32_t character = characterAt(text, at);
+        if (character >= 0x300 && character <= 0x36F && count > 0) {
+            accents[count - 1] = static_cast<char>(1 + accentOfMark(character));
+            continue;
+        }
+        const Folded folded = fold(character);
         for (const char32_t letter : folded.letters) {
             if (letter == 0)
                 break;
             putPrimary(key, letter);
-            accents.push_back(static_cast<char>(1 + folded.accent));
-            cases.push_back(folded.capital ? '\2' : '\1');
+            accents[count] = static_cast<char>(1 + folded.accent);
+            cases[count] = folded.capital ? '\2' : '\1';
+            ++count;
         }
-    };
-    for (const char32_t character : Decode(text)) {
-        if (character >= 0x300 && character <= 0x36F && !accents.empty())
-            accents.back() = static_cast<char>(1 + accentOfMark(character));
-        else
-            put(fold(character));
     }
-    trimZeros(accents, '\1');
-    trimZeros(cases, '\1');
     key.push_back('\0');
-    key += accents;
+    key.append(accents, 0, accents.find_last_not_of('\1') + 1);
     key.push_back('\0');
-    key += cases;
+    key.append(cases, 0, cases.find_last_not_of('\1') + 1);
 }
 
 std::string CollationKey(std::string_view text) {

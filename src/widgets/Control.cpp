@@ -15,17 +15,6 @@ bool contains(const Place& outer, const Place& inner) {
            outer.top + outer.height >= inner.top + inner.height;
 }
 
-// Whether a sibling that stands above hides the control from edge to edge.
-bool covered(const Control& control, const Container& parent) {
-    const auto& siblings = parent.children();
-    auto above = std::find(siblings.begin(), siblings.end(), &control);
-    return above != siblings.end() &&
-           std::any_of(std::next(above), siblings.end(), [&](const Control* sibling) {
-               return sibling->Visible() && parent.shows(*sibling) &&
-                      contains(sibling->place(), control.place());
-           });
-}
-
 } // namespace
 
 void Control::identify(std::string name, int index) {
@@ -54,11 +43,23 @@ bool Control::usable() const noexcept {
     return true;
 }
 
+bool Control::covered() const noexcept {
+    if (parent_ == nullptr)
+        return false;
+    const auto& siblings = parent_->children();
+    const auto self = std::find(siblings.begin(), siblings.end(), this);
+    return self != siblings.end() &&
+           std::any_of(std::next(self), siblings.end(), [this](const Control* sibling) {
+               return sibling->visible_ && parent_->shows(*sibling) &&
+                      contains(sibling->place_, place_);
+           });
+}
+
 bool Control::reachable() const noexcept {
     if (!usable())
         return false;
     for (const Control* control = this; control->parent_ != nullptr; control = control->parent_)
-        if (covered(*control, *control->parent_))
+        if (control->covered())
             return false;
     return true;
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vorandine::widgets {
@@ -57,6 +58,10 @@ class Control {
     [[nodiscard]] bool fixedPitch() const noexcept { return fixedPitch_; }
     void fixedPitch(bool fixed) noexcept { fixedPitch_ = fixed; }
 
+    // What the control is for, where neither caption nor label tells; "" where they do.
+    [[nodiscard]] const std::string& hint() const noexcept { return hint_; }
+    void hint(std::string hint) { hint_ = std::move(hint); }
+
     // Gives this control the focus; no leaving rule runs. Inside a leaving rule, it means that the
     // focus may not leave. Nothing happens if the control cannot have the focus.
     void SetFocus();
@@ -77,12 +82,15 @@ class Control {
 
     // Whether the control and all that it stands in are enabled and visible, on a tab in front.
     [[nodiscard]] bool usable() const noexcept;
-    // usable(), and neither it nor what it stands in is wholly covered by another control.
+    // Whether a sibling that stands above, and is shown, hides it from edge to edge.
+    [[nodiscard]] bool covered() const noexcept;
+    // usable(), and neither it nor what it stands in is covered.
     [[nodiscard]] bool reachable() const noexcept;
 
   private:
     friend class Container;
     std::string name_;
+    std::string hint_;
     int index_ = -1;
     bool enabled_ = true;
     bool visible_ = true;

@@ -167,14 +167,18 @@ Outcome paste(TextField& field, std::string_view text) {
     });
 }
 
-Outcome typeKey(Form& form, char32_t character) {
+Outcome edit(Form& form, const std::function<void(TextField&)>& work) {
     auto* const field = dynamic_cast<TextField*>(form.focus());
     if (field == nullptr || !field->editable())
         return Outcome::Done;
     return guarded(&form, [&] {
-        field->typeCharacter(character);
+        work(*field);
         return Outcome::Done;
     });
+}
+
+Outcome typeKey(Form& form, char32_t character) {
+    return edit(form, [&](TextField& field) { field.typeCharacter(character); });
 }
 
 Outcome pressKey(Form& form, Key key) {

@@ -8,6 +8,7 @@
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
 
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -43,6 +44,9 @@ Outcome erase(TextField& field);
 Outcome paste(TextField& field, std::string_view text);
 // One key where the focus is; a printable one.
 Outcome typeKey(Form& form, char32_t character);
+// Any other edit in the field that has the focus, such as pasting at the caret or undoing; nothing
+// happens where no field that can be typed in has it.
+Outcome edit(Form& form, const std::function<void(TextField&)>& work);
 // One key where the focus is; nothing happens (Done) where the key means nothing.
 Outcome pressKey(Form& form, Key key);
 

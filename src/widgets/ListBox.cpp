@@ -24,6 +24,7 @@ std::string ListBox::List(int i) const {
 void ListBox::List(int i, std::string text) {
     check(i, ListCount() - 1);
     line(i).text = std::move(text);
+    ++revision_;
 }
 
 void ListBox::AddItem(std::string text) {
@@ -36,6 +37,7 @@ void ListBox::AddItem(std::string text, int i) {
         throw Error(errors::TooManyLines, "La liste " + Name() + " ne peut pas dépasser " +
                                               std::to_string(MaxLines) + " lignes.");
     lines_.insert(lines_.begin() + i, Line{std::move(text), false});
+    ++revision_;
     if (current_ >= i)
         ++current_;
     if (anchor_ >= i)
@@ -45,6 +47,7 @@ void ListBox::AddItem(std::string text, int i) {
 void ListBox::RemoveItem(int i) {
     check(i, ListCount() - 1);
     lines_.erase(lines_.begin() + i);
+    ++revision_;
     const auto follow = [i](int& position) {
         if (position == i)
             position = -1;
@@ -57,6 +60,7 @@ void ListBox::RemoveItem(int i) {
 
 void ListBox::Clear() noexcept {
     lines_.clear();
+    ++revision_;
     current_ = -1;
     anchor_ = -1;
 }

@@ -3,6 +3,7 @@
 
 #include "widgets/Control.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <utility>
@@ -28,6 +29,9 @@ class ListBox : public Control {
     void RemoveItem(int i);
     // Leaves -1. No Click.
     void Clear() noexcept;
+
+    // Another number whenever lines have come, gone or changed: for who mirrors them.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
 
     // The current line, -1 if there is none. Setting it from code runs Click if it changes.
     [[nodiscard]] int ListIndex() const noexcept { return current_; }
@@ -58,6 +62,7 @@ class ListBox : public Control {
         bool selected = false;
     };
     std::vector<Line> lines_;
+    std::uint64_t revision_ = 0;
     int current_ = -1;
     int anchor_ = -1; // where a selection by Shift begins
     bool multi_ = false;

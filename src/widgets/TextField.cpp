@@ -19,9 +19,33 @@ void TextField::Text(std::string_view text) {
     std::u32string characters = text::Decode(text);
     const bool different = characters != characters_;
     characters_ = std::move(characters);
+    before_.reset();
     caretToEnd();
     if (different)
         changed();
+}
+
+std::string TextField::selectedText() const {
+    const std::size_t from = std::min(caret_, anchor_);
+    return text::Encode(
+        std::u32string_view(characters_).substr(from, std::max(caret_, anchor_) - from));
+}
+
+// One run of characters typed one after the other is undone at once.
+void TextField::remember(bool typing) {
+    const bool run = typing && before_ && before_->typedTo > 0 && before_->typedTo == caret_ &&
+                     caret_ == anchor_;
+    if (!run)
+        before_ = Before{characters_, 0};
+}
+
+void TextField::undo() {
+    if (!before_ || before_->characters == characters_)
+        return;
+    std::swap(before_->characters, characters_);
+    before_->typedTo = 0;
+    caretToEnd();
+    changed();
 }
 
 void TextField::changed() {
@@ -37,8 +61,10 @@ void TextField::select(std::size_t from, std::size_t to) noexcept {
 void TextField::replace(std::size_t from, std::size_t to, std::u32string_view with) {
     if (from == to && with.empty())
         return;
+    remember(from == to && with.size() == 1);
     characters_.replace(from, to - from, with);
     select(from + with.size(), from + with.size());
+    before_->typedTo = from == to && with.size() == 1 ? caret_ : 0;
     changed();
 }
 
@@ -109,10 +135,12 @@ void ComboBox::AddItem(std::string entry) {
                                    [](const Entry& a, const Entry& b) { return a.order < b.order; })
                 : entries_.end();
     entries_.insert(place, std::move(added));
+    ++revision_;
 }
 
 void ComboBox::Clear() {
     entries_.clear();
+    ++revision_;
     TextField::Text({});
 }
 

@@ -4,7 +4,9 @@
 #include "widgets/Control.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +25,11 @@ class TextField : public Control {
     virtual void Text(std::string_view text);
 
     [[nodiscard]] bool empty() const noexcept { return characters_.empty(); }
+    [[nodiscard]] std::size_t length() const noexcept { return characters_.size(); }
+    [[nodiscard]] std::size_t caret() const noexcept { return caret_; }
+    // The other end of the selection; the caret's place where nothing is selected.
+    [[nodiscard]] std::size_t anchor() const noexcept { return anchor_; }
+    [[nodiscard]] std::string selectedText() const;
 
     // At most this many characters can be typed or pasted; 0 means any number.
     [[nodiscard]] std::size_t MaxLength() const noexcept { return maxLength_; }
@@ -42,6 +49,9 @@ class TextField : public Control {
     // Line breaks and tabs become blanks, other control characters are left out, what is longer
     // than MaxLength is cut.
     void paste(std::string_view text);
+    // Puts back what stood here before the last run of typing or other edit; again: undoes that.
+    // Nothing happens if code has set the text since.
+    void undo();
     void select(std::size_t from, std::size_t to) noexcept; // the caret ends at `to`
     void selectAll() noexcept { select(0, characters_.size()); }
     void caretToEnd() noexcept { select(characters_.size(), characters_.size()); }
@@ -55,6 +65,13 @@ class TextField : public Control {
     std::size_t anchor_ = 0; // the other end of the selection
     std::size_t maxLength_ = 0;
 
+    struct Before {
+        std::u32string characters;
+        std::size_t typedTo = 0; // where the caret was after the last character typed; 0: none was
+    };
+    std::optional<Before> before_; // the last edit
+
+    void remember(bool typing);
     void replace(std::size_t from, std::size_t to, std::u32string_view with);
     void replaceSelection(std::u32string_view with);
 };
@@ -73,6 +90,8 @@ class ComboBox : public TextField {
     void Text(std::string_view text) override;
     using TextField::Text;
 
+    // Another number whenever entries have come or gone: for who mirrors them.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
     void AddItem(std::string entry); // throws Error(TooManyLines) beyond MaxLines
     void Clear();                    // the text too
     [[nodiscard]] int ListCount() const noexcept { return static_cast<int>(entries_.size()); }
@@ -91,6 +110,7 @@ class ComboBox : public TextField {
         std::string order;
     };
     std::vector<Entry> entries_;
+    std::uint64_t revision_ = 0;
     bool dropDownList_ = false;
     bool sorted_ = false;
 };

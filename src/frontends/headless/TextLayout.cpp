@@ -17,7 +17,6 @@ namespace {
 
 using widgets::Container;
 using widgets::Control;
-using widgets::Place;
 
 constexpr int SameRow = 110;       // twips between the middles of controls that share a row
 constexpr int RowPitch = 240;      // twips a row beside a list
@@ -66,25 +65,11 @@ Shape shapeOf(const Control& control) {
     return Shape::Line;
 }
 
-bool seen(const Container& parent, const Control& child) {
-    return child.Visible() && parent.shows(child);
-}
-
-bool contains(const Place& outer, const Place& inner) {
-    return outer.left <= inner.left && outer.top <= inner.top &&
-           outer.left + outer.width >= inner.left + inner.width &&
-           outer.top + outer.height >= inner.top + inner.height;
-}
-
 void collect(const Container& parent, const Item& origin, int box, std::vector<Item>& items) {
-    const auto& children = parent.children();
-    for (auto child = children.begin(); child != children.end(); ++child) {
-        const Control& control = **child;
-        const Place& place = control.place();
-        const bool covered = std::any_of(std::next(child), children.end(), [&](const Control* c) {
-            return seen(parent, *c) && contains(c->place(), place);
-        });
-        if (!seen(parent, control) || covered)
+    for (const Control* const child : parent.children()) {
+        const Control& control = *child;
+        const widgets::Place& place = control.place();
+        if (!control.Visible() || !parent.shows(control) || control.covered())
             continue;
         Item item;
         item.control = &control;
