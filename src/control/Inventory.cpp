@@ -70,8 +70,8 @@ constexpr Row Rows[] = {
     {&member<&Screen::Lst_CodSectPossibles>, "Lst_CodSectPossibles", -1, Where::Tab1, "", 0, 0, 55, {2760, 3000, 975, 1425}},
     {&member<&Screen::Lst_SectPossibles>, "Lst_SectPossibles", -1, Where::Tab1, "", 0, MultiSelect, 48, {360, 3000, 3855, 1425}},
     {&member<&Screen::Cmd_Tous>, "Cmd_Tous", -1, Where::Tab1, "Tous", 'T', 0, 49, {4560, 2880, 735, 375}},
-    {&member<&Screen::Cmd_SelectSect>, "Cmd_SelectSect", -1, Where::Tab1, "------>", 0, 0, 50, {4560, 3480, 735, 375}},
-    {&member<&Screen::Cmd_SuppSect>, "Cmd_SuppSect", -1, Where::Tab1, "<------", 0, 0, 51, {4560, 4080, 735, 375}},
+    {&member<&Screen::Cmd_SelectSect>, "Cmd_SelectSect", -1, Where::Tab1, "------>", 'C', 0, 50, {4560, 3480, 735, 375}},
+    {&member<&Screen::Cmd_SuppSect>, "Cmd_SuppSect", -1, Where::Tab1, "<------", 'E', 0, 51, {4560, 4080, 735, 375}},
     {&member<&Screen::Etq_SectSelect>, "Etq_SectSelect", -1, Where::Tab1, "Activités sélectionnées", 0, 0, 53, {6360, 2760, 1620, 195}},
     {&member<&Screen::Lst_CodSectSelect>, "Lst_CodSectSelect", -1, Where::Tab1, "", 0, 0, 54, {7320, 3000, 1095, 1425}},
     {&member<&Screen::Lst_SectSelect>, "Lst_SectSelect", -1, Where::Tab1, "", 0, MultiSelect, 47, {5520, 3000, 3615, 1425}},
@@ -186,6 +186,8 @@ Screen::Screen(widgets::UserControl& surface) {
     Txt_AnDipAidant.MaxLength(4);
     Cbo_DifFormAidant.AddItem("OUI");
     Cbo_DifFormAidant.AddItem("NON");
+    Cmd_SelectSect.hint("Choisir les activités sélectionnées");
+    Cmd_SuppSect.hint("Enlever les activités sélectionnées");
     // Where Escape looks for a button to press.
     Cmd_AnnulerForm.cancelRank(1);
     Cmd_AnnuleDif.cancelRank(2);

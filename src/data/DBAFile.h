@@ -53,7 +53,7 @@ class DBADatabase {
     // record with one attribute a row, in the query's order, and one value a wanted attribute;
     // several values of a stored attribute come as one, with 0xFC between them.
     // Throws Error(RequestRefused), which says what is wrong and at which character of the query,
-    // or the error met while reading.
+    // Error(FileUnknown), or the error met while reading.
     [[nodiscard]] virtual DBARecord Select(const std::string& request) = 0;
 };
 

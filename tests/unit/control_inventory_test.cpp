@@ -100,8 +100,8 @@ TEST_F(ControlInventory, ALetterReachesOneOfTheControlsShownTogether) {
             // An arrow has no letters: what it is for tells, and its letter with it.
             EXPECT_TRUE(!control.hint().empty() ||
                         std::string(row.caption)
-                                .find_first_of(
-                                    {row.mnemonic, static_cast<char>(row.mnemonic + ('a' - 'A'))}) !=
+                                .find_first_of({row.mnemonic,
+                                                static_cast<char>(row.mnemonic + ('a' - 'A'))}) !=
                             std::string::npos)
                 << row.name << " does not show its letter";
         }

@@ -1,4 +1,5 @@
-// No way of the platform around the rules: keys, dead keys, the clipboard, clicks, letters with Alt.
+// No way of the platform around the rules: keys, dead keys, the clipboard, clicks, letters with
+// Alt.
 #include "unit/qt_support.h"
 
 #include <gtest/gtest.h>

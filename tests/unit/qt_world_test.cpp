@@ -38,6 +38,7 @@ TEST_F(QtWorldTest, ABoxSpeaksFrenchAndEscapeAnswersOnlyWhereThereIsCancel) {
     EXPECT_FALSE(stayed);
     EXPECT_EQ(captions, QStringList({"&Oui", "&Non", "&Annuler"}));
     EXPECT_EQ(ask(widgets::Buttons::OK), widgets::Answer::OK);
+    QCoreApplication::processEvents();
     EXPECT_TRUE(window->isActiveWindow());
 }
 

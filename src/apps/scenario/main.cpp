@@ -1,10 +1,15 @@
 // vorandine-scenario: plays scenario files, as a user would work in the control.
 #include "apps/scenario/HeadlessHand.h"
 #include "apps/scenario/Player.h"
+#include "apps/scenario/QtHand.h"
 #include "apps/scenario/Script.h"
 
+#include <QApplication>
+
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,11 +27,13 @@ constexpr const char* Help =
     "Plays scenario files on the control, each on its own, and prints what a user sees.\n"
     "\n"
     "Options:\n"
-    "  --front headless  the front end to play on (the default)\n"
+    "  --front NAME      the front end to play on: headless (the default) or qt, with real events\n"
+    "                    on real windows\n"
     "  --store URL       the store: memory: (the default; new and empty for each FILE) or\n"
     "                    sqlite:PATH, used as it stands\n"
-    "  --captures DIR    the folder for pictures; none are taken without it\n"
-    "  --screens         draws each capture as text on standard output\n"
+    "  --captures DIR    the folder for pictures (qt); none are taken without it\n"
+    "  --zoom PERCENT    the size of the windows (qt), 100 by default\n"
+    "  --screens         draws each capture as text on standard output (headless)\n"
     "  --help            show this text\n"
     "  --version         show the version\n"
     "\n"
@@ -37,9 +44,20 @@ struct Options {
     std::string front = "headless";
     std::string store = "memory:";
     std::string captures;
+    int zoom = 100;
     bool screens = false;
     std::vector<std::string> files;
 };
+
+int percent(const std::string& word) {
+    constexpr int Smallest = 50;
+    constexpr int Largest = 500;
+    char* end = nullptr;
+    const long value = std::strtol(word.c_str(), &end, 10);
+    if (word.empty() || *end != '\0' || value < Smallest || value > Largest)
+        throw std::invalid_argument("--zoom takes a number from 50 to 500");
+    return static_cast<int>(value);
+}
 
 Options parse(const std::vector<std::string>& words) {
     Options options;
@@ -55,6 +73,8 @@ Options parse(const std::vector<std::string>& words) {
             options.store = value();
         else if (*word == "--captures")
             options.captures = value();
+        else if (*word == "--zoom")
+            options.zoom = percent(value());
         else if (*word == "--screens")
             options.screens = true;
         else if (word->rfind("--", 0) == 0)
@@ -62,15 +82,44 @@ Options parse(const std::vector<std::string>& words) {
         else
             options.files.push_back(*word);
     }
-    if (options.front != "headless")
-        throw std::invalid_argument("the front end " + options.front +
-                                    " is not part of this program; --front headless is");
+    if (options.front != "headless" && options.front != "qt")
+        throw std::invalid_argument("there is no front end " + options.front);
     if (options.files.empty())
         throw std::invalid_argument("no FILE given");
     return options;
 }
 
-int run(const std::vector<std::string>& words) {
+// Platforms that have no screen say so at every window.
+void withoutPlatformNoise(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.startsWith(QLatin1String("This plugin does not support")) &&
+        !text.startsWith(QLatin1String("QStandardPaths")))
+        std::cerr << qFormatLogMessage(type, context, text).toStdString() << '\n';
+}
+
+// Where there is no display, windows are drawn all the same, where nobody sees them.
+std::unique_ptr<QApplication> application(int& argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY") &&
+        !qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(withoutPlatformNoise);
+    auto made = std::make_unique<QApplication>(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return made;
+}
+
+MakeHand handMaker(const Options& options) {
+    return [options](headless::Callbacks callbacks) -> std::unique_ptr<Hand> {
+        constexpr double Percent = 100.0;
+        if (options.front == "qt")
+            return std::make_unique<QtHand>(std::move(callbacks),
+                                            Stills{options.captures, options.zoom / Percent});
+        return std::make_unique<HeadlessHand>(std::move(callbacks),
+                                              options.screens ? &std::cout : nullptr);
+    };
+}
+
+int run(int argc, char** argv) {
+    const std::vector<std::string> words(argv + 1, argv + argc);
     for (const std::string& word : words) {
         if (word == "--help") {
             std::cout << Help;
@@ -82,17 +131,16 @@ int run(const std::vector<std::string>& words) {
         }
     }
     const Options options = parse(words);
-    const MakeHand makeHand = [&](headless::Callbacks callbacks) -> std::unique_ptr<Hand> {
-        return std::make_unique<HeadlessHand>(std::move(callbacks),
-                                              options.screens ? &std::cout : nullptr);
-    };
     // All files are read before the first line is played.
     std::vector<Script> scripts;
     for (const std::string& file : options.files)
         scripts.emplace_back(file);
+    int ownArguments = 1;
+    const auto windows =
+        options.front == "qt" ? application(ownArguments, argv) : std::unique_ptr<QApplication>();
     int status = Held;
     for (Script& script : scripts) {
-        Player player(std::move(script), options.store, makeHand, std::cout, std::cerr);
+        Player player(std::move(script), options.store, handMaker(options), std::cout, std::cerr);
         if (!player.play())
             status = Failed;
     }
@@ -105,7 +153,7 @@ int run(const std::vector<std::string>& words) {
 int main(int argc, char** argv) {
     using namespace vorandine::scenario;
     try {
-        return run({argv + 1, argv + argc});
+        return run(argc, argv);
     } catch (const std::invalid_argument& error) {
         std::cerr << "vorandine-scenario: " << error.what() << "; see vorandine-scenario --help\n";
     } catch (const std::exception& error) {

@@ -1,0 +1,84 @@
+// The window's life: sizes remembered, errors told, the outcome read off the store.
+#include "apps/desktop/CaregiverWindow.h"
+
+#include "frontends/qt/ErrorDialog.h"
+
+#include <QMetaObject>
+#include <QScreen>
+#include <QTime>
+
+#include <utility>
+
+namespace vorandine::desktop {
+
+CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Caregiver caregiver,
+                                 QObject* parent)
+    : QObject(parent), session_(session), settings_(settings), caregiver_(std::move(caregiver)),
+      before_(stored()),
+      form_(session.objects(), caregiver_.code, shownName(caregiver_).toStdString(),
+            [this](const Error& error) { report(error); }),
+      window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())) {
+    window_->setObjectName("dossier");
+    if (const QSize size = settings_.caregiverSize(); size.isValid())
+        window_->resize(size.boundedTo(window_->screen()->availableSize()));
+    connect(window_.get(), &qt::FormWindow::unloaded, this, [this] {
+        window_->hide();
+        emit ended(outcome());
+    });
+    if (settings_.caregiverMaximized())
+        window_->showMaximized();
+    else
+        window_->show();
+}
+
+CaregiverWindow::~CaregiverWindow() {
+    const bool maximized = window_->isMaximized();
+    settings_.setCaregiver(maximized ? window_->normalGeometry().size() : window_->size(),
+                           maximized);
+}
+
+void CaregiverWindow::bringToFront() {
+    if (window_->isMinimized())
+        window_->showNormal();
+    window_->raise();
+    window_->activateWindow();
+}
+
+bool CaregiverWindow::close() {
+    if (!form_.form().unloaded()) {
+        bringToFront();
+        window_->close();
+    }
+    return form_.form().unloaded();
+}
+
+void CaregiverWindow::report(const Error& error) {
+    // The handler that failed is still on its way out: a dialog now would run inside it.
+    QMetaObject::invokeMethod(
+        this, [this, error] { qt::showError(window_.get(), error); }, Qt::QueuedConnection);
+}
+
+Situation CaregiverWindow::outcome() {
+    const QString time = QTime::currentTime().toString("HH:mm");
+    try {
+        if (session_.caregivers().trainingFile(caregiver_.code) != before_)
+            return {"Enregistré à " + time, {}};
+    } catch (const Error& error) {
+        return {"Fermé à " + time + ", état inconnu",
+                "Le dossier n'a pas pu être relu : " + QString::fromUtf8(error.what())};
+    }
+    if (form_.control().W_Sortir == 0)
+        return {"Interrompu à " + time, "Le dossier a été fermé sans passer par ses boutons."};
+    return {"Fermé à " + time + ", rien de changé", {}};
+}
+
+std::optional<std::string> CaregiverWindow::stored() {
+    try {
+        return session_.caregivers().trainingFile(caregiver_.code);
+    } catch (const Error&) {
+        // The control meets the same error and shows a new file; the store then refuses to write.
+        return std::nullopt;
+    }
+}
+
+} // namespace vorandine::desktop

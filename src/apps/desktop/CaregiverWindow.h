@@ -1,0 +1,51 @@
+// One caregiver's file in a window of its own, from opening to what became of it.
+#pragma once
+
+#include "apps/desktop/CaregiverModel.h"
+#include "apps/desktop/Session.h"
+#include "apps/desktop/Settings.h"
+#include "frontends/qt/FormWindow.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vorandine::desktop {
+
+class CaregiverWindow : public QObject {
+    Q_OBJECT
+  public:
+    // Opens the file and shows the window. `session` and `settings` must outlive this object.
+    // Throws what host::CaregiverForm throws.
+    CaregiverWindow(Session& session, Settings& settings, host::Caregiver caregiver,
+                    QObject* parent = nullptr);
+    ~CaregiverWindow() override;
+
+    [[nodiscard]] const std::string& code() const noexcept { return caregiver_.code; }
+    void bringToFront();
+    // As the window's own close button; true if the file is closed, false if it stays open.
+    bool close();
+
+  signals:
+    // The file was closed, and this object may be destroyed once control is back in the event
+    // loop. Emitted once.
+    void ended(const vorandine::desktop::Situation& situation);
+
+  private:
+    Session& session_;
+    Settings& settings_;
+    host::Caregiver caregiver_;
+    std::optional<std::string> before_; // the stored file as it was opened
+    host::CaregiverForm form_;
+    // Goes before the form that it shows.
+    std::unique_ptr<qt::FormWindow> window_;
+
+    void report(const Error& error);
+    [[nodiscard]] Situation outcome();
+    // The stored text; none if there is no record, and as long as it can't be read.
+    [[nodiscard]] std::optional<std::string> stored();
+};
+
+} // namespace vorandine::desktop

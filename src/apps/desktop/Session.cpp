@@ -1,0 +1,24 @@
+// Wiring the components to the store and the user.
+#include "apps/desktop/Session.h"
+
+#include "components/Rights.h"
+
+#include <utility>
+
+namespace vorandine::desktop {
+
+Session::Session(std::shared_ptr<store::Store> store, std::string url, host::User user)
+    : store_(std::move(store)), url_(std::move(url)), user_(std::move(user)), caregivers_(store_),
+      dates_([this] { return world_.today(); }),
+      rights_(std::make_shared<components::Rights>(components::storedRights(store_, user_.login))) {
+}
+
+host::HostObjects Session::objects() {
+    return {world_, dates_, std::make_shared<data::DBAClient>(), store_, rights_};
+}
+
+bool Session::mayWrite() {
+    return rights_->Droits("VORANDINEDROIT")->Niveau() == 2;
+}
+
+} // namespace vorandine::desktop

@@ -1,0 +1,236 @@
+// The window: built once from the form's tree, then kept in step with it.
+#include "frontends/qt/FormWindow.h"
+
+#include "frontends/qt/Input.h"
+#include "frontends/qt/ListView.h"
+#include "frontends/qt/Names.h"
+#include "frontends/qt/QtWorld.h"
+#include "frontends/qt/ScaledStyle.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFontInfo>
+#include <QScreen>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace vorandine::qt {
+namespace {
+
+constexpr double SmallestZoom = 0.5;
+constexpr double LargestZoom = 5.0;
+// How much of the screen a window takes at first, and how large it gets by itself.
+constexpr double PartOfScreen = 0.85;
+constexpr double LargestAtFirst = 1.6;
+constexpr double ZoomSteps = 20; // to one
+// What a window manager puts around a window, in pixels.
+constexpr int Decoration = 40;
+
+// True for as long as it lives.
+class Flag {
+  public:
+    explicit Flag(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+    ~Flag() { flag_ = before_; }
+
+  private:
+    bool& flag_;
+    bool before_;
+};
+
+} // namespace
+
+FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
+    : QWidget(parent, parent != nullptr ? Qt::Dialog : Qt::Window), form_(form), world_(world),
+      style_(std::make_unique<ScaledStyle>(scale_)), input_(std::make_unique<Input>(*this)) {
+    scale_ = Scale(1.0, logicalDpiX());
+    views_.push_back(makeView(form, *this));
+    byControl_[&form] = views_.back().get();
+    build(form, *views_.back());
+    for (const auto& view : views_)
+        input_->listenTo(*view);
+    linkTables(views_);
+    nameForAssistance(views_);
+    for (QWidget* const part : findChildren<QWidget*>())
+        part->setStyle(style_.get());
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget* /*before*/, QWidget* now) { focusMovedTo(now); });
+    world_.enter(*this);
+    setZoom(suitableZoom());
+}
+
+FormWindow::~FormWindow() {
+    world_.leave(*this);
+    disconnect(qApp, nullptr, this, nullptr);
+    input_.reset();
+    // The native widgets go before the style that they are drawn in.
+    delete &views_.front()->widget();
+}
+
+void FormWindow::build(const widgets::Container& container, View& parent) {
+    for (widgets::Control* const child : container.children()) {
+        views_.push_back(makeView(*child, parent.ground(child->page())));
+        View& made = *views_.back();
+        byControl_[child] = &made;
+        if (const auto* const inner = dynamic_cast<const widgets::Container*>(child))
+            build(*inner, made);
+    }
+}
+
+QWidget* FormWindow::widgetFor(const widgets::Control& control) const {
+    const auto found = byControl_.find(&control);
+    return found == byControl_.end() ? nullptr : &found->second->widget();
+}
+
+widgets::Control* FormWindow::controlAt(const QPoint& place) const {
+    const QWidget* const widget = childAt(place);
+    const View* const view = widget != nullptr ? input_->viewOf(widget) : nullptr;
+    return view != nullptr ? &view->control() : nullptr;
+}
+
+widgets::Outcome FormWindow::gesture(const std::function<widgets::Outcome()>& act) {
+    ++handlers_;
+    world_.begin(*this);
+    const widgets::Outcome outcome = act();
+    world_.end(*this);
+    --handlers_;
+    outcome_ = outcome;
+    sync();
+    return outcome;
+}
+
+void FormWindow::sync() {
+    if (syncing_)
+        return;
+    {
+        const Flag flag(syncing_);
+        if (const QString title = shown(form_.Caption()); windowTitle() != title)
+            setWindowTitle(title);
+        for (const auto& view : views_)
+            view->sync();
+        syncFocus();
+    }
+    finish();
+}
+
+void FormWindow::syncFocus() {
+    const widgets::Control* const control = form_.focus();
+    const auto found = byControl_.find(control);
+    QWidget& target =
+        control != nullptr && found != byControl_.end() ? found->second->focusTarget() : *this;
+    if (focusWidget() == &target || (&target == this && focusWidget() == nullptr && hasFocus()))
+        return;
+    target.setFocus(Qt::OtherFocusReason);
+}
+
+// The focus has moved by a way that is none of ours, such as an assistive tool.
+void FormWindow::focusMovedTo(QWidget* now) {
+    if (syncing_ || handlers_ > 0 || form_.unloaded() || now == nullptr || now->window() != this ||
+        !isEnabled())
+        return;
+    View* const view = input_->viewOf(now);
+    if (view == nullptr || &view->control() == form_.focus() || !view->control().takesFocus())
+        return;
+    gesture([&] { return widgets::moveFocus(view->control()); });
+}
+
+bool FormWindow::focusNextPrevChild(bool next) {
+    // A widget that is being disabled or hidden tries to hand its focus on.
+    if (syncing_ || form_.unloaded())
+        return false;
+    gesture(
+        [&] { return widgets::pressKey(form_, next ? widgets::Key::Tab : widgets::Key::BackTab); });
+    return true;
+}
+
+void FormWindow::finish() {
+    if (!form_.unloaded() || handlers_ > 0 || told_)
+        return;
+    told_ = true;
+    hide();
+    QTimer::singleShot(0, this, [this] { emit unloaded(); });
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    if (form_.unloaded()) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    gesture([&] { return widgets::closeForm(form_); });
+}
+
+QSize FormWindow::sizeAt(double zoom) const {
+    const Scale scale(zoom, logicalDpiX());
+    return {scale.pixels(form_.place().width), scale.pixels(form_.place().height)};
+}
+
+double FormWindow::largestZoom() const {
+    const QSize room = screen()->availableSize() - QSize(0, Decoration);
+    const QSize whole = sizeAt(1.0);
+    return std::min(static_cast<double>(room.width()) / std::max(1, whole.width()),
+                    static_cast<double>(room.height()) / std::max(1, whole.height()));
+}
+
+double FormWindow::suitableZoom() const {
+    if (const auto* const owner = parentWidget() != nullptr
+                                      ? qobject_cast<FormWindow*>(parentWidget()->window())
+                                      : nullptr)
+        return std::min(owner->zoom(), largestZoom());
+    const double zoom = std::min(largestZoom() * PartOfScreen, LargestAtFirst);
+    return std::max(1.0, std::floor(zoom * ZoomSteps) / ZoomSteps);
+}
+
+QFont FormWindow::enlarged(QFont font) const {
+    font.setPixelSize(std::max(QFontInfo(font).pixelSize(), scale_.font(false).pixelSize()));
+    return font;
+}
+
+void FormWindow::setZoom(double zoom) {
+    const double held = std::clamp(zoom, SmallestZoom, LargestZoom);
+    scale_ = Scale(held, logicalDpiX());
+    layOut();
+    resize(sizeAt(held));
+    emit zoomChanged(held);
+}
+
+void FormWindow::layOut() {
+    // The surface stands in the middle of what the window leaves at its sides.
+    for (const auto& view : views_)
+        view->layOut(scale_);
+    const QSize size = sizeAt(scale_.factor());
+    const QPoint corner(std::max(0, (width() - size.width()) / 2),
+                        std::max(0, (height() - size.height()) / 2));
+    views_.front()->widget().setGeometry(QRect(corner, size));
+    sync();
+}
+
+void FormWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const QSize whole = sizeAt(1.0);
+    if (size() != sizeAt(scale_.factor()) && !whole.isEmpty()) {
+        const double fit = std::min(static_cast<double>(width()) / whole.width(),
+                                    static_cast<double>(height()) / whole.height());
+        const double held = std::clamp(fit, SmallestZoom, LargestZoom);
+        scale_ = Scale(held, logicalDpiX());
+        emit zoomChanged(held);
+    }
+    layOut();
+}
+
+void FormWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    sync();
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        sync();
+}
+
+} // namespace vorandine::qt

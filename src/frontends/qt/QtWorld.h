@@ -1,0 +1,83 @@
+// The outside world in real windows: message boxes in French, modal forms, popup menus at the
+// pointer, the clock of the machine.
+#pragma once
+
+#include "widgets/World.h"
+
+#include <QMenu>
+#include <QPoint>
+#include <QPointer>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+class QAbstractButton;
+class QMessageBox;
+
+namespace vorandine::qt {
+
+class FormWindow;
+
+// For whoever plays the person at the screen: each is called beside what is really shown. Empty:
+// a person sits there.
+struct Hooks {
+    // The box is shown; its event loop runs until one of its buttons is pressed (buttonFor).
+    std::function<void(const widgets::Message& message, QMessageBox& box)> boxShown;
+    // The form's window is shown. Comes back when the form was unloaded, or never will be.
+    std::function<void(widgets::Form& form, FormWindow& window)> modalShown;
+    // The menu is open.
+    std::function<void(widgets::Menu& menu, QMenu& popup)> menuShown;
+};
+
+// The button of a message box that gives `answer`; null if the box has none.
+[[nodiscard]] QAbstractButton* buttonFor(const QMessageBox& box, widgets::Answer answer);
+// The entry of an open menu; null if it shows none of that name.
+[[nodiscard]] QAction* actionFor(const QMenu& popup, const widgets::Menu& entry);
+
+// Lives longer than every FormWindow that shows forms of its control. Needs a QApplication, and
+// must be used from its thread alone.
+class QtWorld : public widgets::World {
+  public:
+    // `today` gives the current date; empty: the machine's, in its time zone.
+    explicit QtWorld(std::function<widgets::Date()> today = {});
+    ~QtWorld() override;
+
+    // A box that is answered without a press (the program is ending) gives its last button.
+    widgets::Answer messageBox(const widgets::Message& message) override;
+    void runModal(widgets::Form& form) override;
+    void popupMenu(widgets::Menu& menu) override;
+    [[nodiscard]] widgets::Date today() override;
+    void letEventsThrough() override;
+
+    void hooks(Hooks hooks) { hooks_ = std::move(hooks); }
+
+    // The window in front: the modal one opened last, else the one in which a gesture is under way,
+    // else the active one, else the last opened. Null if there is none.
+    [[nodiscard]] FormWindow* front() const;
+    // The menu that is open; null if none is.
+    [[nodiscard]] QMenu* openMenu() const { return menu_; }
+    // Where the next menu opens; empty: at the pointer.
+    void menuAt(std::optional<QPoint> place) { menuPlace_ = place; }
+
+  private:
+    friend class FormWindow;
+    void enter(FormWindow& window);
+    // A gesture in the window begins and ends.
+    void begin(FormWindow& window) { working_.push_back(&window); }
+    void end(FormWindow& /*window*/) { working_.pop_back(); }
+    void leave(FormWindow& window);
+    void syncAll();
+    // Brings the front window back to the front: not every platform does after a box was closed.
+    void activateFront();
+
+    std::function<widgets::Date()> today_;
+    Hooks hooks_;
+    std::vector<FormWindow*> windows_; // in the order opened
+    std::vector<FormWindow*> modal_;
+    std::vector<FormWindow*> working_; // with a gesture under way, the last one begun last
+    QPointer<QMenu> menu_;
+    std::optional<QPoint> menuPlace_;
+};
+
+} // namespace vorandine::qt

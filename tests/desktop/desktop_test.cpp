@@ -1,0 +1,284 @@
+// The desktop host as its user works it, on a platform without a screen: the list by keyboard, the
+// windows it opens, what it tells of them, and how it ends.
+#include "apps/desktop/CaregiverWindow.h"
+#include "apps/desktop/MainWindow.h"
+#include "apps/desktop/NewCaregiverDialog.h"
+#include "apps/desktop/Options.h"
+#include "unit/store_support.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+namespace vorandine::desktop {
+namespace {
+
+class Desktop : public testing::Test {
+  protected:
+    std::shared_ptr<store::Store> store =
+        std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
+    std::unique_ptr<Session> session;
+    Settings settings;
+    std::unique_ptr<MainWindow> list;
+
+    void SetUp() override {
+        for (const char* const table : {"DIPLOMES", "FORMPRO", "QUALIF"})
+            put("TABLES", table, "");
+        put("ACTIVITES", "A1", "Ménage");
+        put("DROITS", "sylvie*VORANDINEDROIT",
+            "2\xFE"
+            "1\xFE*");
+        put("DROITS", "odile*VORANDINEDROIT",
+            "1\xFE"
+            "1\xFE*");
+        put("AIDANT", "00012", "DURAND Marie");
+        put("AIDANT", "00031", "ÉTIENNE Zoé");
+        put("AIDANT", "00020", "FABRE Marie");
+        put("FORMVORANDINE", "00105", FileText);
+        put("FORMVORANDINE", "00012", FileText);
+    }
+
+    // A file as the control writes it: leaving it unchanged asks nothing.
+    static constexpr const char* FileText = "D\xFE\xFE"
+                                            "1994\xFE\xFE\xFE\xFE\xFE\xFE"
+                                            "\xFD\xFD\xFD\xFD\xFD\xFD\xFE"
+                                            "A1\xFE"
+                                            "20010903\xFE"
+                                            "20010903";
+    // How boxes are answered, and how many came.
+    widgets::Answer answer = widgets::Answer::Cancel;
+    int asked = 0;
+
+    void put(const std::string& file, const std::string& key, const std::string& text) {
+        store->OpenFile(file)->WriteRecord(key, text);
+    }
+
+    void show(const std::string& user = "sylvie") {
+        session = std::make_unique<Session>(store, "memory:", host::User{user, user});
+        session->world().hooks({.boxShown =
+                                    [this](const widgets::Message&, QMessageBox& box) {
+                                        ++asked;
+                                        qt::buttonFor(box, answer)->click();
+                                    },
+                                .modalShown = {},
+                                .menuShown = {}});
+        list = std::make_unique<MainWindow>(*session, settings);
+        list->show();
+        list->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(list.get()));
+    }
+    void TearDown() override {
+        list.reset();
+        session.reset();
+    }
+
+    template <typename Widget>
+    Widget& part(const char* name) {
+        return *list->findChild<Widget*>(name);
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    void type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+    // One column of what the list shows, the current line in brackets.
+    std::string shown(int column) {
+        auto& view = part<QTreeView>("aidants");
+        std::string lines;
+        for (int row = 0; row < view.model()->rowCount(); ++row) {
+            const std::string text =
+                view.model()->index(row, column).data().toString().toStdString();
+            lines += view.currentIndex().row() == row ? "[" + text + "]" : text;
+            lines += ';';
+        }
+        return lines;
+    }
+    std::string situation(const std::string& code) {
+        QAbstractItemModel& model = *part<QTreeView>("aidants").model();
+        for (int row = 0; row < model.rowCount(); ++row)
+            if (model.index(row, 0).data().toString().toStdString() == code)
+                return model.index(row, 2).data().toString().toStdString();
+        return "not shown";
+    }
+
+    static std::vector<qt::FormWindow*> files() {
+        std::vector<qt::FormWindow*> open;
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (auto* const window = qobject_cast<qt::FormWindow*>(widget))
+                if (window->isVisible())
+                    open.push_back(window);
+        return open;
+    }
+    static qt::FormWindow& file(const std::string& code) {
+        for (qt::FormWindow* const window : files())
+            if (window->form().Caption().find("(" + code + ")") != std::string::npos)
+                return *window;
+        throw std::runtime_error("no window shows " + code);
+    }
+    static void press(qt::FormWindow& window, const std::string& button) {
+        auto& command = dynamic_cast<widgets::CommandButton&>(*window.form().find(button));
+        window.gesture([&] { return widgets::click(command); });
+    }
+    static void change(qt::FormWindow& window) {
+        dynamic_cast<widgets::TextBox&>(*window.form().find("Txt_AnDipAidant")).Text("1996");
+    }
+};
+
+TEST_F(Desktop, ListIsSearchedSortedAndWorkedByKeyboardAlone) {
+    show();
+    EXPECT_EQ(shown(1), "[(nom inconnu)];DURAND Marie;ÉTIENNE Zoé;FABRE Marie;");
+    EXPECT_EQ(part<QLabel>("nombre").text(), "4 aidants");
+    type("MARIE");
+    EXPECT_EQ(shown(1), "[DURAND Marie];FABRE Marie;");
+    EXPECT_EQ(part<QLabel>("nombre").text(), "2 sur 4 aidants");
+    press(Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), &part<QTreeView>("aidants"));
+    press(Qt::Key_Down);
+    EXPECT_EQ(shown(1), "DURAND Marie;[FABRE Marie];");
+    type(" d");
+    EXPECT_EQ(QApplication::focusWidget(), &part<QLineEdit>("recherche"));
+    EXPECT_EQ(shown(1), "[DURAND Marie];");
+    press(Qt::Key_Escape);
+    press(Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(shown(0), "[00012];00020;00031;00105;");
+    type("xyz");
+    EXPECT_EQ(part<QLabel>("nombre").text(), "Aucun aidant ne correspond.");
+    press(Qt::Key_Return);
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(Desktop, EachFileHasOneWindowAndTheListTellsWhatBecameOfIt) {
+    show();
+    type("durand");
+    press(Qt::Key_Return);
+    EXPECT_EQ(situation("00012"), "Ouvert");
+    list->open({"00105", ""});
+    list->open({"00012", "DURAND Marie"});
+    ASSERT_EQ(files().size(), 2U);
+
+    change(file("00012"));
+    press(file("00012"), "Cmd_OK");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return situation("00012") != "Ouvert"; }));
+    EXPECT_EQ(files().size(), 1U);
+    EXPECT_TRUE(situation("00012").starts_with("Enregistré à ")) << situation("00012");
+    EXPECT_EQ(store->OpenFile("FORMVORANDINE")->ReadRecord("00012")(3), "1996");
+
+    part<QLineEdit>("recherche").clear();
+    file("00105").close();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return situation("00105") != "Ouvert"; }));
+    EXPECT_NE(situation("00105").find("rien de changé"), std::string::npos);
+    EXPECT_EQ(asked, 0);
+    list->open({"00105", ""});
+    EXPECT_EQ(situation("00105"), "Ouvert");
+}
+
+TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {
+    show();
+    list->open({"00012", "DURAND Marie"});
+    list->open({"00105", ""});
+    change(file("00012"));
+    int ends = 0;
+    QObject::connect(list.get(), &MainWindow::closed, list.get(), [&] { ++ends; });
+    EXPECT_FALSE(list->close());
+    EXPECT_TRUE(list->isVisible());
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(ends, 0);
+    EXPECT_TRUE(file("00012").isVisible());
+
+    answer = widgets::Answer::No;
+    EXPECT_TRUE(list->close());
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(store->OpenFile("FORMVORANDINE")->ReadRecord("00012")(3), "1994");
+}
+
+TEST_F(Desktop, NewCaregiverIsCheckedStoredAndOpened) {
+    show();
+    type("Zoe");
+    QTimer::singleShot(0, [] {
+        auto* const dialog = qobject_cast<NewCaregiverDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto& code = *dialog->findChild<QLineEdit*>("code");
+        dialog->findChild<QLineEdit*>("nom")->setText("MÉRY Ève");
+        code.setText("0001");
+        dialog->accept();
+        EXPECT_TRUE(dialog->isVisible());
+        EXPECT_TRUE(dialog->findChild<QLabel*>("refus")->text().contains("00012"));
+        code.setText("00040");
+        dialog->accept();
+        EXPECT_FALSE(dialog->isVisible());
+    });
+    part<QPushButton>("nouveau").click();
+    EXPECT_EQ(situation("00040"), "Ouvert");
+    EXPECT_EQ(file("00040").form().Caption(), "MÉRY Ève (00040)");
+    EXPECT_EQ(store->OpenFile("AIDANT")->ReadRecord("00040")(), "MÉRY Ève");
+}
+
+TEST_F(Desktop, WhoMayNotWriteAddsNobody) {
+    show("odile");
+    EXPECT_FALSE(part<QPushButton>("nouveau").isEnabled());
+    EXPECT_TRUE(part<QPushButton>("ouvrir").isEnabled());
+}
+
+TEST_F(Desktop, AFileThatCannotBeOpenedLeavesTheListUsable) {
+    show();
+    store->OpenFile("TABLES")->DeleteRecord("QUALIF");
+    EXPECT_THROW(list->open({"00012", "DURAND Marie"}), Error);
+    EXPECT_EQ(situation("00012"), "Erreur à l'ouverture");
+    EXPECT_TRUE(files().empty());
+    put("TABLES", "QUALIF", "");
+    list->open({"00012", "DURAND Marie"});
+    EXPECT_EQ(situation("00012"), "Ouvert");
+}
+
+TEST_F(Desktop, SizesAreRememberedBetweenRuns) {
+    show();
+    list->resize(777, 444);
+    list->open({"00012", "DURAND Marie"});
+    file("00012").resize(file("00012").size() / 2);
+    const QSize size = file("00012").size();
+    EXPECT_TRUE(list->close());
+    TearDown();
+    show();
+    EXPECT_EQ(list->size(), QSize(777, 444));
+    list->open({"00012", "DURAND Marie"});
+    EXPECT_EQ(file("00012").size(), size);
+}
+
+TEST(DesktopOptions, ComeInBothWritings) {
+    const Options options = parse({"--user=sylvie", "sqlite:a=b", "--open", "00012"});
+    EXPECT_EQ(options.user, "sylvie");
+    EXPECT_EQ(options.store, "sqlite:a=b");
+    EXPECT_EQ(options.open, "00012");
+    EXPECT_EQ(parse({"--store", "memory:"}).store, "memory:");
+    using Arguments = std::vector<std::string>;
+    for (const Arguments& wrong : {Arguments{"--user"},
+                                   {"--user="},
+                                   {"a", "b"},
+                                   {"--store", "a", "b"},
+                                   {"--help=1"},
+                                   {"-x"},
+                                   {"--unknown"}})
+        EXPECT_THROW((void)parse(wrong), UsageError) << wrong.front();
+}
+
+} // namespace
+} // namespace vorandine::desktop
+
+int main(int argc, char** argv) {
+    // Neither a screen nor the settings of whoever runs the tests.
+    const store_test::Folder folder;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_CONFIG_HOME", folder.path().c_str());
+    const QApplication application(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
