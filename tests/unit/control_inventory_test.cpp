@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <set>
+#include <string_view>
 
 namespace vorandine::control_test {
 namespace {
@@ -85,13 +86,12 @@ TEST_F(ControlInventory, ALetterReachesOneOfTheControlsShownTogether) {
     for (int tab = 0; tab < 3; ++tab) {
         std::map<char, std::string> reached;
         for (const control::Row& row : control::Inventory()) {
-            auto& control = at<widgets::Control>(*form, row.name);
-            EXPECT_TRUE(row.mnemonic != 0 ||
-                        dynamic_cast<widgets::CommandButton*>(&control) == nullptr)
+            EXPECT_TRUE(row.mnemonic != 0 || std::string_view(row.name).substr(0, 4) != "Cmd_")
                 << row.name << " has no letter";
             if (row.mnemonic == 0)
                 continue;
-            const int stands = tabOf(at<widgets::Control>(*form, row.name));
+            const auto& control = at<widgets::Control>(*form, row.name);
+            const int stands = tabOf(control);
             if (stands != -1 && stands != tab)
                 continue;
             EXPECT_TRUE(reached.emplace(row.mnemonic, row.name).second)

@@ -21,7 +21,6 @@ namespace vorandine::qt {
 namespace {
 
 using widgets::Key;
-using widgets::Outcome;
 
 constexpr double ZoomStep = 1.1;
 
