@@ -125,6 +125,8 @@ void FormWindow::syncFocus() {
     if (focusWidget() == &target || (&target == this && focusWidget() == nullptr && hasFocus()))
         return;
     target.setFocus(Qt::OtherFocusReason);
+    // Who works by keyboard must see where he is, however the focus came there.
+    setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 // The focus has moved by a way that is none of ours, such as an assistive tool.
