@@ -44,12 +44,6 @@ bool holds(const Condition& condition, std::string_view field) noexcept {
     }
 }
 
-bool selected(const Request& request, Fields& fields) noexcept {
-    return std::all_of(
-        request.conditions.begin(), request.conditions.end(),
-        [&](const Condition& condition) { return holds(condition, fields[condition.attribute]); });
-}
-
 // The first text above all that begin with `prefix`; none if there is no such text.
 std::optional<std::string> above(std::string prefix) {
     while (!prefix.empty() && prefix.back() == '\xFF')
@@ -249,11 +243,34 @@ KeyRange keyRange(const Request& request) {
     return range;
 }
 
+namespace {
+
+// The conditions that the key range leaves to be looked at, those of the first attributes first: a
+// record is then passed over once.
+std::vector<const Condition*> remaining(const Request& request) {
+    std::vector<const Condition*> conditions;
+    for (const Condition& condition : request.conditions) {
+        const bool settled = condition.attribute == 0 && condition.alternatives.size() == 1 &&
+                             condition.alternatives.front().op == Operator::Equal;
+        if (!settled)
+            conditions.push_back(&condition);
+    }
+    std::stable_sort(
+        conditions.begin(), conditions.end(),
+        [](const Condition* a, const Condition* b) { return a->attribute < b->attribute; });
+    return conditions;
+}
+
+} // namespace
+
 data::DBARecord select(const Request& request, EngineFile& file) {
+    const std::vector<const Condition*> conditions = remaining(request);
     Rows rows(request);
     file.scan(keyRange(request), [&](std::string_view key, std::string_view record) {
         Fields fields(key, record);
-        if (selected(request, fields))
+        if (std::all_of(conditions.begin(), conditions.end(), [&](const Condition* condition) {
+                return holds(*condition, fields[condition->attribute]);
+            }))
             rows.add(fields);
         return true;
     });
