@@ -65,7 +65,6 @@ void FieldEdit::mirror(const widgets::TextField& field) {
         else
             setSelection(from, to - from);
     }
-    setToolTip(tooLong() ? content : QString());
 }
 
 std::size_t FieldEdit::nativeCaret() const {
@@ -110,6 +109,13 @@ void FieldEdit::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     QLineEdit::mouseDoubleClickEvent(event);
     emit caretMoved();
+}
+
+// Looked at on demand: measuring each field at each gesture would cost more than the gesture.
+bool FieldEdit::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(tooLong() ? text() : QString());
+    return QLineEdit::event(event);
 }
 
 bool FieldEdit::tooLong() const {
@@ -175,7 +181,6 @@ ComboView::ComboView(widgets::ComboBox& combo, QWidget& parent)
     native_.setContextMenuPolicy(Qt::PreventContextMenu);
     if (combo.editable()) {
         edit_ = new FieldEdit(&native_);
-        native_.setEditable(true);
         native_.setLineEdit(edit_);
         native_.setCompleter(nullptr);
     }

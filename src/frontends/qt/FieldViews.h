@@ -33,6 +33,8 @@ class FieldEdit : public QLineEdit {
     void caretMoved(); // by the mouse
 
   protected:
+    // A text too long for the field shows whole in a tool tip.
+    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -47,7 +47,9 @@ class Flag {
 FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
     : QWidget(parent, parent != nullptr ? Qt::Dialog : Qt::Window), form_(form), world_(world),
       style_(std::make_unique<ScaledStyle>(scale_)), input_(std::make_unique<Input>(*this)) {
-    scale_ = Scale(1.0, logicalDpiX());
+    scale_ = Scale(suitableZoom(), logicalDpiX());
+    // What is made below has the font from the start, and never asks for the one of the platform.
+    setFont(scale_.font(false));
     views_.push_back(makeView(form, *this));
     byControl_[&form] = views_.back().get();
     build(form, *views_.back());
@@ -60,7 +62,7 @@ FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget* /*before*/, QWidget* now) { focusMovedTo(now); });
     world_.enter(*this);
-    setZoom(suitableZoom());
+    setZoom(scale_.factor());
 }
 
 FormWindow::~FormWindow() {

@@ -89,8 +89,6 @@ ListView::ListView(widgets::ListBox& list, QWidget& parent)
       native_(static_cast<ListWidget&>(widget())), lines_(new LineModel(list, &native_)) {
     native_.setSelectionMode(list.multiSelect() ? QAbstractItemView::ExtendedSelection
                                                 : QAbstractItemView::SingleSelection);
-    native_.setModel(lines_);
-    revision_ = list.revision();
 }
 
 std::vector<QWidget*> ListView::sources() const {
@@ -120,19 +118,25 @@ void ListView::sync() {
     View::sync();
     if (const QRect place = scale_.rect(seenPlace()); native_.geometry() != place)
         native_.setGeometry(place);
-    const bool changed = revision_ != list_.revision();
+    if (native_.model() == nullptr && !native_.isVisible())
+        return;
+    const bool changed = native_.model() == nullptr || revision_ != list_.revision();
     if (changed)
         reread();
     syncSelection(changed);
 }
 
-// The view stays where it is scrolled to.
+// The view stays where it is scrolled to. It gets the lines when it is on the screen: before, each
+// change of style, font and size would lay all of them out.
 void ListView::reread() {
     revision_ = list_.revision();
     QScrollBar& bar = *native_.verticalScrollBar();
     const QSignalBlocker quiet(bar);
     const int top = bar.value();
-    lines_->reread();
+    if (native_.model() == nullptr)
+        native_.setModel(lines_);
+    else
+        lines_->reread();
     native_.doItemsLayout();
     bar.setValue(top);
 }
@@ -183,13 +187,14 @@ bool runsUnder(const widgets::Control& list, const widgets::Control& next) {
 }
 
 void linkTables(const std::vector<std::unique_ptr<View>>& views) {
+    std::vector<ListView*> lists;
     for (const auto& view : views)
-        for (const auto& next : views) {
-            auto* const a = dynamic_cast<ListView*>(view.get());
-            auto* const b = dynamic_cast<ListView*>(next.get());
-            if (a != nullptr && b != nullptr && runsUnder(a->control(), b->control()))
-                a->scrollWith(*b);
-        }
+        if (auto* const list = dynamic_cast<ListView*>(view.get()))
+            lists.push_back(list);
+    for (ListView* const list : lists)
+        for (ListView* const next : lists)
+            if (runsUnder(list->control(), next->control()))
+                list->scrollWith(*next);
 }
 
 } // namespace vorandine::qt

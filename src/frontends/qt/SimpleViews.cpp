@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyleOptionSlider>
 
 #include <algorithm>
 
@@ -48,6 +49,27 @@ void showCaption(QAbstractButton& native, const widgets::Captioned& control) {
     }
     native.setToolTip(tip);
 }
+
+// The slider of a long list moves by less than a pixel a line; painting a bar costs more than all
+// else that selecting a line does.
+class Bar : public QScrollBar {
+  public:
+    using QScrollBar::QScrollBar;
+
+  protected:
+    void sliderChange(SliderChange change) override {
+        QStyleOptionSlider option;
+        initStyleOption(&option);
+        const QRect slider = style()->subControlRect(QStyle::CC_ScrollBar, &option,
+                                                     QStyle::SC_ScrollBarSlider, this);
+        if (change != SliderValueChange || slider != shown_)
+            QScrollBar::sliderChange(change);
+        shown_ = slider;
+    }
+
+  private:
+    QRect shown_;
+};
 
 } // namespace
 
@@ -145,9 +167,8 @@ void OptionView::sync() {
 }
 
 BarView::BarView(widgets::ScrollBar& bar, QWidget& parent)
-    : View(bar,
-           *new QScrollBar(bar.place().width > bar.place().height ? Qt::Horizontal : Qt::Vertical,
-                           &parent)),
+    : View(bar, *new Bar(bar.place().width > bar.place().height ? Qt::Horizontal : Qt::Vertical,
+                         &parent)),
       bar_(bar), native_(static_cast<QScrollBar&>(widget())) {
     native_.setTracking(false); // one change, when the bar is let go
     native_.setPageStep(LinesInPage);

@@ -9,7 +9,10 @@
 namespace vorandine::qt {
 
 void View::layOut(const Scale& scale) {
-    widget_.setFont(scale.font(control_.fixedPitch()));
+    // Most inherit it: setting it all the same would be told to everything that stands in the
+    // widget.
+    if (const QFont font = scale.font(control_.fixedPitch()); widget_.font() != font)
+        widget_.setFont(font);
     widget_.setGeometry(scale.rect(control_.place()));
 }
 
