@@ -80,13 +80,15 @@ struct Ctr_Vorandine::Parts {
             screen.Etq_CodeAidant.Caption(W_Code);
             screen.Etq_NomPrenomAidant.Caption(W_NomPrenom);
             variables.Rec_Dossier = variables.F_FORMVORANDINE->ReadRecord(W_Code);
+            // Showing changes nothing in the record; before it, the copy is that of one text.
+            variables.Rec_Copie() = variables.Rec_Dossier();
             dossier.Afficher_Donnees();
         } catch (const Error&) {
             variables.Rec_Dossier = variables.F_FORMVORANDINE->NewRecord(W_Code);
             activities.Remplir_Secteurs(experience::Activities::Selected);
             dossier.MAJ_TabDyn();
+            variables.Rec_Copie() = variables.Rec_Dossier();
         }
-        variables.Rec_Copie() = variables.Rec_Dossier();
     }
 
     data::Variables variables;

@@ -3,7 +3,6 @@
 
 #include "rules/Messages.h"
 #include "text/Characters.h"
-#include "text/Decimal.h"
 
 #include <optional>
 
@@ -11,7 +10,11 @@ namespace vorandine::rules {
 
 std::string Format_Numerique(std::string_view W_Texte, std::int16_t W_NbEntiers,
                              std::int16_t W_NbDecimales, bool W_Signe) {
-    const text::Decimal value = text::Decimal::require(W_Texte);
+    return Format_Numerique(text::Decimal::require(W_Texte), W_NbEntiers, W_NbDecimales, W_Signe);
+}
+
+std::string Format_Numerique(const text::Decimal& value, std::int16_t W_NbEntiers,
+                             std::int16_t W_NbDecimales, bool W_Signe) {
     const auto floorLength = static_cast<int>(value.floorText().size());
     int blanks = W_NbEntiers > floorLength ? W_NbEntiers - floorLength : 0;
     if (W_Signe && !value.negative())
@@ -44,7 +47,7 @@ std::string Controle_Numerique(widgets::TextField& W_Zone, std::int16_t& W_NbEnt
         return refuse("La zone doit contenir un nombre, par exemple 7,50");
     if (hasComma && static_cast<int>(value->floorText().size()) > W_NbEntiers)
         return refuse("Trop de chiffres avant la virgule");
-    return Format_Numerique(typed, W_NbEntiers, W_NbDecimales, false);
+    return Format_Numerique(*value, W_NbEntiers, W_NbDecimales, false);
 }
 
 } // namespace vorandine::rules

@@ -2,6 +2,7 @@
 // commas of a column stand one under the other.
 #pragma once
 
+#include "text/Decimal.h"
 #include "widgets/TextField.h"
 #include "widgets/World.h"
 
@@ -16,6 +17,9 @@ namespace vorandine::rules {
 // comes one blank short of -7,50. `W_Signe` adds a blank before a number that is not negative.
 // Throws Error(NotANumber) for what Decimal does not read. A number wider than E gets no blanks.
 [[nodiscard]] std::string Format_Numerique(std::string_view W_Texte, std::int16_t W_NbEntiers,
+                                           std::int16_t W_NbDecimales, bool W_Signe);
+
+[[nodiscard]] std::string Format_Numerique(const text::Decimal& value, std::int16_t W_NbEntiers,
                                            std::int16_t W_NbDecimales, bool W_Signe);
 
 // The text that the caller puts in the field `W_Zone`: its number in fixed form. A number too long

@@ -5,11 +5,23 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace vorandine::trainings {
 
-// The label of `code` in the table `F_FORMPRO` (attribute 2 codes, attribute 3 labels, position by
-// position); "" if the table does not hold the code. The table ends at its first empty code.
-[[nodiscard]] std::string labelOf(const data::DBARecord& F_FORMPRO, std::string_view code);
+// The table as it was when this was made: a file of thousands of trainings asks it for each.
+class TrainingLabels {
+  public:
+    // `F_FORMPRO` has codes in attribute 2 and labels in attribute 3, position by position. The
+    // table ends at its first empty code.
+    explicit TrainingLabels(const data::DBARecord& F_FORMPRO);
+
+    // The label of the first entry with that code; "" if the table does not hold it.
+    [[nodiscard]] const std::string& labelOf(std::string_view code) const;
+
+  private:
+    std::vector<std::pair<std::string, std::string>> entries_; // the end of the table is the last
+};
 
 } // namespace vorandine::trainings

@@ -4,7 +4,6 @@
 #include "rules/Numbers.h"
 #include "text/Characters.h"
 #include "text/Decimal.h"
-#include "trainings/TrainingLabels.h"
 
 #include <algorithm>
 #include <optional>
@@ -20,8 +19,7 @@ constexpr std::size_t CodeLength = 3;
 
 std::string shownHours(const std::string& stored) {
     const std::optional<text::Decimal> hundredths = text::Decimal::parse(stored);
-    return hundredths ? rules::Format_Numerique(hundredths->shifted(-HundredthsPlaces).toText(), 4,
-                                                2, false)
+    return hundredths ? rules::Format_Numerique(hundredths->shifted(-HundredthsPlaces), 4, 2, false)
                       : stored;
 }
 
@@ -110,24 +108,24 @@ void TrainingLines::scroll() {
         list->ListIndex(value);
 }
 
-void TrainingLines::add(const TrainingLine& line) {
-    w_.Lst_DatFormAidant.AddItem(line.date);
-    w_.Lst_CodFormAidant.AddItem(line.label);
-    w_.Lst_CodeForm.AddItem(line.code);
-    w_.Lst_HhFormAidant.AddItem(line.hours);
-    w_.Lst_ObsFormAidant.AddItem(line.observations);
-    w_.Lst_DifFormAidant.AddItem(line.dif);
+void TrainingLines::add(TrainingLine line) {
+    w_.Lst_DatFormAidant.AddItem(std::move(line.date));
+    w_.Lst_CodFormAidant.AddItem(std::move(line.label));
+    w_.Lst_CodeForm.AddItem(std::move(line.code));
+    w_.Lst_HhFormAidant.AddItem(std::move(line.hours));
+    w_.Lst_ObsFormAidant.AddItem(std::move(line.observations));
+    w_.Lst_DifFormAidant.AddItem(std::move(line.dif));
 }
 
-TrainingLine TrainingLines::read(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
-                                 int i, rules::StatementByStatement& tries) const {
+TrainingLine TrainingLines::read(const data::DBARecord& rec, const TrainingLabels& labels, int i,
+                                 rules::StatementByStatement& tries) const {
     TrainingLine line;
     tries([&] {
         const std::string stored = rec(5, i);
         line.date = stored.empty() ? stored : Conv_Date_.Date_Affichee(stored);
     });
     line.code = rec(6, i);
-    line.label = labelOf(F_FORMPRO, line.code);
+    line.label = labels.labelOf(line.code);
     tries([&] { line.hours = shownHours(rec(7, i)); });
     line.observations = rec(8, i);
     line.dif = rec(14, i) == "1" ? "OUI" : "NON";
@@ -137,8 +135,9 @@ TrainingLine TrainingLines::read(const data::DBARecord& rec, const data::DBAReco
 void TrainingLines::show(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
                          rules::StatementByStatement& tries) {
     const int lines = std::min(rec.DCount(6), widgets::MaxLines - count());
+    const TrainingLabels labels(F_FORMPRO);
     for (int i = 1; i <= lines; ++i)
-        tries([&] { add(read(rec, F_FORMPRO, i, tries)); });
+        tries([&] { add(read(rec, labels, i, tries)); });
     tries([&] { range(std::min(rec.DCount(5), widgets::MaxLines)); });
 }
 

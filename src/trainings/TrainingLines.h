@@ -5,6 +5,7 @@
 #include "data/DBARecord.h"
 #include "data/DateObject.h"
 #include "rules/StatementByStatement.h"
+#include "trainings/TrainingLabels.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
 
@@ -72,11 +73,11 @@ class TrainingLines {
     std::array<widgets::ListBox*, 6> lists_; // in the order in which the bar sets them
     bool spreading_ = false;
 
-    void add(const TrainingLine& line);
+    void add(TrainingLine line);
     void select(const widgets::ListBox& clicked, bool movesBar);
     void scroll();
-    [[nodiscard]] TrainingLine read(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
-                                    int i, rules::StatementByStatement& tries) const;
+    [[nodiscard]] TrainingLine read(const data::DBARecord& rec, const TrainingLabels& labels, int i,
+                                    rules::StatementByStatement& tries) const;
 };
 
 } // namespace vorandine::trainings

@@ -121,6 +121,11 @@ TEST_F(QtLooks, TheFormGrowsWithItsWindow) {
 
 TEST_F(QtLooks, EveryControlHasANameForAssistiveTools) {
     open(1);
+    // What stands on a tab is made when it first comes to the front.
+    for (const int tab : {1, 2, 0}) {
+        control_test::at<widgets::TabContainer>(*form, "Ong_Vorandine").Tab(tab);
+        window->sync();
+    }
     const auto name = [&](const std::string& control) {
         return QAccessible::queryAccessibleInterface(&native<QWidget>(control))
             ->text(QAccessible::Name)

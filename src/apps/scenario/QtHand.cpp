@@ -1,6 +1,7 @@
 // Mouse and keys as the platform sends them: to the window, not to the widget.
 #include "apps/scenario/QtHand.h"
 
+#include "apps/scenario/LineError.h"
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/ListView.h"
 #include "text/Characters.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QMenu>
 #include <QMessageBox>
 #include <QScrollBar>
@@ -383,7 +385,9 @@ void QtHand::capture(widgets::Form& /*form*/, const std::string& name) {
     if (stills_.folder.empty() || window == nullptr)
         return;
     QCoreApplication::processEvents();
-    window->grab().save(native(stills_.folder) + '/' + native(name));
+    const QString path = native(stills_.folder) + '/' + native(name);
+    if (!QDir().mkpath(native(stills_.folder)) || !window->grab().save(path))
+        throw LineError("no picture could be written to " + path.toStdString());
 }
 
 } // namespace vorandine::scenario

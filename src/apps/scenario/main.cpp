@@ -31,7 +31,7 @@ constexpr const char* Help =
     "                    on real windows\n"
     "  --store URL       the store: memory: (the default; new and empty for each FILE) or\n"
     "                    sqlite:PATH, used as it stands\n"
-    "  --captures DIR    the folder for pictures (qt); none are taken without it\n"
+    "  --captures DIR    the folder for pictures (qt), made if missing; none are taken without it\n"
     "  --zoom PERCENT    the size of the windows (qt), 100 by default\n"
     "  --screens         draws each capture as text on standard output (headless)\n"
     "  --help            show this text\n"

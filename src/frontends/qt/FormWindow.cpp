@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace vorandine::qt {
@@ -50,15 +51,8 @@ FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
     scale_ = Scale(suitableZoom(), logicalDpiX());
     // What is made below has the font from the start, and never asks for the one of the platform.
     setFont(scale_.font(false));
-    views_.push_back(makeView(form, *this));
-    byControl_[&form] = views_.back().get();
-    build(form, *views_.back());
-    for (const auto& view : views_)
-        input_->listenTo(*view);
-    linkTables(views_);
-    nameForAssistance(views_);
-    for (QWidget* const part : findChildren<QWidget*>())
-        part->setStyle(style_.get());
+    waiting_.emplace_back(&form, this);
+    buildShown();
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget* /*before*/, QWidget* now) { focusMovedTo(now); });
     world_.enter(*this);
@@ -73,13 +67,33 @@ FormWindow::~FormWindow() {
     delete &views_.front()->widget();
 }
 
-void FormWindow::build(const widgets::Container& container, View& parent) {
-    for (widgets::Control* const child : container.children()) {
-        views_.push_back(makeView(*child, parent.ground(child->page())));
-        View& made = *views_.back();
-        byControl_[child] = &made;
-        if (const auto* const inner = dynamic_cast<const widgets::Container*>(child))
-            build(*inner, made);
+void FormWindow::build(widgets::Control& control, QWidget& ground) {
+    if (control.parent() != nullptr && !control.parent()->shows(control)) {
+        waiting_.emplace_back(&control, &ground);
+        return;
+    }
+    views_.push_back(makeView(control, ground));
+    View& made = *views_.back();
+    byControl_[&control] = &made;
+    if (const auto* const container = dynamic_cast<const widgets::Container*>(&control))
+        for (widgets::Control* const child : container->children())
+            build(*child, made.ground(child->page()));
+}
+
+void FormWindow::buildShown() {
+    const std::size_t before = views_.size();
+    for (const auto& [control, ground] : std::exchange(waiting_, {}))
+        build(*control, *ground);
+    const auto made = std::span<const std::unique_ptr<View>>(views_).subspan(before);
+    for (const auto& view : made)
+        input_->listenTo(*view);
+    linkTables(made);
+    nameForAssistance(made);
+    for (const auto& view : made) {
+        view->widget().setStyle(style_.get());
+        for (QWidget* const part : view->widget().findChildren<QWidget*>())
+            if (part->style() != style_.get())
+                part->setStyle(style_.get());
     }
 }
 
@@ -112,6 +126,12 @@ void FormWindow::sync() {
         const Flag flag(syncing_);
         if (const QString title = shown(form_.Caption()); windowTitle() != title)
             setWindowTitle(title);
+        if (!waiting_.empty()) {
+            const std::size_t before = views_.size();
+            buildShown();
+            for (std::size_t i = before; i < views_.size(); ++i)
+                views_[i]->layOut(scale_);
+        }
         for (const auto& view : views_)
             view->sync();
         syncFocus();
@@ -197,12 +217,13 @@ QFont FormWindow::enlarged(QFont font) const {
 void FormWindow::setZoom(double zoom) {
     const double held = std::clamp(zoom, SmallestZoom, LargestZoom);
     scale_ = Scale(held, logicalDpiX());
-    layOut();
     resize(sizeAt(held));
+    layOut();
     emit zoomChanged(held);
 }
 
 void FormWindow::layOut() {
+    laidOut_ = this->size();
     // The surface stands in the middle of what the window leaves at its sides.
     for (const auto& view : views_)
         view->layOut(scale_);
@@ -215,6 +236,8 @@ void FormWindow::layOut() {
 
 void FormWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    if (size() == laidOut_)
+        return;
     const QSize whole = sizeAt(1.0);
     if (size() != sizeAt(scale_.factor()) && !whole.isEmpty()) {
         const double fit = std::min(static_cast<double>(width()) / whole.width(),

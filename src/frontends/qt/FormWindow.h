@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace vorandine::qt {
@@ -48,7 +49,8 @@ class FormWindow : public QWidget {
     // `font` at least as large as the text on the window: for boxes and menus that open over it.
     [[nodiscard]] QFont enlarged(QFont font) const;
 
-    // The native widget of a control of the form, null for what is none of them.
+    // The native widget of a control of the form; null for what is none of them, and for what
+    // stands on a tab that has not been in front yet.
     [[nodiscard]] QWidget* widgetFor(const widgets::Control& control) const;
     // The control that a press at this place of the window falls on, enabled or not; null for none.
     [[nodiscard]] widgets::Control* controlAt(const QPoint& place) const;
@@ -75,7 +77,8 @@ class FormWindow : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
-    void build(const widgets::Container& container, View& parent);
+    void build(widgets::Control& control, QWidget& ground);
+    void buildShown();
     void layOut();
     void syncFocus();
     void focusMovedTo(QWidget* now);
@@ -90,7 +93,11 @@ class FormWindow : public QWidget {
     std::unique_ptr<Input> input_;
     std::vector<std::unique_ptr<View>> views_; // parents before what stands in them
     std::unordered_map<const widgets::Control*, View*> byControl_;
+    // On tabs that have not come to the front yet, and where they will stand. Most files are opened
+    // for one tab.
+    std::vector<std::pair<widgets::Control*, QWidget*>> waiting_;
     std::optional<widgets::Outcome> outcome_;
+    QSize laidOut_;    // the size of the window at that time
     int handlers_ = 0; // gestures under way
     bool syncing_ = false;
     bool told_ = false; // that the form was unloaded

@@ -186,7 +186,7 @@ bool runsUnder(const widgets::Control& list, const widgets::Control& next) {
            a.left + a.width < b.left + b.width + 1 && !list.covered();
 }
 
-void linkTables(const std::vector<std::unique_ptr<View>>& views) {
+void linkTables(std::span<const std::unique_ptr<View>> views) {
     std::vector<ListView*> lists;
     for (const auto& view : views)
         if (auto* const list = dynamic_cast<ListView*>(view.get()))

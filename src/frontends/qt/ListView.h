@@ -9,6 +9,8 @@
 #include <QListView>
 
 #include <cstdint>
+#include <memory>
+#include <span>
 
 namespace vorandine::qt {
 
@@ -63,6 +65,6 @@ class ListView : public View {
 
 // Lists of equal top and height of which one runs on under the next are the columns of one table.
 [[nodiscard]] bool runsUnder(const widgets::Control& list, const widgets::Control& next);
-void linkTables(const std::vector<std::unique_ptr<View>>& views);
+void linkTables(std::span<const std::unique_ptr<View>> views);
 
 } // namespace vorandine::qt

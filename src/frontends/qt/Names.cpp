@@ -102,7 +102,7 @@ QString nameOf(const Control& control) {
 }
 
 // On this platform a combo box is named by its label alone, whatever name it is given.
-void makeBuddy(const std::vector<std::unique_ptr<View>>& views, View& combo) {
+void makeBuddy(std::span<const std::unique_ptr<View>> views, View& combo) {
     const Label* label = labelBefore(combo.control());
     if (const auto above = labelsAbove(combo.control()); label == nullptr && above.size() == 1)
         label = above.front();
@@ -113,7 +113,7 @@ void makeBuddy(const std::vector<std::unique_ptr<View>>& views, View& combo) {
 
 } // namespace
 
-void nameForAssistance(const std::vector<std::unique_ptr<View>>& views) {
+void nameForAssistance(std::span<const std::unique_ptr<View>> views) {
     for (const auto& view : views) {
         const Control& control = view->control();
         if (!control.takesFocus() || dynamic_cast<const widgets::Captioned*>(&control) != nullptr)
