@@ -1,6 +1,6 @@
-// A request may look at the end of a million records: separators are counted in blocks of fixed
-// length, which compilers turn into vector instructions, and found within the last block without a
-// branch for each byte.
+// A request may look at the end of a million records: separators are counted with vectors, the
+// widest where the processor has them, else in blocks of fixed length, which compilers turn into
+// vector instructions.
 #include "store/RecordText.h"
 
 #include "data/DBARecord.h"
@@ -10,6 +10,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
 
 namespace vorandine::store {
 namespace {
@@ -24,8 +28,7 @@ std::size_t bytesFrom(const char* at, const char* end) noexcept {
 }
 
 // Passes over whole blocks as long as they hold fewer marks than are still to be passed.
-[[gnu::always_inline]] inline void passBlocksAsBuilt(const char*& at, const char* end,
-                                                     std::size_t& marks) noexcept {
+void passBlocks(const char*& at, const char* end, std::size_t& marks) noexcept {
     while (bytesFrom(at, end) >= Block) {
         unsigned char count = 0; // one byte, so that a vector holds as many as it can
         for (std::size_t i = 0; i < Block; ++i)
@@ -38,24 +41,33 @@ std::size_t bytesFrom(const char* at, const char* end) noexcept {
 }
 
 #if defined(__x86_64__)
-// The same loop with vectors of 32 bytes, which not every processor of the kind built for has.
-[[gnu::target("avx2")]] void passBlocksWide(const char*& at, const char* end,
-                                            std::size_t& marks) noexcept {
-    passBlocksAsBuilt(at, end, marks);
-}
+constexpr std::size_t Wide = sizeof(__m256i);
 
-const bool HasWideVectors = __builtin_cpu_supports("avx2") != 0;
-#endif
+const bool HasWideVectors =
+    __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
 
-void passBlocks(const char*& at, const char* end, std::size_t& marks) noexcept {
-#if defined(__x86_64__)
-    if (HasWideVectors) {
-        passBlocksWide(at, end, marks);
-        return;
+// Behind the last mark to pass, or, where the whole vectors of the text end before it, null; `at`
+// and `marks` then say from where to go on.
+[[gnu::target("avx2,popcnt")]] const char* passWide(const char*& at, const char* end,
+                                                    std::size_t& marks) noexcept {
+    const __m256i mark = _mm256_set1_epi8(data::AttributeMark);
+    for (; bytesFrom(at, end) >= Wide; at += Wide) {
+        __m256i bytes;
+        std::memcpy(&bytes, at, Wide);
+        auto found =
+            static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(bytes, mark)));
+        const auto count = static_cast<std::size_t>(__builtin_popcount(found));
+        if (count < marks) {
+            marks -= count;
+            continue;
+        }
+        for (; marks > 1; --marks)
+            found &= found - 1;
+        return at + std::countr_zero(found) + 1;
     }
-#endif
-    passBlocksAsBuilt(at, end, marks);
+    return nullptr;
 }
+#endif
 
 // The marks among eight bytes: the top bit of each byte that is one.
 std::uint64_t marksOfWord(const char* at) noexcept {
@@ -68,8 +80,15 @@ std::uint64_t marksOfWord(const char* at) noexcept {
 
 // Behind the mark that is `marks` (at least 1) marks further on; null if the text ends before.
 const char* passMarks(const char* at, const char* end, std::size_t marks) noexcept {
-    if (marks > FewMarks)
-        passBlocks(at, end, marks);
+    if (marks > FewMarks) {
+#if defined(__x86_64__)
+        if (HasWideVectors) {
+            if (const char* const behind = passWide(at, end, marks))
+                return behind;
+        } else
+#endif
+            passBlocks(at, end, marks);
+    }
     if constexpr (std::endian::native == std::endian::little) {
         for (; bytesFrom(at, end) >= Word; at += Word) {
             std::uint64_t found = marksOfWord(at);

@@ -4,11 +4,15 @@
 namespace vorandine::widgets {
 
 std::string displayed(const Date& date) {
-    const auto digits = [](int number, std::size_t count) {
-        std::string text = std::to_string(number);
-        return text.size() < count ? std::string(count - text.size(), '0') + text : text;
+    std::string text = "00/00/0000";
+    const auto put = [&](std::size_t last, int number) {
+        for (; number > 0; number /= 10)
+            text[last--] = static_cast<char>('0' + number % 10);
     };
-    return digits(date.day, 2) + "/" + digits(date.month, 2) + "/" + digits(date.year, 4);
+    put(1, date.day % 100);
+    put(4, date.month % 100);
+    put(9, date.year % 10000);
+    return text;
 }
 
 } // namespace vorandine::widgets

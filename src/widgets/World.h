@@ -27,7 +27,7 @@ struct Date {
     int day = 0;
 };
 
-// As dd/mm/yyyy.
+// As dd/mm/yyyy. Years have at most four digits.
 [[nodiscard]] std::string displayed(const Date& date);
 
 class World {

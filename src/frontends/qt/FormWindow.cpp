@@ -7,10 +7,14 @@
 #include "frontends/qt/QtWorld.h"
 #include "frontends/qt/ScaledStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontInfo>
+#include <QRadioButton>
 #include <QScreen>
+#include <QScrollBar>
+#include <QTabBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -42,6 +46,14 @@ class Flag {
     bool& flag_;
     bool before_;
 };
+
+// Whether the style's own measures show on a widget: it costs each widget more than the rest of it.
+bool measures(const QWidget& part) {
+    return qobject_cast<const QRadioButton*>(&part) != nullptr ||
+           qobject_cast<const QScrollBar*>(&part) != nullptr ||
+           qobject_cast<const QAbstractScrollArea*>(&part) != nullptr ||
+           qobject_cast<const QTabBar*>(&part) != nullptr;
+}
 
 } // namespace
 
@@ -90,10 +102,13 @@ void FormWindow::buildShown() {
     linkTables(made);
     nameForAssistance(made);
     for (const auto& view : made) {
-        view->widget().setStyle(style_.get());
+        const auto takeStyle = [this](QWidget& part) {
+            if (measures(part) && part.style() != style_.get())
+                part.setStyle(style_.get());
+        };
+        takeStyle(view->widget());
         for (QWidget* const part : view->widget().findChildren<QWidget*>())
-            if (part->style() != style_.get())
-                part->setStyle(style_.get());
+            takeStyle(*part);
     }
 }
 
