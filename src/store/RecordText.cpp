@@ -11,10 +11,6 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
-
 namespace vorandine::store {
 namespace {
 
@@ -41,7 +37,8 @@ void passBlocks(const char*& at, const char* end, std::size_t& marks) noexcept {
 }
 
 #if defined(__x86_64__)
-constexpr std::size_t Wide = sizeof(__m256i);
+using Vector = char __attribute__((vector_size(32)));
+constexpr std::size_t Wide = sizeof(Vector);
 
 const bool HasWideVectors =
     __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
@@ -50,12 +47,11 @@ const bool HasWideVectors =
 // and `marks` then say from where to go on.
 [[gnu::target("avx2,popcnt")]] const char* passWide(const char*& at, const char* end,
                                                     std::size_t& marks) noexcept {
-    const __m256i mark = _mm256_set1_epi8(data::AttributeMark);
+    const Vector mark = Vector{} + data::AttributeMark; // in each byte
     for (; bytesFrom(at, end) >= Wide; at += Wide) {
-        __m256i bytes;
+        Vector bytes;
         std::memcpy(&bytes, at, Wide);
-        auto found =
-            static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(bytes, mark)));
+        auto found = static_cast<std::uint32_t>(__builtin_ia32_pmovmskb256(bytes == mark));
         const auto count = static_cast<std::size_t>(__builtin_popcount(found));
         if (count < marks) {
             marks -= count;
