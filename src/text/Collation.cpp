@@ -14,7 +14,7 @@ namespace {
 using namespace std::string_view_literals;
 
 // Base letter (small) of U+00C0..U+017F; 0 where the character has none and stands for itself.
-// Ligatures are told apart in `foldLatin`.
+// Ligatures are told apart in `ligature`.
 constexpr std::string_view BaseOfLatin1 = "aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0\0"
                                           "aaaaaa\0ceeeeiiii\0nooooo\0ouuuuy\0y"sv;
 constexpr std::string_view BaseOfExtendedA = "aaaaaacccccccc"         // 0100-010D

@@ -1,5 +1,6 @@
 // Each gesture reads its whole line before it does anything.
 #include "apps/scenario/Gestures.h"
+#include "widgets/FormTabs.h"
 
 #include <map>
 
@@ -28,15 +29,6 @@ widgets::Key keyNamed(const std::string& name) {
     if (found == keys.end())
         throw LineError("no key is named " + name);
     return found->second;
-}
-
-widgets::TabContainer* tabsOf(const widgets::Form& form) {
-    widgets::TabContainer* tabs = nullptr;
-    form.visit([&](widgets::Control& control) {
-        if (tabs == nullptr)
-            tabs = dynamic_cast<widgets::TabContainer*>(&control);
-    });
-    return tabs;
 }
 
 } // namespace
@@ -165,7 +157,7 @@ Outcome Gestures::scroll(Words& words) {
 Outcome Gestures::tab(Words& words) {
     const int tab = words.number("the tab");
     words.end();
-    widgets::TabContainer* const tabs = forms_.empty() ? nullptr : tabsOf(*forms_.front());
+    widgets::TabContainer* const tabs = forms_.empty() ? nullptr : widgets::tabsOf(*forms_.front());
     return tabs != nullptr ? hand_.showTab(*tabs, tab) : Outcome::Refused;
 }
 

@@ -6,6 +6,7 @@
 #include "frontends/qt/FieldViews.h"
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/ListView.h"
+#include "widgets/FormTabs.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -58,15 +59,6 @@ FieldEdit* editOf(const View& view) {
         if (auto* const edit = dynamic_cast<FieldEdit*>(source))
             return edit;
     return nullptr;
-}
-
-widgets::TabContainer* firstTabs(const widgets::Form& form) {
-    widgets::TabContainer* tabs = nullptr;
-    form.visit([&](widgets::Control& control) {
-        if (tabs == nullptr)
-            tabs = dynamic_cast<widgets::TabContainer*>(&control);
-    });
-    return tabs;
 }
 
 } // namespace
@@ -138,7 +130,7 @@ bool KeyInput::tabKey(const QKeyEvent& event) {
     const bool back = backTab || event.key() == Qt::Key_PageUp;
     if (!control || !(tab || back || event.key() == Qt::Key_PageDown))
         return false;
-    if (widgets::TabContainer* const tabs = firstTabs(window_.form()))
+    if (widgets::TabContainer* const tabs = widgets::tabsOf(window_.form()))
         stepTab(*tabs, back ? -1 : 1);
     return true;
 }

@@ -1,0 +1,15 @@
+// Looks for the tabs in the form's tree.
+#include "widgets/FormTabs.h"
+
+namespace vorandine::widgets {
+
+TabContainer* tabsOf(const Form& form) {
+    TabContainer* tabs = nullptr;
+    form.visit([&](Control& control) {
+        if (tabs == nullptr)
+            tabs = dynamic_cast<TabContainer*>(&control);
+    });
+    return tabs;
+}
+
+} // namespace vorandine::widgets
