@@ -61,6 +61,7 @@ struct Screen {
     widgets::CommandButton Cmd_AjouterFormation;
     widgets::CommandButton Cmd_OKForm;
     widgets::CommandButton Cmd_AnnulerForm;
+    widgets::Label Etq_MessageForm;
 
     // Tab 1: experience, activities, qualification, dates.
     widgets::Frame Cdr_Experience;
@@ -113,6 +114,7 @@ struct Screen {
     widgets::CommandButton Cmd_CalculDif;
     widgets::CommandButton Cmd_OkDif;
     widgets::CommandButton Cmd_AnnuleDif;
+    widgets::Label Etq_MessageDif;
 
     widgets::Menu Mnu_Aide{"Mnu_Aide", "Aide", false};
     widgets::Menu Mnu_Sommaire{"Mnu_Sommaire", "Aide_ORMELAINE", true};

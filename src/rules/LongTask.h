@@ -1,5 +1,5 @@
-// A task during which the user must not touch the control: hourglass, control disabled. Both are
-// put back however the task ends.
+// A task during which the user must not touch the control, or the form: hourglass, disabled. Both
+// are put back however the task ends.
 #pragma once
 
 #include "widgets/Form.h"
@@ -7,9 +7,10 @@
 
 namespace vorandine::rules {
 
+template <class Surface> // widgets::UserControl or widgets::Form
 class LongTask {
   public:
-    LongTask(widgets::UserControl& control, widgets::World& world)
+    LongTask(Surface& control, widgets::World& world)
         : control_(control), world_(world), pointer_(control.MousePointer()),
           enabled_(control.Enabled()) {
         control_.MousePointer(widgets::Hourglass);
@@ -26,7 +27,7 @@ class LongTask {
     void letEventsThrough() { world_.letEventsThrough(); }
 
   private:
-    widgets::UserControl& control_;
+    Surface& control_;
     widgets::World& world_;
     std::int16_t pointer_;
     bool enabled_;

@@ -15,11 +15,12 @@ inline void warn(widgets::World& world, const std::string& text,
     world.messageBox({MessageTitle, text, icon, widgets::Buttons::OK, {}});
 }
 
-// A question with a warning icon, answered by Yes or No. Whether it was Yes.
-[[nodiscard]] inline bool confirm(widgets::World& world, const std::string& text) {
-    return world.messageBox(
-               {MessageTitle, text, widgets::Icon::Warning, widgets::Buttons::YesNo, {}}) ==
-           widgets::Answer::Yes;
+// A question with a warning icon, answered by Yes or No, and a second, smaller text below it.
+// Whether the answer was Yes.
+[[nodiscard]] inline bool confirm(widgets::World& world, const std::string& text,
+                                  const std::string& detail = {}) {
+    return world.messageBox({MessageTitle, text, widgets::Icon::Warning, widgets::Buttons::YesNo,
+                             detail}) == widgets::Answer::Yes;
 }
 
 } // namespace vorandine::rules

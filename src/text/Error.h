@@ -54,6 +54,8 @@ constexpr std::uint32_t ReadHadFailed = 0x80040210;
 constexpr std::uint32_t NotReady = 0x80040301;
 constexpr std::uint32_t CodeRefused = 0x80040302;
 constexpr std::uint32_t RecordTooLong = 0x80040303;
+constexpr std::uint32_t HelpMissing = 0x80040304;
+constexpr std::uint32_t FigureTooWide = 0x80040305;
 
 // Anything thrown that is no Error.
 constexpr std::uint32_t Unexpected = 0x8000FFFF;

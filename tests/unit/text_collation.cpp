@@ -1,5 +1,7 @@
-// French order, held against lists that stand as a dictionary would have them.
+// French order, held against lists that stand as a dictionary would have them, and the search that
+// goes by its letters.
 #include "text/Collation.h"
+#include "text/Search.h"
 
 #include <gtest/gtest.h>
 
@@ -43,6 +45,16 @@ TEST(Collation, EncodingOfAccentsMakesNoDifference) {
     EXPECT_EQ(CollationKey("gar\u00E7on"), CollationKey("garc\u0327on"));
     expectInOrder({"Cec", "Čeč", "Ced"});
     expectInOrder({"lodz", "łódź", "Łódź", "loe"});
+}
+
+TEST(Search, TakesEachWordAnywhereWithoutAccentsAndCase) {
+    const std::string folded = Search::folded({"A012", "LE CŒUR-D’ALÈNE Hélène"});
+    for (const char* const typed :
+         {"", "  ", "helene", "HÉLÈNE", "ene  le", "coeur", "Cœur", "a012", "12 alen", "d'alène",
+          "he\xCC\x81lene", "r-d", "le\xC2\xA0hel"})
+        EXPECT_TRUE(Search(typed).finds(folded)) << typed;
+    for (const char* const typed : {"helena", "012le", "le durand", "13", "lecoeur"})
+        EXPECT_FALSE(Search(typed).finds(folded)) << typed;
 }
 
 } // namespace

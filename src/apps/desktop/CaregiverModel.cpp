@@ -18,7 +18,7 @@ void CaregiverModel::assign(const std::vector<host::Caregiver>& caregivers) {
     rows_.clear();
     rows_.reserve(caregivers.size());
     for (const host::Caregiver& caregiver : caregivers)
-        rows_.push_back({caregiver, host::CaregiverSearch::folded(caregiver),
+        rows_.push_back({caregiver, text::Search::folded({caregiver.code, caregiver.name}),
                          text::CollationKey(caregiver.code), text::CollationKey(caregiver.name)});
     std::sort(rows_.begin(), rows_.end(),
               [](const Row& a, const Row& b) { return a.caregiver.code < b.caregiver.code; });
@@ -108,7 +108,7 @@ CaregiverFilter::CaregiverFilter(CaregiverModel& model, QObject* parent)
 }
 
 void CaregiverFilter::search(const QString& typed) {
-    search_ = host::CaregiverSearch(typed.toStdString());
+    search_ = text::Search(typed.toStdString());
     invalidateFilter();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/host/Caregivers.h"
+#include "text/Search.h"
 
 #include <QAbstractTableModel>
 #include <QSortFilterProxyModel>
@@ -72,7 +73,7 @@ class CaregiverFilter : public QSortFilterProxyModel {
 
   private:
     CaregiverModel& model_;
-    host::CaregiverSearch search_{""};
+    text::Search search_{""};
 };
 
 // What stands for the name of a caregiver on screens.

@@ -1,4 +1,4 @@
-// Listing by requests, searching by the letters of the French order, and the checks of a new code.
+// Listing by requests, and the checks of a new code.
 #include "apps/host/Caregivers.h"
 
 #include "apps/host/CaregiverForm.h"
@@ -14,13 +14,6 @@ namespace vorandine::host {
 namespace {
 
 constexpr int Name = 1; // the attribute of AIDANT and UTILISATEURS
-
-// The letters of a text without accents and case: the first level of its key.
-std::string letters(std::string_view text) {
-    std::string key = text::CollationKey(text);
-    key.erase(key.find('\0'));
-    return key;
-}
 
 // Adds each key of `file` with its name, if the file has names; keys that are there stay.
 void collect(data::DBADatabase& database, const std::string& file, bool named,
@@ -64,29 +57,6 @@ std::vector<User> users(data::DBADatabase& database) {
         return text::CollatesBefore(a.name, b.name);
     });
     return found;
-}
-
-CaregiverSearch::CaregiverSearch(std::string_view typed) {
-    // Split after folding: what is typed or pasted may hold other blanks than the plain one.
-    const std::string blank = letters(" ");
-    const std::string folded = letters(typed);
-    for (std::size_t from = 0; from < folded.size();) {
-        const std::size_t end = std::min(folded.find(blank, from), folded.size());
-        if (end > from)
-            words_.push_back(folded.substr(from, end - from));
-        from = end + blank.size();
-    }
-}
-
-std::string CaregiverSearch::folded(const Caregiver& caregiver) {
-    // No word holds a zero byte, so none is found across code and name.
-    return letters(caregiver.code) + '\0' + letters(caregiver.name);
-}
-
-bool CaregiverSearch::finds(std::string_view folded) const {
-    return std::all_of(words_.begin(), words_.end(), [&](const std::string& word) {
-        return folded.find(word) != std::string_view::npos;
-    });
 }
 
 Caregivers::Caregivers(std::shared_ptr<store::Store> store) : store_(std::move(store)) {}
@@ -133,9 +103,15 @@ Caregiver Caregivers::add(std::string_view code, std::string_view name) {
     return caregiver;
 }
 
-std::optional<std::string> Caregivers::trainingFile(const std::string& code) {
-    const auto record = readIfThere(*store_, "FORMVORANDINE", code);
-    return record ? std::optional((*record)()) : std::nullopt;
+std::string Caregivers::content(const std::string& code) {
+    std::string content;
+    if (const auto record = readIfThere(*store_, "FORMVORANDINE", code))
+        content = (*record)();
+    const data::DBARecord ledgers =
+        store_->Select("SSELECT DIFAIDANT AVEC 0 = \"" + code + "]\"" + data::AttributeMark +
+                       "DIFAIDANT" + data::AttributeMark + "0 1 2 3 4 5 6");
+    // No text of a record ends in an attribute mark, so that the two stay apart.
+    return content + data::AttributeMark + ledgers();
 }
 
 void Caregivers::requireFree(const std::string& code) {

@@ -1,5 +1,5 @@
-// Who is in a store, for a host's lists: the caregivers of the file AIDANT, with search and new
-// entries, and the users of the file UTILISATEURS.
+// Who is in a store, for a host's lists: the caregivers of the file AIDANT, with new entries, and
+// the users of the file UTILISATEURS.
 #pragma once
 
 #include "store/Store.h"
@@ -25,20 +25,6 @@ struct User {
 // The users that `database` knows, in French order of their names. Throws what the database throws.
 [[nodiscard]] std::vector<User> users(data::DBADatabase& database);
 
-// What a user typed to find caregivers. A caregiver is found if each of the words, anywhere in code
-// or name, is; accents and case do not count.
-class CaregiverSearch {
-  public:
-    explicit CaregiverSearch(std::string_view typed);
-
-    // What `finds` takes: made once for each caregiver of a list that is searched again and again.
-    [[nodiscard]] static std::string folded(const Caregiver& caregiver);
-    [[nodiscard]] bool finds(std::string_view folded) const;
-
-  private:
-    std::vector<std::string> words_;
-};
-
 class Caregivers {
   public:
     explicit Caregivers(std::shared_ptr<store::Store> store);
@@ -58,8 +44,9 @@ class Caregivers {
     // TextRefused    for a name that is empty or no plain text
     Caregiver add(std::string_view code, std::string_view name);
 
-    // The whole text of the training file; none if there is no such record.
-    [[nodiscard]] std::optional<std::string> trainingFile(const std::string& code);
+    // All that the control may change of the caregiver, the training file and the ledgers of D.I.F.
+    // hours, as one text to compare with a later one.
+    [[nodiscard]] std::string content(const std::string& code);
 
   private:
     std::shared_ptr<store::Store> store_;
