@@ -27,6 +27,13 @@ struct Date {
     int day = 0;
 };
 
+// A page of the user's help.
+struct HelpPage {
+    std::string page; // its file name
+    std::string kind; // "S": a summary
+    std::string title;
+};
+
 // As dd/mm/yyyy. Years have at most four digits.
 [[nodiscard]] std::string displayed(const Date& date);
 
@@ -43,6 +50,9 @@ class World {
     virtual void runModal(Form& form) = 0;
     // Opens the menu at the pointer; what is picked comes as the entry's Click, later or at once.
     virtual void popupMenu(Menu& menu) = 0;
+    // Shows a page of the help beside the forms and comes back at once: the user goes on working in
+    // them. Throws Error(HelpMissing) if there is no such page.
+    virtual void showHelp(const HelpPage& help) = 0;
     // The current date.
     [[nodiscard]] virtual Date today() = 0;
     // Lets waiting events through, so that the screen shows what has happened so far.

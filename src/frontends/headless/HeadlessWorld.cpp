@@ -46,6 +46,11 @@ void HeadlessWorld::popupMenu(widgets::Menu& menu) {
         callbacks_.popupMenu(menu);
 }
 
+void HeadlessWorld::showHelp(const widgets::HelpPage& help) {
+    if (callbacks_.showHelp)
+        callbacks_.showHelp(help);
+}
+
 widgets::Date HeadlessWorld::today() {
     return callbacks_.today ? callbacks_.today() : machineDate();
 }

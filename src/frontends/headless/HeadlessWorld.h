@@ -20,6 +20,8 @@ struct Callbacks {
     std::function<void(widgets::Form&)> runModal;
     // Empty: nobody picks an entry.
     std::function<void(widgets::Menu&)> popupMenu;
+    // Empty: nobody reads it, whether there is such a page or not.
+    std::function<void(const widgets::HelpPage&)> showHelp;
     // Empty: machineDate().
     std::function<widgets::Date()> today;
 };
@@ -36,6 +38,7 @@ class HeadlessWorld : public widgets::World {
     // to unload where nobody works in it is left as it is.
     void runModal(widgets::Form& form) override;
     void popupMenu(widgets::Menu& menu) override;
+    void showHelp(const widgets::HelpPage& help) override;
     [[nodiscard]] widgets::Date today() override;
     // No event waits: gestures come one by one.
     void letEventsThrough() override {}

@@ -53,6 +53,9 @@ Explanation explanation(std::uint32_t number) {
     case errors::RecordTooLong:
         return {"Le dossier est trop long.", NothingWritten,
                 "Retirez des lignes, puis recommencez."};
+    case errors::HelpMissing:
+        return {"La page d'aide demandée n'existe pas.", OnScreen,
+                "Continuez sans elle, et prévenez votre administrateur."};
     default:
         break;
     }

@@ -222,9 +222,12 @@ bool Input::wheel(View& view, QWheelEvent& event) {
     return true;
 }
 
-// The menu of the nearest surface that has one, from where the focus is.
+// The menu of the nearest surface that has one, from where the focus is. Where it is nowhere, the
+// window itself has heard the key: then that of what stands on the form.
 void Input::menuKey(View& view) {
     widgets::Control* surface = &view.control();
+    if (surface == &window_.form() && !surface->MouseDown && !window_.form().children().empty())
+        surface = window_.form().children().front();
     while (surface != nullptr && (!surface->MouseDown || surface->takesFocus()))
         surface = surface->parent();
     if (surface == nullptr)

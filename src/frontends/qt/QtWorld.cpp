@@ -2,11 +2,13 @@
 #include "frontends/qt/QtWorld.h"
 
 #include "frontends/qt/FormWindow.h"
+#include "frontends/qt/HelpWindow.h"
 
 #include <QApplication>
 #include <QCursor>
 #include <QDate>
 #include <QEventLoop>
+#include <QFontInfo>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -191,6 +193,19 @@ void QtWorld::popupMenu(widgets::Menu& menu) {
     menu_->popup(menuPlace_.value_or(QCursor::pos()));
     if (hooks_.menuShown)
         hooks_.menuShown(menu, *menu_);
+}
+
+void QtWorld::showHelp(const widgets::HelpPage& help) {
+    if (help_ == nullptr) {
+        const QFont font = QApplication::font();
+        const FormWindow* const window = front();
+        const QFont read = window != nullptr ? window->enlarged(font) : font;
+        help_ = std::make_unique<HelpWindow>(static_cast<double>(QFontInfo(read).pixelSize()) /
+                                             QFontInfo(font).pixelSize());
+    }
+    help_->open(help);
+    if (hooks_.helpShown)
+        hooks_.helpShown(help);
 }
 
 widgets::Date QtWorld::today() {

@@ -1,5 +1,5 @@
 // The outside world in real windows: message boxes in French, modal forms, popup menus at the
-// pointer, the clock of the machine.
+// pointer, the help beside the forms, the clock of the machine.
 #pragma once
 
 #include "widgets/World.h"
@@ -9,6 +9,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -18,6 +19,7 @@ class QMessageBox;
 namespace vorandine::qt {
 
 class FormWindow;
+class HelpWindow;
 
 // For whoever plays the person at the screen: each is called beside what is really shown. Empty:
 // a person sits there.
@@ -28,6 +30,8 @@ struct Hooks {
     std::function<void(widgets::Form& form, FormWindow& window)> modalShown;
     // The menu is open.
     std::function<void(widgets::Menu& menu, QMenu& popup)> menuShown;
+    // The window of the help shows the page.
+    std::function<void(const widgets::HelpPage& help)> helpShown;
 };
 
 // The button of a message box that gives `answer`; null if the box has none.
@@ -47,6 +51,8 @@ class QtWorld : public widgets::World {
     widgets::Answer messageBox(const widgets::Message& message) override;
     void runModal(widgets::Form& form) override;
     void popupMenu(widgets::Menu& menu) override;
+    // One window for all forms; it goes with this world.
+    void showHelp(const widgets::HelpPage& help) override;
     [[nodiscard]] widgets::Date today() override;
     void letEventsThrough() override;
 
@@ -78,6 +84,7 @@ class QtWorld : public widgets::World {
     std::vector<FormWindow*> working_; // with a gesture under way, the last one begun last
     QPointer<QMenu> menu_;
     std::optional<QPoint> menuPlace_;
+    std::unique_ptr<HelpWindow> help_; // made when it is first asked for
 };
 
 } // namespace vorandine::qt
