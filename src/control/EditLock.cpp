@@ -41,4 +41,11 @@ void EditLock::openOtherTabs(bool open) {
     screen_.Ong_Vorandine.TabEnabled(2, open);
 }
 
+void EditLock::openWaysOut(bool open) {
+    screen_.Ong_Vorandine.TabEnabled(0, open);
+    screen_.Ong_Vorandine.TabEnabled(1, open);
+    screen_.Cmd_OK.Enabled(open);
+    screen_.Cmd_Retour.Enabled(open);
+}
+
 } // namespace vorandine::control

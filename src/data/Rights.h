@@ -48,7 +48,7 @@ class DroitsUtilisateur {
     virtual ~DroitsUtilisateur() = default;
 
     // The rights for the part of the application named by `key`: "VORANDINEDROIT", "FORMDIF",
-    // "CALCULREMU". Never null.
+    // "CALCULREMU", "PARAMETRES". Never null.
     [[nodiscard]] virtual std::shared_ptr<DroitsModule> Droits(const std::string& key) = 0;
 };
 

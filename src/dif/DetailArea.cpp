@@ -1,22 +1,71 @@
-// Rules of the fields, and the closed state of the D.I.F. detail.
+// The states of the frame, and what its buttons do.
 #include "dif/DetailArea.h"
 
+#include "dif/Columns.h"
 #include "rules/FieldRules.h"
+#include "rules/LongTask.h"
+#include "rules/Messages.h"
+#include "rules/Numbers.h"
+#include "rules/StatementByStatement.h"
+#include "text/Characters.h"
+#include "text/Error.h"
 
+#include <algorithm>
 #include <initializer_list>
+#include <optional>
+#include <utility>
 
 namespace vorandine::dif {
+namespace {
 
-DetailArea::DetailArea(const DetailWidgets& widgets, data::DateObject& Conv_Date,
-                       widgets::World& world)
-    : w_(widgets) {
-    rules::dateRule(w_.Txt_DateDif, Conv_Date, world,
+constexpr std::int16_t WholeDigits = 7;
+constexpr std::int16_t Decimals = 2;
+
+// What is no number was stored so, in the field that is not the user's to change, or has not been
+// touched: it stays.
+std::string inFixedForm(const std::string& figure) {
+    const std::optional<text::Decimal> value = text::Decimal::parse(figure);
+    return value ? rules::Format_Numerique(*value, WholeDigits, Decimals, false) : figure;
+}
+
+bool isBlank(const std::string& text) {
+    return text::Trim(text).empty();
+}
+
+// A line as a sentence, for whoever has to type it again.
+std::string told(const std::string& date, const std::string& rights, const std::string& label,
+                 const std::string& hours) {
+    std::string text = date;
+    if (!rights.empty())
+        text += ", droits " + rights;
+    if (!isBlank(label))
+        text += ", " + text::Trim(label);
+    if (!hours.empty())
+        text += ", heures " + hours;
+    return text + ".";
+}
+
+} // namespace
+
+DetailArea::DetailArea(const DetailWidgets& widgets, const EmployerWidgets& employers,
+                       const DetailCollaborators& with)
+    : w_(widgets), e_(employers), with_(with) {
+    rules::dateRule(w_.Txt_DateDif, with_.Conv_Date, with_.world,
                     "Erreur de saisie dans la date, veuillez la ressaisir.");
-    rules::difNumberRule(w_.Txt_DroitDif, world);
-    rules::difNumberRule(w_.Txt_HreDif, world);
+    rules::difNumberRule(w_.Txt_DroitDif, with_.world);
+    rules::difNumberRule(w_.Txt_HreDif, with_.world);
+    e_.Lst_DifEmpl.Click = [this] { close(); };
+    e_.Lst_DifEmpl.DblClick = [this] { Lst_DifEmpl_DblClick(); };
+    w_.Lst_DetailDif.DblClick = [this] { Lst_DetailDif_DblClick(); };
+    w_.Cmd_AjoutDif.Click = [this] { Cmd_AjoutDif_Click(); };
+    w_.Cmd_OkDif.Click = [this] { Cmd_OkDif_Click(); };
+    w_.Cmd_SupprDif.Click = [this] { Cmd_SupprDif_Click(); };
+    w_.Cmd_AnnuleDif.Click = [this] { Cmd_AnnuleDif_Click(); };
 }
 
 void DetailArea::close() {
+    W_CleDif_ = "";
+    with_.notice.ofDetail("");
     w_.Lst_DetailDif.Clear();
     w_.Lst_CodeFormDif.Clear();
     for (widgets::Control* const control : std::initializer_list<widgets::Control*>{
@@ -24,6 +73,256 @@ void DetailArea::close() {
              &w_.Txt_FormDif, &w_.Txt_HreDif, &w_.Txt_SoldeDif, &w_.Cmd_AjoutDif, &w_.Cmd_AnnuleDif,
              &w_.Cmd_SupprDif, &w_.Cmd_OkDif, &w_.Cmd_CalculDif})
         control->Enabled(false);
+}
+
+void DetailArea::set(State state) {
+    const bool employerOpen = state == State::EmployerOpen;
+    const bool creating = state == State::Creating;
+    const bool modifying = state == State::Modifying;
+    const bool rightsLine = isBlank(w_.Txt_FormDif.Text());
+    w_.Cdr_DetailDif.Enabled(true);
+    w_.Lst_DetailDif.Enabled(employerOpen);
+    w_.Txt_DateDif.Enabled(creating);
+    w_.Txt_DroitDif.Enabled(creating || (modifying && rightsLine));
+    w_.Txt_FormDif.Enabled(false);
+    w_.Txt_HreDif.Enabled(modifying && !rightsLine);
+    w_.Txt_SoldeDif.Enabled(false);
+    w_.Cmd_AjoutDif.Enabled(employerOpen);
+    w_.Cmd_SupprDif.Enabled(modifying);
+    w_.Cmd_OkDif.Enabled(!employerOpen);
+    w_.Cmd_AnnuleDif.Enabled(!employerOpen);
+    w_.Cmd_CalculDif.Enabled(employerOpen);
+}
+
+void DetailArea::Lst_DifEmpl_DblClick() {
+    const int line = e_.Lst_DifEmpl.ListIndex();
+    if (line == -1)
+        return;
+    rules::LongTask task(with_.control, with_.world);
+    w_.Lst_DetailDif.Clear();
+    w_.Lst_CodeFormDif.Clear();
+    e_.Lst_CodeEmplDif.ListIndex(line);
+    e_.Lst_ContratDif.ListIndex(line);
+    set(State::EmployerOpen);
+    showLedger();
+    task.letEventsThrough();
+}
+
+// A ledger that cannot be shown whole must not be rewritten from what is shown.
+void DetailArea::showLedger() {
+    const std::string key =
+        e_.Etq_CodeAidant.Caption() + e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
+    W_CleDif_ = key;
+    with_.notice.ofDetail("");
+    const auto keep = [this](const std::string& why) {
+        W_CleDif_ = "";
+        with_.notice.ofDetail(why);
+    };
+    data::Variables& v = with_.variables;
+    rules::StatementByStatement tries;
+    if (!tries([&] { v.Rec_DIFAIDANT = v.F_DIFAIDANT->ReadRecord(key); })) {
+        if (tries.number() != errors::RecordMissing)
+            keep("Le détail n'a pas pu être lu. Double-cliquez à nouveau sur l'employeur.");
+        return;
+    }
+    const data::DBARecord& record = v.Rec_DIFAIDANT;
+    v.Dif_Attribut6 = record(attribute::Carried);
+    const int lines = record.DCount(attribute::Date);
+    if (lines > widgets::MaxLines)
+        keep("Le détail compte " + std::to_string(lines) +
+             " lignes : il ne peut pas être modifié ici.");
+    const data::TrainingLabels labels(v.F_FORMPRO);
+    for (int i = 1; i <= std::min(lines, widgets::MaxLines); ++i) {
+        ShownLine line = shownLine(record, i, with_.Conv_Date, labels);
+        w_.Lst_DetailDif.AddItem(std::move(line.text));
+        w_.Lst_CodeFormDif.AddItem(std::move(line.code));
+    }
+}
+
+void DetailArea::Lst_DetailDif_DblClick() {
+    const int line = w_.Lst_DetailDif.ListIndex();
+    if (line == -1)
+        return;
+    W_CreationDif_ = 0;
+    const DetailLine pieces = DetailLine::parse(w_.Lst_DetailDif.List(line));
+    w_.Txt_DateDif.Text(pieces.date);
+    w_.Txt_DroitDif.Text(pieces.rights);
+    w_.Txt_FormDif.Text(pieces.label);
+    w_.Txt_HreDif.Text(pieces.hours);
+    w_.Txt_SoldeDif.Text(pieces.balance);
+    set(State::Modifying);
+    e_.Lst_DifEmpl.Enabled(false);
+    with_.lock.openWaysOut(false);
+}
+
+void DetailArea::Cmd_AjoutDif_Click() {
+    W_CreationDif_ = 1;
+    set(State::Creating);
+    e_.Lst_DifEmpl.Enabled(false);
+    with_.lock.openWaysOut(false);
+}
+
+void DetailArea::Effacer_Donnees_Dif() {
+    for (widgets::TextBox* const field :
+         {&w_.Txt_DateDif, &w_.Txt_DroitDif, &w_.Txt_FormDif, &w_.Txt_HreDif, &w_.Txt_SoldeDif})
+        field->Text("");
+    set(State::EmployerOpen);
+    e_.Lst_DifEmpl.Enabled(true);
+    with_.lock.openWaysOut(true);
+}
+
+bool DetailArea::check() {
+    const auto refuse = [&](const char* message, widgets::TextBox& field) {
+        rules::warn(with_.world, message);
+        field.SetFocus();
+        return false;
+    };
+    if (w_.Txt_DateDif.Text().empty())
+        return refuse("La date est obligatoire.", w_.Txt_DateDif);
+    const bool rightsLine = isBlank(w_.Txt_FormDif.Text());
+    if (rightsLine && w_.Txt_DroitDif.Text().empty())
+        return refuse("Les droits sont obligatoires.", w_.Txt_DroitDif);
+    if (!rightsLine && w_.Txt_HreDif.Text().empty())
+        return refuse("Les heures de formation sont obligatoires.", w_.Txt_HreDif);
+    return true;
+}
+
+std::string DetailArea::typedLine() const {
+    return DetailLine{w_.Txt_DateDif.Text(),
+                      inFixedForm(w_.Txt_DroitDif.Text()),
+                      w_.Txt_FormDif.Text(),
+                      inFixedForm(w_.Txt_HreDif.Text()),
+                      {}}
+        .toText();
+}
+
+void DetailArea::Cmd_OkDif_Click() {
+    if (!check())
+        return;
+    rules::LongTask task(with_.control, with_.world);
+    std::string line = typedLine();
+    const std::string lost = "À ressaisir : " + told(w_.Txt_DateDif.Text(), w_.Txt_DroitDif.Text(),
+                                                     w_.Txt_FormDif.Text(), w_.Txt_HreDif.Text());
+    if (W_CreationDif_ == 1) {
+        Recherche_Place();
+        w_.Lst_DetailDif.AddItem(std::move(line), W_PlaceDif_);
+        w_.Lst_CodeFormDif.AddItem("", W_PlaceDif_);
+    } else {
+        const int current = w_.Lst_DetailDif.ListIndex();
+        // Where it is out of its columns, the fields hold pieces cut at the wrong places.
+        DetailLine::requireInColumns(DetailLine::withBalance(w_.Lst_DetailDif.List(current), ""));
+        w_.Lst_DetailDif.List(current, std::move(line));
+    }
+    finish(lost);
+    task.letEventsThrough();
+}
+
+void DetailArea::Cmd_SupprDif_Click() {
+    const int line = w_.Lst_DetailDif.ListIndex();
+    if (line == -1 ||
+        !rules::confirm(with_.world, "Etes-vous sûr de vouloir supprimer cette ligne ?"))
+        return;
+    const DetailLine pieces = DetailLine::parse(w_.Lst_DetailDif.List(line));
+    w_.Lst_CodeFormDif.RemoveItem(line);
+    w_.Lst_DetailDif.RemoveItem(line);
+    rules::LongTask task(with_.control, with_.world);
+    finish("À supprimer : " + told(pieces.date, pieces.rights, pieces.label, pieces.hours));
+    task.letEventsThrough();
+}
+
+void DetailArea::Cmd_AnnuleDif_Click() {
+    if (W_CreationDif_ == 0 ||
+        rules::confirm(with_.world, "Etes-vous sûr de vouloir quitter cette création ?"))
+        Effacer_Donnees_Dif();
+}
+
+void DetailArea::finish(const std::string& lost) {
+    W_LigneEmpl_ = static_cast<std::int16_t>(e_.Lst_DifEmpl.ListIndex());
+    const std::string employer = e_.Lst_CodeEmplDif.List(W_LigneEmpl_);
+    Effacer_Donnees_Dif();
+    const auto reopen = [this] {
+        e_.Lst_DifEmpl.ListIndex(W_LigneEmpl_);
+        Lst_DifEmpl_DblClick();
+    };
+    try {
+        Calcul_MV_Dif();
+    } catch (...) {
+        with_.notice.tell(Stored::NotWritten, lost);
+        reopen();
+        throw;
+    }
+    with_.notice.tell(store(), lost);
+    try {
+        with_.employers.Select_DifAidant();
+    } catch (...) {
+        close();
+        throw;
+    }
+    // Contracts that came or went meanwhile have moved the line.
+    if (e_.Lst_CodeEmplDif.List(W_LigneEmpl_) != employer)
+        W_LigneEmpl_ = lineOf(employer);
+    if (W_LigneEmpl_ == -1)
+        close();
+    else
+        reopen();
+}
+
+// The first line of an employer in the list; -1 if it has none.
+std::int16_t DetailArea::lineOf(const std::string& employer) const {
+    for (int line = 0; line < e_.Lst_CodeEmplDif.ListCount(); ++line)
+        if (e_.Lst_CodeEmplDif.List(line) == employer)
+            return static_cast<std::int16_t>(line);
+    return -1;
+}
+
+void DetailArea::Recherche_Place() {
+    const auto number = [&](const std::string& date) {
+        const std::string stored = with_.Conv_Date.Date_Stockee(date);
+        return stored.empty() ? 0L : std::stol(stored);
+    };
+    const long typed = number(w_.Txt_DateDif.Text());
+    int place = 0;
+    for (;; ++place) {
+        const long here = number(DetailLine::dateOf(w_.Lst_DetailDif.List(place)));
+        if (here == 0 || typed < here)
+            break;
+    }
+    W_PlaceDif_ = static_cast<std::int16_t>(place);
+}
+
+void DetailArea::Calcul_MV_Dif() {
+    const int count = w_.Lst_DetailDif.ListCount();
+    Ledger ledger;
+    for (int i = 0; i < count; ++i)
+        ledger.push_back(shownFigures(w_.Lst_DetailDif.List(i)));
+    balances::allLines(ledger);
+    std::vector<std::string> lines;
+    for (int i = 0; i < count; ++i) {
+        lines.push_back(DetailLine::withBalance(
+            w_.Lst_DetailDif.List(i),
+            rules::Format_Numerique(ledger[static_cast<std::size_t>(i)].balance.toDecimal(),
+                                    WholeDigits, Decimals, false)));
+        DetailLine::requireInColumns(lines.back());
+    }
+    for (int i = 0; i < count; ++i)
+        w_.Lst_DetailDif.List(i, std::move(lines[static_cast<std::size_t>(i)]));
+}
+
+Stored DetailArea::store() {
+    const int count = w_.Lst_DetailDif.ListCount();
+    std::vector<ShownLine> lines;
+    lines.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        lines.push_back({w_.Lst_DetailDif.List(i), w_.Lst_CodeFormDif.List(i)});
+    const Stored outcome = with_.ledgers.rewrite(W_CleDif_, lines);
+    W_CleDif_ = "";
+    return outcome;
+}
+
+void DetailArea::Maj_DifAidant() {
+    with_.notice.tell(store(), "Rouvrez le détail, puis recommencez.");
+    rules::StatementByStatement tries;
+    tries([&] { with_.employers.Select_DifAidant(); });
 }
 
 } // namespace vorandine::dif

@@ -1,0 +1,155 @@
+// The request on the contracts, their grouping, and the summary line.
+#include "dif/Employers.h"
+
+#include "dif/LedgerRecord.h"
+#include "rules/LongTask.h"
+#include "rules/Numbers.h"
+#include "rules/StatementByStatement.h"
+#include "text/Characters.h"
+#include "text/Error.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vorandine::dif {
+namespace {
+
+constexpr std::size_t AssociationLength = 3;
+constexpr std::size_t LongCodeLength = 6;
+
+// Contracts that ended before have no training rights.
+constexpr const char* FirstDay = "01/05/2005";
+
+constexpr int Hundredths = 2;
+
+std::string total(text::Fixed4 hundredths) {
+    constexpr std::int16_t WholeDigits = 8;
+    constexpr std::int16_t Decimals = 2;
+    return rules::Format_Numerique(hundredths.toDecimal().shifted(-Hundredths), WholeDigits,
+                                   Decimals, false);
+}
+
+} // namespace
+
+std::string employerCode(const std::string& stored) {
+    return text::Len(stored) == LongCodeLength ? text::Left(stored, AssociationLength) : stored;
+}
+
+std::string employerName(data::Variables& variables, const std::string& code) {
+    std::string name;
+    rules::StatementByStatement tries;
+    tries([&] {
+        if (text::Len(code) == AssociationLength) {
+            variables.Rec_ASSOCIATION = variables.F_ASSOCIATION->ReadRecord(code);
+            name = std::as_const(variables.Rec_ASSOCIATION)(1);
+        } else {
+            variables.Rec_CIVILAIDE = variables.F_CIVILAIDE->ReadRecord(code);
+            const data::DBARecord& person = variables.Rec_CIVILAIDE;
+            name = person(2) + ' ' + person(3);
+        }
+    });
+    return name;
+}
+
+std::string employerNameOrCode(data::Variables& variables, const std::string& code) {
+    std::string name = employerName(variables, code);
+    return text::Trim(name).empty() ? code : name;
+}
+
+data::DBARecord Employers::contracts() {
+    const std::string& caregiver = w_.Etq_CodeAidant.Caption();
+    return data::select(v_, W_Params_,
+                        "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = \"" + caregiver +
+                            "]\" AND AVEC 8 >= \"" + Conv_Date_.Date_Stockee(FirstDay) +
+                            "\" OR = \"\" PAR NomAideContrat PAR PrenomAideContrat PAR 3 PAR 8",
+                        "CONTRAT", "0 3 8");
+}
+
+// Rows stand in runs of one employer. A run's line is complete, and added, when an open contract is
+// met, else when the run ends: the last date is the latest.
+void Employers::Select_DifAidant() {
+    rules::LongTask task(control_, world_);
+    w_.Lst_DifEmpl.Clear();
+    w_.Lst_CodeEmplDif.Clear();
+    w_.Lst_ContratDif.Clear();
+    notice_.ofEmployers("");
+    std::string code;
+    std::string date;
+    std::string contract;
+    const auto endRun = [&] {
+        if (!code.empty() && date != OpenContract)
+            Remplir_Liste_Dif(code, date, contract);
+    };
+    const data::DBARecord rows = contracts();
+    const int count = rows.DCount();
+    for (int i = 1; i <= count; ++i) {
+        const std::string employer = employerCode(rows(i, 2));
+        // Of an odd contract with several ends the first one counts.
+        std::string end = rows(i, 3);
+        end.resize(std::min(end.find(data::SubvalueMark), end.size()));
+        if (employer != code) {
+            endRun();
+            code = employer;
+            contract = rows(i, 1);
+            date = end;
+            // A contract that names no employer has no ledger, and gets no line.
+            if (end.empty() && !code.empty()) {
+                date = OpenContract;
+                Remplir_Liste_Dif(code, date, contract);
+            }
+        }
+        if (date != OpenContract)
+            date = end;
+    }
+    endRun();
+    task.letEventsThrough();
+}
+
+void Employers::Remplir_Liste_Dif(const std::string& W_Empl, const std::string& W_Date,
+                                  const std::string& W_Cont) {
+    const std::string key = w_.Etq_CodeAidant.Caption() + W_Empl;
+    rules::StatementByStatement tries;
+    const bool found = tries([&] { v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->ReadRecord(key); });
+    const bool unread = !found && tries.number() != errors::RecordMissing;
+    SummaryLine line;
+    line.employer = employerName(v_, W_Empl);
+    if (W_Date != OpenContract)
+        tries([&] { line.end = Conv_Date_.Date_Affichee(W_Date); });
+    if (found) {
+        v_.Dif_Attribut6 = std::as_const(v_.Rec_DIFAIDANT)(attribute::Carried);
+        sums(line);
+    } else {
+        // The record in hand must not stay another employer's.
+        v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
+    }
+    if (unread)
+        notice_.ofEmployers("Des heures n'ont pas pu être lues : les employeurs sans nombres. "
+                            "Revenez sur l'onglet pour réessayer.");
+    tries([&] {
+        w_.Lst_DifEmpl.AddItem(line.toText());
+        w_.Lst_CodeEmplDif.AddItem(W_Empl);
+        w_.Lst_ContratDif.AddItem(W_Cont);
+    });
+}
+
+void Employers::sums(SummaryLine& line) const {
+    const data::DBARecord& record = v_.Rec_DIFAIDANT;
+    text::Fixed4 acquired;
+    text::Fixed4 consumed;
+    text::Fixed4 remaining;
+    const int lines = record.DCount(attribute::Date);
+    rules::StatementByStatement tries;
+    const auto add = [&](text::Fixed4& sum, int list, int i) {
+        tries([&] { sum += figure(record, list, i).value_or(text::Fixed4()); });
+    };
+    for (int i = 1; i <= lines; ++i) {
+        add(acquired, attribute::Rights, i);
+        add(consumed, attribute::Hours, i);
+    }
+    add(remaining, attribute::Balance, lines); // read, never worked out
+    line.acquired = total(acquired);
+    line.consumed = total(consumed);
+    line.remaining = total(remaining);
+}
+
+} // namespace vorandine::dif

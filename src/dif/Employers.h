@@ -1,0 +1,71 @@
+// The caregiver's employers: found in the contracts, each with the hours of its ledger, one line
+// each in three lists kept in step.
+#pragma once
+
+#include "data/DateObject.h"
+#include "data/Variables.h"
+#include "dif/Columns.h"
+#include "dif/FileNotice.h"
+#include "widgets/Form.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+#include "widgets/World.h"
+
+#include <string>
+
+namespace vorandine::dif {
+
+struct EmployerWidgets {
+    const widgets::Label& Etq_CodeAidant;
+    widgets::ListBox& Lst_DifEmpl;
+    widgets::ListBox& Lst_CodeEmplDif; // the employer's code
+    widgets::ListBox& Lst_ContratDif;  // the key of one of its contracts
+};
+
+// A code of 6 characters is an association's with something behind it: its first 3 count.
+[[nodiscard]] std::string employerCode(const std::string& stored);
+
+// An association's name (3 characters) or a private employer's first and last name (any other
+// length), read into the shared record of its file; "" if it cannot be read.
+[[nodiscard]] std::string employerName(data::Variables& variables, const std::string& code);
+
+// The same, or the code where there is no name.
+[[nodiscard]] std::string employerNameOrCode(data::Variables& variables, const std::string& code);
+
+// All that is handed over must outlive it.
+class Employers {
+  public:
+    Employers(const EmployerWidgets& widgets, data::Variables& variables, data::DBARecord& W_Params,
+              const data::DateObject& Conv_Date, FileNotice& notice, widgets::UserControl& control,
+              widgets::World& world)
+        : w_(widgets), v_(variables), W_Params_(W_Params), Conv_Date_(Conv_Date), notice_(notice),
+          control_(control), world_(world) {}
+    Employers(const Employers&) = delete;
+    Employers& operator=(const Employers&) = delete;
+    ~Employers() = default;
+
+    // Builds the lists anew from the files; no line is selected then. A long task. What the request
+    // throws goes through: the lists are then empty.
+    void Select_DifAidant();
+
+    // Adds one line. `W_Date` is the end of the contract in stored form, or OpenContract. Runs on
+    // after any error: what cannot be read is left blank, a figure that is no number counts 0.
+    void Remplir_Liste_Dif(const std::string& W_Empl, const std::string& W_Date,
+                           const std::string& W_Cont);
+
+    static constexpr const char* OpenContract = "RIEN";
+
+  private:
+    EmployerWidgets w_;
+    data::Variables& v_;
+    data::DBARecord& W_Params_;
+    const data::DateObject& Conv_Date_;
+    FileNotice& notice_;
+    widgets::UserControl& control_;
+    widgets::World& world_;
+
+    [[nodiscard]] data::DBARecord contracts();
+    void sums(SummaryLine& line) const;
+};
+
+} // namespace vorandine::dif

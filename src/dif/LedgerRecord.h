@@ -1,0 +1,54 @@
+// A stored ledger: one record for a caregiver and an employer, whose attributes 1 to 5 are parallel
+// lists, one value a line, oldest line first. Figures are whole hundredths of an hour.
+#pragma once
+
+#include "data/DBARecord.h"
+#include "data/DateObject.h"
+#include "data/TrainingLabels.h"
+#include "dif/Balances.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorandine::dif {
+
+namespace attribute {
+constexpr int Date = 1;     // in stored form
+constexpr int Rights = 2;   // "" on a consumption line
+constexpr int Hours = 3;    // "" on a rights line
+constexpr int Balance = 4;  // after this line; may be negative
+constexpr int Training = 5; // code of the training, "" on a rights line
+constexpr int Carried = 6;  // not this control's affair, carried along
+} // namespace attribute
+
+// A line as the detail shows it, with the code of its training beside it.
+struct ShownLine {
+    std::string text; // dif::DetailLine
+    std::string code;
+};
+
+// The line `i`, from 1. What does not convert is shown as it is stored, so that it can be written
+// back; a training that has left the table has no label.
+[[nodiscard]] ShownLine shownLine(const data::DBARecord& record, int i,
+                                  const data::DateObject& Conv_Date,
+                                  const data::TrainingLabels& labels);
+
+// Puts `lines` in place of all lines of `record`; attributes from 6 on stay. Throws
+// Error(FigureTooWide) for a line that does not stand in its columns, and then the record is as it
+// was.
+void replaceLines(data::DBARecord& record, const std::vector<ShownLine>& lines,
+                  const data::DateObject& Conv_Date);
+
+// The figure of line `i`, from 1, in one of the lists, and the figures of all lines, in hundredths.
+// Throw Error(Overflow) for a number beyond all hours.
+[[nodiscard]] std::optional<text::Fixed4> figure(const data::DBARecord& record, int list, int i);
+[[nodiscard]] Ledger ledger(const data::DBARecord& record);
+
+// Writes the balances of `ledger` into the lines from `first` (from 0) on.
+void setBalances(data::DBARecord& record, const Ledger& ledger, std::size_t first);
+
+// The figures of lines as the detail shows them, in hours.
+[[nodiscard]] Figures shownFigures(std::string_view line);
+
+} // namespace vorandine::dif

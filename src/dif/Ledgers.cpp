@@ -1,0 +1,166 @@
+// Reading, rewriting and writing back of stored ledgers.
+#include "dif/Ledgers.h"
+
+#include "dif/Employers.h"
+#include "rules/StatementByStatement.h"
+#include "text/Error.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vorandine::dif {
+namespace {
+
+constexpr int Hundredths = 2;
+
+// As whole numbers.
+bool earlier(const std::string& a, const std::string& b) {
+    const std::optional<text::Decimal> left = text::Decimal::parse(a);
+    const std::optional<text::Decimal> right = text::Decimal::parse(b);
+    return left && right && text::Fixed4(*left) < text::Fixed4(*right);
+}
+
+} // namespace
+
+bool Ledgers::read(const std::string& key) {
+    // Until it is read, the record in hand is another one's.
+    v_.Rec_DIFAIDANT = data::DBARecord();
+    v_.Dif_Attribut6 = "";
+    try {
+        v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->ReadRecord(key);
+    } catch (const Error& error) {
+        if (error.number() != errors::RecordMissing)
+            throw;
+        return false;
+    }
+    v_.Dif_Attribut6 = std::as_const(v_.Rec_DIFAIDANT)(attribute::Carried);
+    return true;
+}
+
+Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& lines) {
+    rules::StatementByStatement tries;
+    const bool readable = tries([&] {
+        if (!read(key))
+            v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
+    });
+    if (!readable)
+        return Stored::NotRead;
+    const bool written = tries([&] {
+        if (lines.empty()) {
+            v_.F_DIFAIDANT->DeleteRecord(key);
+            written_ = true;
+            return;
+        }
+        replaceLines(v_.Rec_DIFAIDANT, lines, Conv_Date_);
+        write();
+    });
+    v_.Rec_DIFAIDANT = data::DBARecord();
+    return written ? Stored::Done : Stored::NotWritten;
+}
+
+void Ledgers::write() {
+    v_.Rec_DIFAIDANT.DBWrite();
+    written_ = true;
+}
+
+Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fixed4 hours,
+                       const std::string& code) {
+    rules::StatementByStatement tries;
+    bool there = false;
+    if (!tries([&] { there = read(key); }) || !there)
+        return Stored::NotRead;
+    const bool written = tries([&] {
+        data::DBARecord& record = v_.Rec_DIFAIDANT;
+        const data::DBARecord& stored = record;
+        const int lines = stored.DCount(attribute::Date);
+        int before = lines; // the last line that is earlier; a date that is none never is
+        while (before > 0 && !earlier(stored(attribute::Date, before), date))
+            --before;
+        const int place = before + 1;
+        // Where the balance before a last line is missing, the line counts from 0.
+        if (place > lines && before > 0 && stored(attribute::Balance, before).empty())
+            record(attribute::Balance, before) = "0";
+        record.Insert(attribute::Date, place) = date;
+        record.Insert(attribute::Rights, place) = "";
+        record.Insert(attribute::Hours, place) = hours.toDecimal().shifted(Hundredths).toText();
+        record.Insert(attribute::Balance, place) = "";
+        record.Insert(attribute::Training, place) = code;
+        Ledger recomputed = ledger(record);
+        balances::afterInsertion(recomputed, static_cast<std::size_t>(before));
+        setBalances(record, recomputed, static_cast<std::size_t>(before));
+        write();
+    });
+    return written ? Stored::Done : Stored::NotWritten;
+}
+
+TakenOut Ledgers::takeOut(const std::string& caregiver, const std::string& code,
+                          const std::string& date) {
+    return walk(caregiver, code, date, true);
+}
+
+TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const std::string& code,
+                               const std::string& date) {
+    return walk(caregiver, code, date, false);
+}
+
+std::optional<text::Fixed4> Ledgers::removeLines(const std::string& code, const std::string& date) {
+    data::DBARecord& record = v_.Rec_DIFAIDANT;
+    const data::DBARecord& stored = record;
+    std::optional<text::Fixed4> hours;
+    // From the last line on: what a removal moves up has been looked at.
+    for (int j = stored.DCount(attribute::Date); j >= 1; --j) {
+        if (stored(attribute::Date, j) != date || stored(attribute::Training, j) != code)
+            continue;
+        hours = hours.value_or(text::Fixed4()) +
+                figure(stored, attribute::Hours, j).value_or(text::Fixed4());
+        for (const int list : {attribute::Date, attribute::Rights, attribute::Hours,
+                               attribute::Balance, attribute::Training})
+            record.Delete(list, j);
+    }
+    return hours;
+}
+
+TakenOut Ledgers::walk(const std::string& caregiver, const std::string& code,
+                       const std::string& date, bool writing) {
+    TakenOut taken;
+    if (code.empty())
+        return taken;
+    rules::StatementByStatement tries;
+    data::DBARecord found;
+    if (!tries([&] {
+            found = data::select(v_, W_Params_,
+                                 "SSELECT DIFAIDANT AVEC 0 = \"" + caregiver +
+                                     "]\" AND AVEC 5 = \"" + code + "\"",
+                                 "DIFAIDANT", "0");
+        }))
+        taken.outcome = Stored::NotRead;
+    const int rows = found.DCount();
+    for (int row = 1; row <= rows; ++row) {
+        const std::string key = std::as_const(found)(row);
+        bool there = false;
+        if (!tries([&] { there = read(key); })) {
+            taken.outcome = std::max(taken.outcome, Stored::NotRead);
+            continue;
+        }
+        if (!there)
+            continue;
+        const bool done = tries([&] {
+            const std::optional<text::Fixed4> hundredths = removeLines(code, date);
+            if (!hundredths)
+                return;
+            if (writing) {
+                Ledger lines = ledger(v_.Rec_DIFAIDANT);
+                balances::afterRemoval(lines);
+                setBalances(v_.Rec_DIFAIDANT, lines, 1);
+                write();
+            }
+            taken.given.push_back({employerNameOrCode(v_, key.substr(caregiver.size())),
+                                   text::Fixed4(hundredths->toDecimal().shifted(-Hundredths))});
+        });
+        if (!done)
+            taken.outcome = Stored::NotWritten;
+    }
+    return taken;
+}
+
+} // namespace vorandine::dif

@@ -1,0 +1,76 @@
+// Changes to the stored ledgers: one rewritten from the lines of the screen, one charged with the
+// hours of a training, and all of a caregiver's from which a training is taken out.
+#pragma once
+
+#include "data/DateObject.h"
+#include "data/Variables.h"
+#include "dif/FileNotice.h"
+#include "dif/LedgerRecord.h"
+
+#include "text/Fixed4.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorandine::dif {
+
+// Hours that an employer gives back when a training leaves its ledger.
+struct GivenBack {
+    std::string employer; // name, or code where it has none
+    text::Fixed4 hours;
+};
+
+struct TakenOut {
+    Stored outcome = Stored::Done;
+    std::vector<GivenBack> given; // by the ledgers that could be read, and written
+};
+
+// No error leaves these routines: each says what became of the change. A ledger that cannot be read
+// is neither written nor deleted, so that what could not be seen is not lost; a write that fails
+// leaves the file as it was. All that is handed over must outlive it.
+class Ledgers {
+  public:
+    Ledgers(data::Variables& variables, data::DBARecord& W_Params,
+            const data::DateObject& Conv_Date)
+        : v_(variables), W_Params_(W_Params), Conv_Date_(Conv_Date) {}
+
+    // Stores `lines` as the whole ledger under `key`, which is made if there is none, and deleted
+    // if there are no lines. Attribute 6 stays; a new record has none.
+    Stored rewrite(const std::string& key, const std::vector<ShownLine>& lines);
+
+    // Adds a consumption line of `hours` for training `code` on `date` (in stored form), before any
+    // line of that date, and recomputes the balances from there on. NotRead where there is no
+    // ledger under `key`.
+    Stored charge(const std::string& key, const std::string& date, text::Fixed4 hours,
+                  const std::string& code);
+
+    // Takes the lines of training `code` on `date` (in stored form) out of every ledger of
+    // `caregiver`, and recomputes their balances. Nothing to do without a code: lines without one
+    // are rights.
+    TakenOut takeOut(const std::string& caregiver, const std::string& code,
+                     const std::string& date);
+    // What takeOut would give back; writes nothing.
+    TakenOut wouldTakeOut(const std::string& caregiver, const std::string& code,
+                          const std::string& date);
+
+    // Whether any change was stored since this was made.
+    [[nodiscard]] bool written() const noexcept { return written_; }
+
+  private:
+    data::Variables& v_;
+    data::DBARecord& W_Params_;
+    const data::DateObject& Conv_Date_;
+    bool written_ = false;
+
+    // Into Rec_DIFAIDANT, with attribute 6 in Dif_Attribut6; false if there is no such record.
+    // Throws where it cannot be read.
+    bool read(const std::string& key);
+    void write();
+    TakenOut walk(const std::string& caregiver, const std::string& code, const std::string& date,
+                  bool writing);
+    // Takes the lines out of the record in hand. What they had consumed; nothing if there are none.
+    std::optional<text::Fixed4> removeLines(const std::string& code, const std::string& date);
+};
+
+} // namespace vorandine::dif

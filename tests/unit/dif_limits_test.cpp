@@ -1,0 +1,158 @@
+// The D.I.F. tab at its limits: thousands of lines, more than a list can hold, damaged ledgers, and
+// a host that calls its members out of turn.
+#include "unit/dif_support.h"
+
+#include <gtest/gtest.h>
+
+namespace vorandine::control_test {
+namespace {
+
+using widgets::ListBox;
+
+Desk yesDesk() {
+    return Desk({[](const widgets::Message&) { return widgets::Answer::Yes; }, {}, {}, {}, {}});
+}
+
+TEST(DifLimits, FiveThousandLinesTakeOneBeforeOneBetweenAndOneLess) {
+    Desk desk = yesDesk();
+    employ(desk, "00012", "ADM");
+    desk.put("DIFAIDANT", "00012ADM", ledger(5000));
+    const std::string before = storedLedger(desk, "00012ADM");
+    const auto form = desk.open("00012");
+    showDif(*form);
+    EXPECT_EQ(at<ListBox>(*form, "Lst_DifEmpl").List(0),
+              "Association ADM" + std::string(30, ' ') + "    2500,00    1250,00    1250,00");
+    openEmployer(*form, 0);
+    auto& detail = at<ListBox>(*form, "Lst_DetailDif");
+    ASSERT_EQ(detail.ListCount(), 5000);
+    addRights(*form, "01/01/1899", "7,25");
+    addRights(*form, "28/12/1905", "1000");
+    EXPECT_EQ(detail.ListCount(), 5002);
+    EXPECT_EQ(detail.List(0).substr(0, 21), "01/01/1899       7,25");
+    EXPECT_EQ(at<ListBox>(*form, "Lst_DifEmpl").List(0).substr(45),
+              "    3507,25    1250,00    2257,25");
+    for (const int line : {0, 2016}) {
+        widgets::doubleClickLine(detail, line);
+        press(*form, "Cmd_SupprDif");
+    }
+    EXPECT_EQ(detail.ListCount(), 5000);
+    EXPECT_EQ(storedLedger(desk, "00012ADM"), before);
+    EXPECT_TRUE(desk.errors.empty());
+}
+
+TEST(DifLimits, ALedgerAtTheLimitCanShrinkButNotGrow) {
+    Desk desk = yesDesk();
+    employ(desk, "00012", "ADM");
+    desk.put("DIFAIDANT", "00012ADM", ledger(widgets::MaxLines));
+    const std::string before = storedLedger(desk, "00012ADM");
+    const auto form = desk.open("00012");
+    showDif(*form);
+    openEmployer(*form, 0);
+    auto& detail = at<ListBox>(*form, "Lst_DetailDif");
+    const auto& codes = at<ListBox>(*form, "Lst_CodeFormDif");
+    ASSERT_EQ(detail.ListCount(), widgets::MaxLines);
+    addRights(*form, "01/01/2006", "1");
+    ASSERT_EQ(desk.errors.size(), 1U);
+    EXPECT_EQ(desk.errors[0].number(), errors::TooManyLines);
+    EXPECT_EQ(storedLedger(desk, "00012ADM"), before);
+    EXPECT_TRUE(form->control().Enabled());
+    EXPECT_EQ(form->control().MousePointer(), widgets::NormalPointer);
+    press(*form, "Cmd_AnnuleDif");
+    widgets::doubleClickLine(detail, widgets::MaxLines - 1);
+    press(*form, "Cmd_SupprDif");
+    EXPECT_EQ(detail.ListCount(), widgets::MaxLines - 1);
+    addRights(*form, "01/01/2006", "1");
+    EXPECT_EQ(detail.ListCount(), widgets::MaxLines);
+    EXPECT_EQ(codes.ListCount(), widgets::MaxLines);
+    EXPECT_EQ(desk.errors.size(), 1U);
+}
+
+TEST(DifLimits, ALedgerLongerThanTheListIsShownButNeverRewritten) {
+    Desk desk = yesDesk();
+    employ(desk, "00012", "ADM");
+    desk.put("DIFAIDANT", "00012ADM", ledger(widgets::MaxLines + 1));
+    const std::string before = storedLedger(desk, "00012ADM");
+    const auto form = desk.open("00012");
+    showDif(*form);
+    openEmployer(*form, 0);
+    auto& detail = at<ListBox>(*form, "Lst_DetailDif");
+    EXPECT_EQ(detail.ListCount(), widgets::MaxLines);
+    EXPECT_NE(notice(*form).find("32768 lignes"), std::string::npos) << notice(*form);
+    widgets::doubleClickLine(detail, 2);
+    press(*form, "Cmd_OkDif");
+    widgets::doubleClickLine(detail, 2);
+    press(*form, "Cmd_SupprDif");
+    EXPECT_EQ(storedLedger(desk, "00012ADM"), before);
+    EXPECT_EQ(detail.ListCount(), widgets::MaxLines);
+    EXPECT_NE(notice(*form), "");
+}
+
+TEST(DifLimits, MoreEmployersThanAListCanHoldKeepTheListsInStep) {
+    Desk desk;
+    for (int i = 0; i < widgets::MaxLines + 2; ++i)
+        desk.put("CONTRAT", "00012-" + std::to_string(100000 + i),
+                 {{3, {"Privé" + std::to_string(i)}}});
+    const auto form = desk.open("00012");
+    showDif(*form);
+    for (const char* list : {"Lst_DifEmpl", "Lst_CodeEmplDif", "Lst_ContratDif"})
+        EXPECT_EQ(at<ListBox>(*form, list).ListCount(), widgets::MaxLines) << list;
+    EXPECT_TRUE(form->control().Enabled());
+}
+
+TEST(DifLimits, ADamagedLedgerIsNeverReplaced) {
+    const std::string damaged = "20060110\xFE\x32\xE9";
+    Desk desk = yesDesk();
+    employ(desk, "00012", "ADM");
+    employ(desk, "00012", "BEL");
+    desk.put("DIFAIDANT", "00012BEL", ledger(2));
+    desk.engine->file("DIFAIDANT")->write("00012ADM", damaged);
+    const auto form = desk.open("00012");
+    showDif(*form);
+    EXPECT_NE(notice(*form), "");
+    EXPECT_EQ(at<ListBox>(*form, "Lst_DifEmpl").List(0), "Association ADM" + std::string(30, ' '));
+    openEmployer(*form, 0);
+    addRights(*form, "01/01/2006", "1");
+    EXPECT_EQ(storedLedger(desk, "00012ADM"), damaged);
+    EXPECT_NE(notice(*form).find("01/01/2006, droits 1,00"), std::string::npos) << notice(*form);
+    openEmployer(*form, 1);
+    addRights(*form, "01/01/2006", "1");
+    EXPECT_NE(storedLedger(desk, "00012BEL").find("20060101"), std::string::npos);
+    EXPECT_TRUE(desk.errors.empty());
+}
+
+// With no employer open, with the list of employers made anew under an open one, with balances not
+// recomputed.
+TEST(DifLimits, AHostOutOfTurnLosesNothing) {
+    Desk desk = yesDesk();
+    employ(desk, "00012", "ADM");
+    desk.put("DIFAIDANT", "00012ADM", ledger(2));
+    const std::string before = storedLedger(desk, "00012ADM");
+    const auto form = desk.open("00012");
+    control::Ctr_Vorandine& control = form->control();
+    control.Recherche_DifAidant();
+    control.Recherche_Place();
+    control.Calcul_MV_Dif();
+    control.Maj_DifAidant();
+    control.Effacer_Donnees_Dif();
+    showDif(*form);
+    openEmployer(*form, 0);
+    control.Select_DifAidant();
+    addRights(*form, "01/01/2006", "1");
+    press(*form, "Cmd_AnnuleDif");
+    control.Select_DifAidant();
+    openEmployer(*form, 0);
+    control.Calcul_MV_Dif();
+    control.Maj_DifAidant();
+    EXPECT_EQ(at<ListBox>(*form, "Lst_DifEmpl").ListIndex(), -1) << "not made anew";
+    EXPECT_EQ(storedLedger(desk, "00012ADM"), before);
+    desk.put("DIFAIDANT", "00012ADM", {{1, {"20060101"}}, {2, {"100000000000"}}, {4, {"7"}}});
+    const std::string tooWide = storedLedger(desk, "00012ADM");
+    openEmployer(*form, 0);
+    control.Maj_DifAidant();
+    EXPECT_EQ(storedLedger(desk, "00012ADM"), tooWide);
+    EXPECT_NE(notice(*form), "");
+    EXPECT_TRUE(control.Enabled() && control.MousePointer() == widgets::NormalPointer);
+}
+
+} // namespace
+} // namespace vorandine::control_test
