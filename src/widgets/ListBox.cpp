@@ -1,6 +1,7 @@
 // Lines of a list box and how they are selected.
 #include "widgets/ListBox.h"
 
+#include "text/Characters.h"
 #include "text/Error.h"
 
 #include <algorithm>
@@ -19,6 +20,18 @@ std::string ListBox::List(int i) const {
         return {};
     check(i, ListCount() - 1);
     return lines_[static_cast<std::size_t>(i)].text;
+}
+
+std::vector<std::string> ListBox::inColumns(int i) const {
+    std::vector<std::string> parts;
+    if (columns_.empty())
+        return parts;
+    const std::string line = List(i);
+    if (text::Len(line) >= columns_.back().first + columns_.back().length)
+        return parts;
+    for (const ListColumn& column : columns_)
+        parts.push_back(text::Trim(text::Mid(line, column.first, column.length)));
+    return parts;
 }
 
 void ListBox::List(int i, std::string text) {

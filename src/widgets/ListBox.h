@@ -3,6 +3,7 @@
 
 #include "widgets/Control.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -13,6 +14,15 @@ namespace vorandine::widgets {
 
 // Positions and counters of lists are 16 bits wide.
 constexpr int MaxLines = 32767;
+
+// A part of each line, where lines are made of fixed columns, and where on the list it is shown.
+struct ListColumn {
+    std::size_t first = 1; // its first character, counted from 1
+    std::size_t length = 0;
+    int left = 0; // in twips from the list's left edge
+    int right = 0;
+    bool figure = false; // stands at the right; a negative one is set off
+};
 
 // Lines count from 0. An index out of range throws Error(OutOfRange) and changes nothing, save that
 // reading a line past the end gives "".
@@ -29,6 +39,13 @@ class ListBox : public Control {
     void RemoveItem(int i);
     // Leaves -1. No Click.
     void Clear() noexcept;
+
+    // From left to right; none where a line is one text, as it is unless told otherwise.
+    [[nodiscard]] const std::vector<ListColumn>& columns() const noexcept { return columns_; }
+    void columns(std::vector<ListColumn> columns) { columns_ = std::move(columns); }
+    // What stands in each column of line `i`, blanks at both ends left out. Empty for a line that
+    // reaches beyond the columns: something in it is too wide, and it is to be shown as one text.
+    [[nodiscard]] std::vector<std::string> inColumns(int i) const;
 
     // Another number whenever lines have come, gone or changed: for who mirrors them.
     [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
@@ -62,6 +79,7 @@ class ListBox : public Control {
         bool selected = false;
     };
     std::vector<Line> lines_;
+    std::vector<ListColumn> columns_;
     std::uint64_t revision_ = 0;
     int current_ = -1;
     int anchor_ = -1; // where a selection by Shift begins

@@ -26,6 +26,17 @@ class Captioned : public Control {
 class Label : public Captioned {
   public:
     [[nodiscard]] bool takesFocus() const noexcept override { return false; }
+
+    // Whether its text, where it has any, must be noticed and read, in a disabled frame too.
+    [[nodiscard]] bool notice() const noexcept { return notice_; }
+    void notice(bool notice) noexcept { notice_ = notice; }
+
+    // Whether its place is high enough for several lines: a longer text then goes on below.
+    [[nodiscard]] bool wraps() const noexcept { return place().height >= 2 * LineHeight; }
+
+  private:
+    static constexpr int LineHeight = 195; // twips
+    bool notice_ = false;
 };
 
 class CommandButton : public Captioned {

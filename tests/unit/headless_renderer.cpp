@@ -146,6 +146,47 @@ TEST_F(Screen, ListsThatRunUnderTheirNeighbourShowTheirLines) {
     EXPECT_FALSE(shows("↓"));
 }
 
+TEST_F(Screen, ColumnsOfAListStandUnderTheirHeads) {
+    Label day;
+    Label sum;
+    ListBox list;
+    CommandButton wide;
+    put(day, {300, 60, 600, 195}, "Jour");
+    put(sum, {3900, 60, 600, 195}, "Somme");
+    list.columns({{1, 10, 60, 1200, false}, {11, 8, 3400, 4400, true}});
+    put(list, {120, 300, 4560, 900});
+    put(wide, {120, 1300, 2400, 375}, "un bouton très large, qui prend beaucoup de place");
+    list.AddItem("01/02/2006   12,50");
+    list.AddItem("02/02/2006   -0,50");
+    list.AddItem("03/02/2006 123456789,50");
+    const auto column = [&](const std::string& text) {
+        const std::string whole = line(text);
+        return text::Len(whole.substr(0, whole.find(text)));
+    };
+    EXPECT_EQ(column("12,50"), column("-0,50"));
+    EXPECT_NEAR(static_cast<double>(column("12,50")), static_cast<double>(column("Somme")), 4);
+    EXPECT_NEAR(static_cast<double>(column("01/02")), static_cast<double>(column("Jour")), 4);
+    // What is too wide for its column is shown whole.
+    EXPECT_TRUE(shows("03/02/2006 123456789,50"));
+}
+
+TEST_F(Screen, ALabelHighEnoughGoesOnBelow) {
+    Label account;
+    CommandButton ok;
+    put(account, {120, 120, 4560, 600}, "");
+    put(ok, {120, 900, 975, 375}, "Ok");
+    const auto width = [&] { return text::Len(line("═ Fiche ═")); };
+    const std::size_t before = width();
+    account.Caption("Solde au-dessous de zéro : Aide à domicile en Cévennes (-5,00), Léa MÉNARD "
+                    "(-20,00), Relais des Garrigues (-1,50).");
+    EXPECT_EQ(width(), before) << "a long text does not make the form wider";
+    EXPECT_NE(line("Solde"), line("MÉNARD"));
+    EXPECT_TRUE(shows("Solde au-dessous de zéro :"));
+    EXPECT_TRUE(shows("Léa MÉNARD"));
+    account.Caption("court");
+    EXPECT_TRUE(shows("court\n"));
+}
+
 TEST_F(Screen, SelectedLinesAreMarkedAndDisabledListsAreDotted) {
     ListBox list;
     list.multiSelect(true);

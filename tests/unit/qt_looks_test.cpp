@@ -31,6 +31,19 @@ class QtLooks : public testing::Test {
         window->show();
     }
 
+    // What stands on a tab is made when it first comes to the front.
+    void showTabs(std::initializer_list<int> tabs) {
+        for (const int tab : tabs) {
+            widgets::showTab(at<widgets::TabContainer>("Ong_Vorandine"), tab);
+            window->sync();
+        }
+    }
+
+    template <typename Kind>
+    [[nodiscard]] Kind& at(const std::string& name) const {
+        return control_test::at<Kind>(*form, name);
+    }
+
     template <typename Native>
     [[nodiscard]] Native& native(const std::string& name) const {
         return static_cast<Native&>(
@@ -44,6 +57,7 @@ QString bare(QString text) {
 
 TEST_F(QtLooks, NoCaptionIsCutOffAtAnyZoom) {
     open(3);
+    showTabs({2, 1, 0});
     for (const double zoom : {0.8, 1.0, 1.15, 1.5, 2.0, 3.0}) {
         window->setZoom(zoom);
         for (const QAbstractButton* const each : window->findChildren<QAbstractButton*>())
@@ -103,6 +117,123 @@ TEST_F(QtLooks, TheTrainingListsAreOneTable) {
     inStep(labels.verticalScrollBar()->value());
 }
 
+// A stretch of ink in a line of a list that is not selected, in pixels of the list's parent.
+struct Ink {
+    int left = 0;
+    int right = 0;
+    bool red = false;
+};
+
+std::vector<Ink> inkOfLine(qt::ListWidget& list, int line) {
+    const QImage seen = list.viewport()->grab().toImage();
+    const QRect row = list.visualRect(list.model()->index(line, 0));
+    const QColor ground = list.palette().color(QPalette::Base);
+    const int corner = list.viewport()->mapTo(list.parentWidget(), QPoint()).x();
+    const int apart = list.fontMetrics().horizontalAdvance("0"); // more than a comma
+    std::vector<Ink> found;
+    for (int x = 0; x < seen.width(); ++x)
+        for (int y = row.top(); y <= row.bottom(); ++y) {
+            const QColor colour = seen.pixelColor(x, y);
+            if (std::abs(colour.lightness() - ground.lightness()) < 90)
+                continue;
+            if (found.empty() || corner + x > found.back().right + apart)
+                found.push_back({corner + x, corner + x, false});
+            found.back().right = corner + x;
+            found.back().red = found.back().red || colour.red() > colour.green() + 90;
+        }
+    return found;
+}
+
+TEST_F(QtLooks, DifColumnsStandUnderTheirHeadsAndNegativeBalancesAreRed) {
+    for (const std::string employer : {"PSD", "ZZZ"}) {
+        desk.put("CONTRAT", "00012*" + employer, {{3, {employer}}, {8, {"20071231"}}});
+        desk.put("ASSOCIATION", employer, {{1, {std::string(35, 'W')}}});
+    }
+    control_test::Content ledger;
+    for (int line = 0; line < 20; ++line)
+        for (const auto& [attribute, value] : {std::pair{1, "20060301"},
+                                               {2, "9999999"},
+                                               {3, "9999999"},
+                                               {4, "-9999999"},
+                                               {5, "MAN"}})
+            ledger[attribute].emplace_back(value);
+    desk.put("DIFAIDANT", "00012PSD", ledger);
+    desk.put("DIFAIDANT", "00012ZZZ", ledger);
+    desk.put("TABLES", "FORMPRO", {{2, {"MAN"}}, {3, {std::string(35, 'W')}}});
+    open(1);
+    showTabs({2});
+    widgets::doubleClickLine(at<widgets::ListBox>("Lst_DifEmpl"), 1);
+    widgets::clickLine(at<widgets::ListBox>("Lst_DetailDif"), 1);
+    window->sync();
+    const auto overlaps = [&](const Ink& ink, const std::string& other) {
+        const QRect place = native<QWidget>(other).geometry();
+        EXPECT_TRUE(ink.left < place.right() && place.left() < ink.right)
+            << other << " at " << window->zoom() << ": " << ink.left << " to " << ink.right;
+    };
+    for (const double zoom : {0.8, 1.0, 1.15, 1.5, 2.0, 3.0}) {
+        window->setZoom(zoom);
+        auto& detail = native<qt::ListWidget>("Lst_DetailDif");
+        const std::vector<Ink> line = inkOfLine(detail, 0);
+        ASSERT_EQ(line.size(), 5U) << zoom;
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            overlaps(line[i], std::vector{"Label7", "Label8", "Label9", "Label10", "Label11"}[i]);
+            overlaps(line[i], std::vector{"Txt_DateDif", "Txt_DroitDif", "Txt_FormDif",
+                                          "Txt_HreDif", "Txt_SoldeDif"}[i]);
+            EXPECT_EQ(line[i].red, i == 4) << i;
+        }
+        EXPECT_TRUE(detail.verticalScrollBar()->isVisible());
+        EXPECT_LT(line.back().right, detail.geometry().left() + detail.viewport()->width());
+        // On the selected line, the balance is red on the ground of the others.
+        EXPECT_TRUE(inkOfLine(detail, 1).back().red);
+
+        const std::vector<Ink> sums = inkOfLine(native<qt::ListWidget>("Lst_DifEmpl"), 0);
+        ASSERT_EQ(sums.size(), 5U) << zoom;
+        for (std::size_t i = 0; i < sums.size(); ++i)
+            overlaps(sums[i], std::vector{"Label1", "Label2", "Label4", "Label5", "Label6"}[i]);
+    }
+}
+
+TEST_F(QtLooks, ANoticeIsReadWholeAndLeavesNothingBehind) {
+    open(1);
+    showTabs({2});
+    auto& label = at<widgets::Label>("Etq_MessageDif");
+    auto& seen = native<QLabel>("Etq_MessageDif");
+    ASSERT_FALSE(seen.isEnabled()); // no employer is open
+    EXPECT_FALSE(seen.autoFillBackground());
+    for (const int length : {40, 110}) {
+        label.Caption(std::string(static_cast<std::size_t>(length), 'm'));
+        window->sync();
+        const QString whole = QString::fromStdString(label.Caption());
+        EXPECT_TRUE(seen.text() == whole || seen.toolTip() == whole) << length;
+        const QColor ground = seen.palette().color(QPalette::Disabled, QPalette::Window);
+        EXPECT_EQ(seen.grab().toImage().pixelColor(1, 1), ground);
+        EXPECT_GT(ground.lightness() -
+                      seen.palette().color(QPalette::Disabled, QPalette::WindowText).lightness(),
+                  120);
+    }
+    label.Caption("");
+    window->sync();
+    EXPECT_TRUE(seen.text().isEmpty() && seen.toolTip().isEmpty() && !seen.autoFillBackground());
+}
+
+TEST_F(QtLooks, ClosedFieldsAreReadInLightAndDark) {
+    open(1);
+    const QPalette before = QApplication::palette();
+    QPalette dark(QColor(49, 54, 59));
+    dark.setColor(QPalette::Disabled, QPalette::Text, QColor(70, 70, 70));
+    for (const QPalette& palette : {before, dark}) {
+        QApplication::setPalette(palette);
+        const QPalette& field = native<QWidget>("Txt_DatFormAidant").palette();
+        const auto contrast = [&](QPalette::ColorRole ink, QPalette::ColorRole ground) {
+            return std::abs(field.color(QPalette::Disabled, ink).lightness() -
+                            field.color(QPalette::Disabled, ground).lightness());
+        };
+        EXPECT_GT(contrast(QPalette::Text, QPalette::Base), 90);
+        EXPECT_GT(contrast(QPalette::HighlightedText, QPalette::Highlight), 90);
+    }
+    QApplication::setPalette(before);
+}
+
 TEST_F(QtLooks, TheFormGrowsWithItsWindow) {
     open(1);
     window->setZoom(1.0);
@@ -121,11 +252,7 @@ TEST_F(QtLooks, TheFormGrowsWithItsWindow) {
 
 TEST_F(QtLooks, EveryControlHasANameForAssistiveTools) {
     open(1);
-    // What stands on a tab is made when it first comes to the front.
-    for (const int tab : {1, 2, 0}) {
-        control_test::at<widgets::TabContainer>(*form, "Ong_Vorandine").Tab(tab);
-        window->sync();
-    }
+    showTabs({1, 2, 0});
     const auto name = [&](const std::string& control) {
         return QAccessible::queryAccessibleInterface(&native<QWidget>(control))
             ->text(QAccessible::Name)

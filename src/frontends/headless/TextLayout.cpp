@@ -59,7 +59,9 @@ Shape shapeOf(const Control& control) {
     if (dynamic_cast<const Container*>(&control) != nullptr)
         return Shape::Bare;
     const bool tall = control.place().height > control.place().width;
+    const auto* const label = dynamic_cast<const widgets::Label*>(&control);
     if (dynamic_cast<const widgets::ListBox*>(&control) != nullptr ||
+        (label != nullptr && label->wraps()) ||
         (tall && dynamic_cast<const widgets::ScrollBar*>(&control) != nullptr))
         return Shape::Tall;
     return Shape::Line;
@@ -70,6 +72,9 @@ void collect(const Container& parent, const Item& origin, int box, std::vector<I
         const Control& control = *child;
         const widgets::Place& place = control.place();
         if (!control.Visible() || !parent.shows(control) || control.covered())
+            continue;
+        if (const auto* const label = dynamic_cast<const widgets::Label*>(&control);
+            label != nullptr && text::Trim(label->Caption()).empty())
             continue;
         Item item;
         item.control = &control;
@@ -224,9 +229,31 @@ Need need(const std::vector<Item>& items, const Item& item, int formRight) {
         return captionNeed(items, item, ButtonMargin, formRight);
     if (as<widgets::OptionButton>(item) != nullptr)
         return captionNeed(items, item, OptionMargin, formRight);
-    if (as<widgets::Label>(item) != nullptr)
-        return captionNeed(items, item, 0, formRight);
+    // Notices and texts of several lines take what room there is, and leave the rest of the form as
+    // it is.
+    if (const auto* const label = as<widgets::Label>(item))
+        return label->notice() || label->wraps() ? own(0, 0)
+                                                 : captionNeed(items, item, 0, formRight);
     return own(0, item.shape == Shape::Box ? 2 : 1);
+}
+
+// Each column of a list has room for its characters, between the bars and behind the mark.
+void columnNeeds(const Item& item, std::vector<Need>& needs) {
+    const auto* const list = as<widgets::ListBox>(item);
+    if (list == nullptr)
+        return;
+    int from = item.left;
+    int before = 2;
+    for (const widgets::ListColumn& column : list->columns()) {
+        const int left = item.left + column.left;
+        const int right = item.left + column.right;
+        needs.push_back({from, left, before});
+        needs.push_back({left, right, static_cast<int>(column.length)});
+        from = right;
+        before = 0;
+    }
+    if (from != item.left)
+        needs.push_back({from, item.right, 1});
 }
 
 // The column of every left and right end, at `scale` twips a column where nothing needs more.
@@ -276,6 +303,7 @@ Layout layOut(const widgets::Form& form, int columns) {
     for (const Item& item : items) {
         if (item.shape != Shape::Bare)
             needs.push_back(need(items, item, formRight));
+        columnNeeds(item, needs);
         // Between two borders, one inside the other, there is air.
         if (item.shape == Shape::Box && item.box >= 0)
             needs.push_back({item.right, items[static_cast<std::size_t>(item.box)].right, 2});
@@ -289,13 +317,29 @@ Layout layOut(const widgets::Form& form, int columns) {
             break;
     }
     layout.columns = places.rbegin()->second;
-    for (const Item& item : items)
-        if (item.shape != Shape::Bare)
-            layout.controls.push_back(
-                {item.control,
-                 {places[item.left], item.firstRow, places[item.right], item.lastRow + 1},
-                 item.enabled,
-                 item.cut});
+    for (const Item& item : items) {
+        if (item.shape == Shape::Bare)
+            continue;
+        layout.controls.push_back(
+            {item.control,
+             {places[item.left], item.firstRow, places[item.right], item.lastRow + 1},
+             item.enabled,
+             item.cut,
+             {}});
+        if (const auto* const label = as<widgets::Label>(item);
+            label != nullptr && label->notice() && item.box >= 0) {
+            // Too long for its place, it begins further left.
+            Cells& cells = layout.controls.back().cells;
+            const int border = places[items[static_cast<std::size_t>(item.box)].left];
+            cells.left = std::clamp(cells.right - length(label->Caption()), border + 2,
+                                    std::max(cells.left, border + 2));
+        }
+        if (const auto* const list = as<widgets::ListBox>(item))
+            for (const widgets::ListColumn& column : list->columns()) {
+                layout.controls.back().columns.push_back(places[item.left + column.left]);
+                layout.controls.back().columns.push_back(places[item.left + column.right]);
+            }
+    }
     return layout;
 }
 

@@ -19,8 +19,9 @@ struct Cells {
 struct Placed {
     const widgets::Control* control = nullptr;
     Cells cells;
-    bool enabled = true; // it and all that it stands in
-    bool cut = false;    // a neighbour stands over its right end
+    bool enabled = true;      // it and all that it stands in
+    bool cut = false;         // a neighbour stands over its right end
+    std::vector<int> columns; // of a list that has them: where each begins and ends, in pairs
 };
 
 struct Layout {

@@ -70,7 +70,7 @@ class Painter {
   public:
     Painter(Grid& grid, const Placed& placed)
         : grid_(grid), cells_(placed.cells), enabled_(placed.enabled), cut_(placed.cut),
-          width_(placed.cells.right - placed.cells.left) {}
+          width_(placed.cells.right - placed.cells.left), columns_(placed.columns) {}
 
     void paint(const widgets::Control& control) {
         if (const auto* const frame = dynamic_cast<const widgets::Frame*>(&control))
@@ -166,8 +166,20 @@ class Painter {
             } else if (line < count) {
                 if (list.Selected(line))
                     grid_.put(cells_.left + 1, row, U'>');
-                grid_.write(cells_.left + 2, row, list.List(line), room);
+                content(list, line, row, room);
             }
+        }
+    }
+
+    void content(const widgets::ListBox& list, int line, int row, int room) {
+        const std::vector<std::string> parts = list.inColumns(line);
+        if (parts.empty())
+            grid_.write(cells_.left + 2, row, list.List(line), room);
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            const int left = columns_[2 * i];
+            const int length = static_cast<int>(text::Len(parts[i]));
+            const int start = list.columns()[i].figure ? columns_[2 * i + 1] - length : left;
+            grid_.write(start, row, parts[i], length);
         }
     }
 
@@ -198,7 +210,31 @@ class Painter {
             shown = (option->Value() ? "(•) " : "( ) ") + shown;
         else if (dynamic_cast<const widgets::CommandButton*>(&captioned) != nullptr)
             shown = (enabled_ ? "< " : "( ") + shown + (enabled_ ? " >" : " )");
-        grid_.write(cells_.left, cells_.top, shown, static_cast<int>(text::Len(shown)));
+        const auto* const label = dynamic_cast<const widgets::Label*>(&captioned);
+        if (label != nullptr && label->wraps())
+            return paragraph(shown);
+        const bool notice = label != nullptr && label->notice();
+        grid_.write(cells_.left, cells_.top, shown,
+                    notice ? width_ : static_cast<int>(text::Len(shown)));
+    }
+
+    // Word by word, as many to a row as it holds; the last row takes the rest.
+    void paragraph(const std::string& text) {
+        int row = cells_.top;
+        std::string shown;
+        for (std::size_t from = 0; from < text.size();) {
+            const std::size_t to = std::min(text.find(' ', from), text.size());
+            const std::string word = text.substr(from, to - from);
+            const std::string longer = shown.empty() ? word : shown + ' ' + word;
+            if (static_cast<int>(text::Len(longer)) > width_ && row + 1 < cells_.bottom) {
+                grid_.write(cells_.left, row++, shown, width_);
+                shown = word;
+            } else {
+                shown = longer;
+            }
+            from = to + 1;
+        }
+        grid_.write(cells_.left, row, shown, width_);
     }
 
     Grid& grid_;
@@ -206,6 +242,7 @@ class Painter {
     bool enabled_;
     bool cut_;
     int width_;
+    const std::vector<int>& columns_;
 };
 
 } // namespace

@@ -1,6 +1,8 @@
 // Frames paint their own title: a style's group box keeps more room for it than the places leave.
 #include "frontends/qt/ContainerViews.h"
 
+#include "frontends/qt/Colours.h"
+
 #include <QGroupBox>
 #include <QPainter>
 #include <QStyleOptionTabWidgetFrame>
@@ -24,7 +26,9 @@ class FrameWidget : public QGroupBox {
         const int middle = metrics.height() / 2;
         const QRect text(Indent, 0, metrics.horizontalAdvance(title().trimmed()) + 4,
                          metrics.height());
-        painter.setPen(palette().color(QPalette::Mid));
+        constexpr double Faint = 0.3;
+        painter.setPen(mixed(palette().color(QPalette::Active, QPalette::WindowText),
+                             palette().color(QPalette::Window), Faint));
         painter.setClipRegion(title().isEmpty() ? QRegion(rect())
                                                 : QRegion(rect()) - QRegion(text));
         painter.drawRect(rect().adjusted(0, middle, -1, -1));

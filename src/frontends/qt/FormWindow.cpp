@@ -1,6 +1,7 @@
 // The window: built once from the form's tree, then kept in step with it.
 #include "frontends/qt/FormWindow.h"
 
+#include "frontends/qt/Colours.h"
 #include "frontends/qt/Input.h"
 #include "frontends/qt/ListView.h"
 #include "frontends/qt/Names.h"
@@ -63,6 +64,7 @@ FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
     scale_ = Scale(suitableZoom(), logicalDpiX());
     // What is made below has the font from the start, and never asks for the one of the platform.
     setFont(scale_.font(false));
+    setPalette(withLegibleClosedText(QApplication::palette()));
     waiting_.emplace_back(&form, this);
     buildShown();
     connect(qApp, &QApplication::focusChanged, this,
@@ -271,6 +273,8 @@ void FormWindow::showEvent(QShowEvent* event) {
 
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        setPalette(withLegibleClosedText(QApplication::palette()));
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         sync();
 }

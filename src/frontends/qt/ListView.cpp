@@ -1,13 +1,13 @@
 // The lines, the selection, and lists that stand side by side as one table.
 #include "frontends/qt/ListView.h"
 
+#include "frontends/qt/LineDelegate.h"
 #include "widgets/Simple.h"
 
 #include <QHelpEvent>
 #include <QItemSelection>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
 #include <algorithm>
@@ -16,16 +16,6 @@ namespace vorandine::qt {
 namespace {
 
 constexpr int TextMargins = 8; // left and right of a line, with the frame of the focus
-
-// As high as its text, as wide as the view: what is longer ends in an ellipsis.
-class LineDelegate : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
-                                 const QModelIndex& /*index*/) const override {
-        return {1, option.fontMetrics.height()};
-    }
-};
 
 bool sameRows(const widgets::Control& a, const widgets::Control& b) {
     return a.parent() == b.parent() && a.page() == b.page() && a.place().top == b.place().top &&
@@ -53,7 +43,6 @@ ListWidget::ListWidget(QWidget* parent) : QListView(parent) {
     setTextElideMode(Qt::ElideRight);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerItem);
-    setItemDelegate(new LineDelegate(this));
     setAutoScroll(false);
     // What remains below the last whole line looks like the lines.
     setBackgroundRole(QPalette::Base);
@@ -89,6 +78,7 @@ ListView::ListView(widgets::ListBox& list, QWidget& parent)
       native_(static_cast<ListWidget&>(widget())), lines_(new LineModel(list, &native_)) {
     native_.setSelectionMode(list.multiSelect() ? QAbstractItemView::ExtendedSelection
                                                 : QAbstractItemView::SingleSelection);
+    native_.setItemDelegate(new LineDelegate(list_, scale_, &native_));
 }
 
 std::vector<QWidget*> ListView::sources() const {

@@ -53,7 +53,7 @@ class ListView : public View {
     widgets::ListBox& list_;
     ListWidget& native_;
     LineModel* lines_;
-    Scale scale_;
+    Scale scale_; // the delegate of the lines refers to it
     std::uint64_t revision_ = 0;
     int current_ = -1;
     std::vector<bool> selected_; // where several lines can be selected

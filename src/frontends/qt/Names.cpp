@@ -53,7 +53,8 @@ std::vector<const Label*> labelsAbove(const Control& control) {
     std::vector<const Label*> above;
     siblings(control, [&](const Control& other) {
         const auto* const label = dynamic_cast<const Label*>(&other);
-        if (label == nullptr || !columnsMeet(own, label->place()) ||
+        // A notice tells of what happened, not of what stands below it.
+        if (label == nullptr || label->notice() || !columnsMeet(own, label->place()) ||
             label->place().top + label->place().height > own.top)
             return;
         if (!above.empty() && label->place().top > above.front()->place().top)

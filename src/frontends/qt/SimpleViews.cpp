@@ -1,6 +1,8 @@
 // Captions with their mnemonics, and the state of options and bars.
 #include "frontends/qt/SimpleViews.h"
 
+#include "frontends/qt/Colours.h"
+
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPushButton>
@@ -18,6 +20,9 @@ namespace {
 constexpr int Gap = 60;
 // What the frame of a button takes of its width, in pixels at any zoom.
 constexpr int ButtonFrame = 6;
+
+// The room at both ends of a notice, in pixels.
+constexpr int NoticeMargin = 4;
 
 // Bars that move in steps of a line turn this many at once for a page.
 constexpr int LinesInPage = 8;
@@ -77,6 +82,10 @@ LabelView::LabelView(widgets::Label& label, QWidget& parent)
     : View(label, *new QLabel(&parent)), label_(label), native_(static_cast<QLabel&>(widget())) {
     native_.setTextFormat(Qt::PlainText);
     native_.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    if (label.notice()) {
+        native_.setContentsMargins(NoticeMargin, 0, NoticeMargin, 0);
+        native_.setPalette(forNotice(native_.palette()));
+    }
 }
 
 int LabelView::roomInTwips() const {
@@ -115,6 +124,16 @@ void LabelView::layOut(const Scale& scale) {
     fresh_ = true;
 }
 
+void LabelView::showWrapped(const QString& caption) {
+    native_.setWordWrap(true);
+    native_.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    native_.setGeometry(place_);
+    native_.setText(caption);
+    const QRect needed =
+        QFontMetrics(native_.font()).boundingRect(place_, Qt::TextWordWrap, caption);
+    native_.setToolTip(needed.height() > place_.height() ? caption : QString());
+}
+
 void LabelView::sync() {
     View::sync();
     const QString caption = shown(label_.Caption()).trimmed();
@@ -122,16 +141,21 @@ void LabelView::sync() {
         return;
     fresh_ = false;
     caption_ = caption;
+    native_.setAccessibleName(caption);
+    if (label_.wraps())
+        return showWrapped(caption);
     const QFontMetrics metrics(native_.font());
-    const int needed = metrics.horizontalAdvance(caption) + 1;
+    const int margins = native_.contentsMargins().left() + native_.contentsMargins().right();
+    const int needed = metrics.horizontalAdvance(caption) + 1 + margins;
     QRect place = place_;
-    place.setWidth(std::max(place_.width(), std::min(needed, room_)));
+    // A notice is as long as its text, any other label at least as long as its place.
+    place.setWidth(std::max(label_.notice() ? 0 : place_.width(), std::min(needed, room_)));
     if (const int missing = metrics.height() - place.height(); missing > 0)
         place.adjust(0, -missing / 2, 0, missing - missing / 2);
     native_.setGeometry(place);
-    native_.setText(metrics.elidedText(caption, Qt::ElideRight, place.width()));
+    native_.setText(metrics.elidedText(caption, Qt::ElideRight, place.width() - margins));
     native_.setToolTip(needed > place.width() ? caption : QString());
-    native_.setAccessibleName(caption);
+    native_.setAutoFillBackground(label_.notice() && !caption.isEmpty());
 }
 
 ButtonView::ButtonView(widgets::CommandButton& button, QWidget& parent)

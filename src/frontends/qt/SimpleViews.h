@@ -29,6 +29,7 @@ class LabelView : public View {
 
     [[nodiscard]] int roomInTwips() const;
     [[nodiscard]] int rowHeight() const;
+    void showWrapped(const QString& caption);
 };
 
 class ButtonView : public View {
