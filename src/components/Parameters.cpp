@@ -1,0 +1,234 @@
+// The screen of the parameters control, and what its buttons do.
+#include "components/Parameters.h"
+
+#include "components/ParameterTable.h"
+#include "text/Characters.h"
+#include "text/Error.h"
+#include "text/Search.h"
+#include "widgets/Inventory.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+#include "widgets/TextField.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vorandine::components {
+namespace {
+
+constexpr std::int32_t WritingLevel = 2;
+
+struct Change {
+    bool added; // else the label was changed
+    Parameter entry;
+
+    [[nodiscard]] std::optional<Refusal> make(ParameterTable& table) const {
+        return added ? table.add(entry) : table.change(entry);
+    }
+};
+
+class Parameters : public trainings::ParametersControl {
+  public:
+    explicit Parameters(trainings::ParametersHost& host);
+
+    void Init_Param() override;
+
+  private:
+    widgets::Label Etq_TitreParam;
+    widgets::Label Etq_RechercheParam;
+    widgets::TextBox Txt_RechercheParam;
+    widgets::ListBox Lst_Param;
+    widgets::Label Etq_CodeParam;
+    widgets::TextBox Txt_CodeParam;
+    widgets::Label Etq_LibelleParam;
+    widgets::TextBox Txt_LibelleParam;
+    widgets::CommandButton Cmd_AjouterParam;
+    widgets::CommandButton Cmd_ModifierParam;
+    widgets::CommandButton Cmd_RetourParam;
+
+    trainings::ParametersHost& host_;
+    ParameterTable table_;         // with the changes made in it
+    std::vector<Change> changes_;  // in the order made, not stored yet
+    std::vector<Parameter> shown_; // the lines of Lst_Param
+    bool storingFailed_ = false;
+
+    [[nodiscard]] data::DBARecord read() const;
+    void fill();
+    void showLine();
+    void make(bool added);
+    void refuse(const Refusal& refusal);
+    void leave();
+    bool store();
+    bool repeat(ParameterTable& stored);
+};
+
+Parameters::Parameters(trainings::ParametersHost& host) : host_(host) {
+    using enum widgets::Trait;
+    place({120, 120, 6975, 5010});
+    // clang-format off
+    widgets::furnish(*this, {
+        {Etq_TitreParam, {"Etq_TitreParam", -1, "", 0, 0, 7, {0, 0, 6975, 195}}},
+        {Etq_RechercheParam, {"Etq_RechercheParam", -1, "Rechercher", 0, 0, 8, {0, 360, 1095, 195}}},
+        {Txt_RechercheParam, {"Txt_RechercheParam", -1, "", 0, 0, 0, {1200, 360, 5775, 288}}},
+        {Lst_Param, {"Lst_Param", -1, "", 0, FixedPitch, 1, {0, 780, 6975, 2790}}},
+        {Etq_CodeParam, {"Etq_CodeParam", -1, "Code", 0, 0, 9, {0, 3720, 735, 195}}},
+        {Etq_LibelleParam, {"Etq_LibelleParam", -1, "Libellé", 0, 0, 10, {960, 3720, 735, 195}}},
+        {Txt_CodeParam, {"Txt_CodeParam", -1, "", 0, FixedPitch, 2, {0, 3960, 855, 330}}},
+        {Txt_LibelleParam, {"Txt_LibelleParam", -1, "", 0, FixedPitch, 3, {960, 3960, 6015, 330}}},
+        {Cmd_AjouterParam, {"Cmd_AjouterParam", -1, "Ajouter", 'A', 0, 4, {0, 4590, 1095, 375}}},
+        {Cmd_ModifierParam, {"Cmd_ModifierParam", -1, "Modifier", 'M', 0, 5, {1200, 4590, 1095, 375}}},
+        {Cmd_RetourParam, {"Cmd_RetourParam", -1, "Retour", 'R', 0, 6, {5880, 4590, 1095, 375}}},
+    });
+    // clang-format on
+    Cmd_RetourParam.cancelRank(1);
+
+    Txt_RechercheParam.Change = [this] { fill(); };
+    Lst_Param.Click = [this] { showLine(); };
+    Lst_Param.DblClick = [this] { Txt_LibelleParam.SetFocus(); };
+    Cmd_AjouterParam.Click = [this] { make(true); };
+    Cmd_ModifierParam.Click = [this] { make(false); };
+    Cmd_RetourParam.Click = [this] { leave(); };
+}
+
+void Parameters::Init_Param() {
+    host_.AdapteExe(form()->Caption());
+    Etq_TitreParam.Caption(Titre_Param);
+    Lst_Param.hint(Titre_Param);
+    const bool writes = DroitsParam->Droits("PARAMETRES")->Niveau() == WritingLevel;
+    Txt_CodeParam.Enabled(writes);
+    Txt_LibelleParam.Enabled(writes);
+    Cmd_AjouterParam.Visible(writes);
+    Cmd_ModifierParam.Visible(writes);
+    table_ = ParameterTable(read());
+    fill();
+}
+
+// A table that is not there yet is an empty one.
+data::DBARecord Parameters::read() const {
+    const auto file = TheDatabase->OpenFile("TABLES");
+    try {
+        return file->ReadRecord(Table_Param);
+    } catch (const Error& error) {
+        if (error.number() != errors::RecordMissing)
+            throw;
+        return file->NewRecord(Table_Param);
+    }
+}
+
+void Parameters::fill() {
+    const text::Search search(Txt_RechercheParam.Text());
+    Lst_Param.Clear();
+    shown_.clear();
+    for (Parameter& entry : table_.entries()) {
+        if (!search.finds(text::Search::folded({entry.code, entry.label})))
+            continue;
+        Lst_Param.AddItem(entry.code + " " + entry.label);
+        shown_.push_back(std::move(entry));
+    }
+}
+
+void Parameters::showLine() {
+    if (Lst_Param.ListIndex() < 0)
+        return;
+    const Parameter& entry = shown_[static_cast<std::size_t>(Lst_Param.ListIndex())];
+    Txt_CodeParam.Text(entry.code);
+    Txt_LibelleParam.Text(entry.label);
+}
+
+// Afterwards the line shows, selected, whatever was searched for, and the fields are free.
+void Parameters::make(bool added) {
+    const Change change{added,
+                        {text::Trim(Txt_CodeParam.Text()), text::Trim(Txt_LibelleParam.Text())}};
+    const bool asItIs = !added && table_.holds(change.entry);
+    if (const auto refusal = change.make(table_)) {
+        refuse(*refusal);
+        return;
+    }
+    if (!asItIs)
+        changes_.push_back(change);
+    Txt_RechercheParam.Text("");
+    fill();
+    const auto line = std::find_if(shown_.begin(), shown_.end(), [&](const Parameter& entry) {
+        return entry.code == change.entry.code;
+    });
+    Lst_Param.ListIndex(static_cast<int>(line - shown_.begin()));
+    Txt_CodeParam.Text("");
+    Txt_LibelleParam.Text("");
+    if (added)
+        Txt_CodeParam.SetFocus();
+    else
+        Lst_Param.SetFocus();
+}
+
+void Parameters::refuse(const Refusal& refusal) {
+    host_.refuse(refusal.text);
+    (refusal.of == Refusal::Of::Code ? Txt_CodeParam : Txt_LibelleParam).SetFocus();
+}
+
+void Parameters::leave() {
+    if (!changes_.empty() && !store())
+        return;
+    Sortie_Param = true;
+    form()->Unload();
+}
+
+// False where the user must look again.
+bool Parameters::store() {
+    try {
+        ParameterTable stored(read());
+        if (!repeat(stored))
+            return false;
+        stored.write();
+    } catch (const Error&) {
+        // Once the host has told of it, there must be a way out while the disk stays full.
+        if (!std::exchange(storingFailed_, true) ||
+            !host_.confirm("Les modifications n'ont pas pu être enregistrées. "
+                           "Voulez-vous quitter sans les enregistrer ?"))
+            throw;
+    }
+    return true;
+}
+
+// Makes all changes again in the table as it is now stored. The first one that no longer goes is
+// given back to the user, who then sees that table; the others wait for the next time.
+bool Parameters::repeat(ParameterTable& stored) {
+    std::optional<Refusal> first;
+    std::vector<std::string> refused;
+    const auto isRefused = [&](const std::string& code) {
+        return std::find(refused.begin(), refused.end(), code) != refused.end();
+    };
+    for (const Change& change : changes_) {
+        if (isRefused(change.entry.code) || stored.holds(change.entry))
+            continue;
+        if (auto refusal = change.make(stored)) {
+            refused.push_back(change.entry.code);
+            if (!first)
+                first = std::move(refusal);
+        }
+    }
+    if (!first)
+        return true;
+    table_ = std::move(stored);
+    fill();
+    for (const Change& change : changes_)
+        if (change.entry.code == refused.front()) {
+            Txt_CodeParam.Text(change.entry.code);
+            Txt_LibelleParam.Text(change.entry.label);
+        }
+    std::erase_if(changes_,
+                  [&](const Change& change) { return change.entry.code == refused.front(); });
+    first->text = "Un autre utilisateur vient de modifier la table. " + first->text;
+    refuse(*first);
+    return false;
+}
+
+} // namespace
+
+std::unique_ptr<trainings::ParametersControl> makeParameters(trainings::ParametersHost& host) {
+    return std::make_unique<Parameters>(host);
+}
+
+} // namespace vorandine::components

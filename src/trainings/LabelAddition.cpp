@@ -1,0 +1,57 @@
+// The form is made afresh at each press; afterwards the table is read again.
+#include "trainings/LabelAddition.h"
+
+#include "rules/LongTask.h"
+#include "rules/ModalForm.h"
+#include "trainings/Frm_ParamFormation.h"
+
+#include <utility>
+
+namespace vorandine::trainings {
+namespace {
+
+constexpr const char* TableOfLabels = "FORMPRO";
+
+} // namespace
+
+LabelAddition::LabelAddition(widgets::CommandButton& Cmd_AjouterFormation,
+                             widgets::ComboBox& Cbo_CodFormAidant, data::Variables& variables,
+                             const std::shared_ptr<data::DroitsUtilisateur>& rights,
+                             widgets::UserControl& control, widgets::World& world,
+                             MakeParameters make)
+    : Cbo_CodFormAidant_(Cbo_CodFormAidant), v_(variables), rights_(rights), control_(control),
+      world_(world), make_(std::move(make)) {
+    Cmd_AjouterFormation.Click = [this] { Cmd_AjouterFormation_Click(); };
+}
+
+void LabelAddition::Cmd_AjouterFormation_Click() {
+    rules::LongTask task(control_, world_);
+    showForm();
+    v_.F_FORMPRO = v_.F_TABLES->ReadRecord(TableOfLabels);
+    refill();
+    task.letEventsThrough();
+}
+
+void LabelAddition::showForm() {
+    Frm_ParamFormation form(make_, world_);
+    ParametersControl& Ctr_Galvarde = form.Ctr_Galvarde();
+    Ctr_Galvarde.TheDatabase = v_.TheDatabase;
+    Ctr_Galvarde.TheClient = v_.TheClient;
+    Ctr_Galvarde.Table_Param = TableOfLabels;
+    Ctr_Galvarde.Titre_Param = "FORMATIONS";
+    Ctr_Galvarde.DroitsParam = rights_;
+    Ctr_Galvarde.Init_Param();
+    rules::runModal(form, control_, world_);
+}
+
+void LabelAddition::refill() {
+    // Put back as it stood, whatever the table now holds: it is checked when the field is left.
+    const std::string kept = Cbo_CodFormAidant_.Text();
+    Cbo_CodFormAidant_.Clear();
+    const int labels = std::as_const(v_.F_FORMPRO).DCount(2);
+    for (int i = 1; i <= labels; ++i)
+        Cbo_CodFormAidant_.AddItem(std::as_const(v_.F_FORMPRO)(3, i));
+    Cbo_CodFormAidant_.Text(kept);
+}
+
+} // namespace vorandine::trainings
