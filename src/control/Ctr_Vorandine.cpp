@@ -3,16 +3,24 @@
 
 #include "control/Dossier.h"
 #include "control/EditLock.h"
+#include "control/HelpMenu.h"
 #include "control/Inventory.h"
 #include "control/Screen.h"
+#include "control/TrainingDif.h"
 #include "data/Variables.h"
 #include "dif/DetailArea.h"
+#include "dif/Employers.h"
+#include "dif/Frm_CalculRemu.h"
+#include "dif/Ledgers.h"
 #include "experience/Activities.h"
 #include "experience/Availability.h"
 #include "experience/Studies.h"
 #include "text/Error.h"
+#include "trainings/LabelAddition.h"
 #include "trainings/TrainingLines.h"
 #include "trainings/TypingRow.h"
+
+#include <utility>
 
 namespace vorandine::control {
 
@@ -28,8 +36,12 @@ widgets::Control& ControlCollection::operator()(int i) const {
 }
 
 struct Ctr_Vorandine::Parts {
-    Parts(Ctr_Vorandine& control, widgets::World& world, data::DateObject& Conv_Date)
-        : screen(control), lock(screen),
+    Parts(Ctr_Vorandine& control, widgets::World& world, data::DateObject& Conv_Date,
+          HelpObject& help, trainings::MakeParameters makeParameters)
+        : screen(control), lock(screen), helpMenu(control, screen, variables, help, world),
+          notice(screen.Etq_MessageDif), ledgers(variables, control.W_Params, Conv_Date),
+          trainingDif(screen, ledgers, notice, variables, Conv_Date, droitsUtilisateur, control,
+                      world),
           studies({screen.Opt_Diplome, screen.Opt_Niveau, screen.Cbo_EtudeAidant,
                    screen.Txt_AnDipAidant, screen.Txt_SpecialAidant, screen.Txt_ExpProfAidant,
                    screen.Cbo_Qualif, screen.Cbo_CodFormAidant},
@@ -41,8 +53,10 @@ struct Ctr_Vorandine::Parts {
           typingRow({screen.Txt_DatFormAidant, screen.Cbo_CodFormAidant, screen.Txt_HhFormAidant,
                      screen.Txt_ObsFormAidant, screen.Cbo_DifFormAidant, screen.Cmd_AjouterForm,
                      screen.Cmd_SupprimerForm, screen.Cmd_AjouterFormation, screen.Cmd_OKForm,
-                     screen.Cmd_AnnulerForm},
-                    trainings, lock, Conv_Date, world),
+                     screen.Cmd_AnnulerForm, screen.Etq_MessageForm},
+                    trainings, lock, trainingDif, variables.F_FORMPRO, Conv_Date, world),
+          labelAddition(screen.Cmd_AjouterFormation, screen.Cbo_CodFormAidant, variables,
+                        droitsUtilisateur, control, world, std::move(makeParameters)),
           activities({screen.Lst_SectPossibles, screen.Lst_CodSectPossibles, screen.Lst_SectSelect,
                       screen.Lst_CodSectSelect, screen.Cmd_Tous, screen.Cmd_SelectSect,
                       screen.Cmd_SuppSect},
@@ -50,16 +64,31 @@ struct Ctr_Vorandine::Parts {
           availability({screen.Txt_DatSaisieAidant, screen.Txt_DatDispoAidant,
                         screen.Txt_DatFinDispoAidant, screen.Ong_Vorandine},
                        Conv_Date, world),
+          employers({screen.Etq_CodeAidant, screen.Lst_DifEmpl, screen.Lst_CodeEmplDif,
+                     screen.Lst_ContratDif},
+                    variables, control.W_Params, Conv_Date, notice, control, world),
           detail({screen.Cdr_DetailDif, screen.Lst_DetailDif, screen.Lst_CodeFormDif,
                   screen.Txt_DateDif, screen.Txt_DroitDif, screen.Txt_FormDif, screen.Txt_HreDif,
                   screen.Txt_SoldeDif, screen.Cmd_AjoutDif, screen.Cmd_AnnuleDif,
                   screen.Cmd_SupprDif, screen.Cmd_OkDif, screen.Cmd_CalculDif},
-                 Conv_Date, world),
-          dossier(screen, {studies, trainings, activities, availability}, variables, control, world,
-                  control.W_Sortir) {
+                 {screen.Etq_CodeAidant, screen.Lst_DifEmpl, screen.Lst_CodeEmplDif,
+                  screen.Lst_ContratDif},
+                 {employers, ledgers, notice, lock, variables, Conv_Date, control, world}),
+          dossier(screen, {studies, trainings, activities, availability}, ledgers, variables,
+                  control, world, control.W_Sortir) {
         screen.Ong_Vorandine.Click = [this](std::int16_t& /*previousTab*/) {
-            if (screen.Ong_Vorandine.Tab() == DifTab)
-                detail.close();
+            if (screen.Ong_Vorandine.Tab() != DifTab)
+                return;
+            detail.close();
+            employers.Select_DifAidant();
+        };
+        screen.Cmd_CalculDif.Click = [this, &control, &world] {
+            const auto current = [](const widgets::ListBox& list) {
+                return list.List(list.ListIndex());
+            };
+            dif::runCalculRemu(screen.Etq_CodeAidant.Caption(), current(screen.Lst_CodeEmplDif),
+                               current(screen.Lst_ContratDif), variables, droitsUtilisateur,
+                               control, world);
         };
     }
 
@@ -96,17 +125,24 @@ struct Ctr_Vorandine::Parts {
     std::shared_ptr<data::DroitsModule> droitsModule;
     Screen screen;
     EditLock lock;
+    HelpMenu helpMenu;
+    dif::FileNotice notice;
+    dif::Ledgers ledgers;
+    TrainingDif trainingDif;
     experience::Studies studies;
     trainings::TrainingLines trainings;
     trainings::TypingRow typingRow;
+    trainings::LabelAddition labelAddition;
     experience::Activities activities;
     experience::Availability availability;
+    dif::Employers employers;
     dif::DetailArea detail;
     Dossier dossier;
 };
 
-Ctr_Vorandine::Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date)
-    : parts_(std::make_unique<Parts>(*this, world, Conv_Date)) {}
+Ctr_Vorandine::Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date, HelpObject& help,
+                             trainings::MakeParameters makeParameters)
+    : parts_(std::make_unique<Parts>(*this, world, Conv_Date, help, std::move(makeParameters))) {}
 
 Ctr_Vorandine::~Ctr_Vorandine() {
     parts_->droitsModule.reset();
@@ -150,6 +186,13 @@ void Ctr_Vorandine::Afficher_DonneesListe() {
 void Ctr_Vorandine::Afficher_Donnees() {
     parts_->dossier.Afficher_Donnees();
 }
+void Ctr_Vorandine::Select_DifAidant() {
+    parts_->employers.Select_DifAidant();
+}
+void Ctr_Vorandine::Remplir_Liste_Dif(const std::string& W_Empl, const std::string& W_Date,
+                                      const std::string& W_Cont) {
+    parts_->employers.Remplir_Liste_Dif(W_Empl, W_Date, W_Cont);
+}
 void Ctr_Vorandine::Ecrire_Donnees() {
     parts_->dossier.Ecrire_Donnees();
 }
@@ -161,6 +204,21 @@ void Ctr_Vorandine::MAJ_TabDyn() {
 }
 void Ctr_Vorandine::Remplir_Diplome() {
     parts_->studies.Remplir_Diplome();
+}
+void Ctr_Vorandine::Recherche_Place() {
+    parts_->detail.Recherche_Place();
+}
+void Ctr_Vorandine::Recherche_DifAidant() {
+    parts_->trainingDif.Recherche_DifAidant();
+}
+void Ctr_Vorandine::Calcul_MV_Dif() {
+    parts_->detail.Calcul_MV_Dif();
+}
+void Ctr_Vorandine::Effacer_Donnees_Dif() {
+    parts_->detail.Effacer_Donnees_Dif();
+}
+void Ctr_Vorandine::Maj_DifAidant() {
+    parts_->detail.Maj_DifAidant();
 }
 void Ctr_Vorandine::Masquer() {
     parts_->lock.Masquer();

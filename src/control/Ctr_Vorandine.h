@@ -3,9 +3,11 @@
 // Init; from then on the user works in it, until it unloads the form itself.
 #pragma once
 
+#include "control/Help.h"
 #include "data/DBAFile.h"
 #include "data/DateObject.h"
 #include "data/Rights.h"
+#include "trainings/ParametersControl.h"
 #include "widgets/Form.h"
 #include "widgets/World.h"
 
@@ -31,12 +33,13 @@ class ControlCollection {
 
 // Calling order: TheClient, TheDatabase, DroitsUtilisateur, W_Code, W_NomPrenom in any order, then
 // Init, once. What the host hands in is shared and let go on destruction, never closed.
-// `world` and `Conv_Date` must outlive the control. The control must outlive its place on a form:
-// it takes itself off on destruction. It must not be destroyed while one of its handlers runs:
-// a host waits until the form is unloaded and the gesture has returned.
+// `world`, `Conv_Date` and `help` must outlive the control. The control must outlive its place on a
+// form: it takes itself off on destruction. It must not be destroyed while one of its handlers
+// runs: a host waits until the form is unloaded and the gesture has returned.
 class Ctr_Vorandine : public widgets::UserControl {
   public:
-    Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date);
+    Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date, HelpObject& help,
+                  trainings::MakeParameters makeParameters);
     Ctr_Vorandine(const Ctr_Vorandine&) = delete;
     Ctr_Vorandine& operator=(const Ctr_Vorandine&) = delete;
     ~Ctr_Vorandine() override; // UserControl_Terminate
@@ -51,6 +54,10 @@ class Ctr_Vorandine : public widgets::UserControl {
 
     void Afficher_DonneesListe();
     void Afficher_Donnees();
+    void Select_DifAidant();
+    // `W_Date` is the end of the contract in stored form, or "RIEN".
+    void Remplir_Liste_Dif(const std::string& W_Empl, const std::string& W_Date,
+                           const std::string& W_Cont);
     void Ecrire_Donnees();
     void Effacer_Donnees();
 
@@ -63,6 +70,14 @@ class Ctr_Vorandine : public widgets::UserControl {
 
     void TheClient(const std::shared_ptr<data::DBAClient>& client);
     void TheDatabase(const std::shared_ptr<data::DBADatabase>& database);
+
+    void Recherche_Place();
+    // Takes the selected training out of the stored ledgers. No error leaves it; what could not be
+    // read or written is told in Etq_MessageDif.
+    void Recherche_DifAidant();
+    void Calcul_MV_Dif();
+    void Effacer_Donnees_Dif();
+    void Maj_DifAidant();
 
     [[nodiscard]] ControlCollection Controls() const;
     void Masquer();

@@ -13,9 +13,10 @@ namespace vorandine::control {
 
 using experience::Activities;
 
-Dossier::Dossier(Screen& screen, const Subjects& subjects, data::Variables& variables,
-                 widgets::UserControl& control, widgets::World& world, std::int16_t& W_Sortir)
-    : s_(screen), on_(subjects), v_(variables), control_(control), world_(world),
+Dossier::Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
+                 data::Variables& variables, widgets::UserControl& control, widgets::World& world,
+                 std::int16_t& W_Sortir)
+    : s_(screen), on_(subjects), ledgers_(ledgers), v_(variables), control_(control), world_(world),
       W_Sortir_(W_Sortir) {
     s_.Cmd_OK.Click = [this] { Cmd_OK_Click(); };
     s_.Cmd_Retour.Click = [this] { Cmd_Retour_Click(); };
@@ -69,12 +70,12 @@ void Dossier::Cmd_OK_Click() {
 void Dossier::Cmd_Retour_Click() {
     MAJ_TabDyn();
     if (std::as_const(v_.Rec_Copie)() != std::as_const(v_.Rec_Dossier)()) {
-        const widgets::Answer answer =
-            world_.messageBox({rules::MessageTitle,
-                               "Voulez-vous enregistrer les modifications effectuées ?",
-                               widgets::Icon::Question,
-                               widgets::Buttons::YesNoCancel,
-                               {}});
+        const widgets::Answer answer = world_.messageBox(
+            {rules::MessageTitle, "Voulez-vous enregistrer les modifications effectuées ?",
+             widgets::Icon::Question, widgets::Buttons::YesNoCancel,
+             ledgers_.written() ? "Les heures de D.I.F. déjà enregistrées le "
+                                  "restent, quelle que soit votre réponse."
+                                : ""});
         if (answer == widgets::Answer::Yes)
             Cmd_OK_Click();
         if (answer != widgets::Answer::No)

@@ -4,6 +4,7 @@
 
 #include "control/Screen.h"
 #include "data/Variables.h"
+#include "dif/Ledgers.h"
 #include "experience/Activities.h"
 #include "experience/Availability.h"
 #include "experience/Studies.h"
@@ -22,11 +23,13 @@ struct Subjects {
     experience::Availability& availability;
 };
 
-// Takes over Cmd_OK and Cmd_Retour. All that is handed over must outlive it.
+// Takes over Cmd_OK and Cmd_Retour. `ledgers` tells whether D.I.F. hours were stored meanwhile. All
+// that is handed over must outlive it.
 class Dossier {
   public:
-    Dossier(Screen& screen, const Subjects& subjects, data::Variables& variables,
-            widgets::UserControl& control, widgets::World& world, std::int16_t& W_Sortir);
+    Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
+            data::Variables& variables, widgets::UserControl& control, widgets::World& world,
+            std::int16_t& W_Sortir);
     Dossier(const Dossier&) = delete;
     Dossier& operator=(const Dossier&) = delete;
     ~Dossier() = default;
@@ -42,6 +45,7 @@ class Dossier {
   private:
     Screen& s_;
     Subjects on_;
+    const dif::Ledgers& ledgers_;
     data::Variables& v_;
     widgets::UserControl& control_;
     widgets::World& world_;

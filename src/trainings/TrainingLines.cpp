@@ -4,6 +4,7 @@
 #include "rules/Numbers.h"
 #include "text/Characters.h"
 #include "text/Decimal.h"
+#include "text/Error.h"
 
 #include <algorithm>
 #include <optional>
@@ -108,24 +109,57 @@ void TrainingLines::scroll() {
         list->ListIndex(value);
 }
 
-void TrainingLines::add(TrainingLine line) {
-    w_.Lst_DatFormAidant.AddItem(std::move(line.date));
-    w_.Lst_CodFormAidant.AddItem(std::move(line.label));
-    w_.Lst_CodeForm.AddItem(std::move(line.code));
-    w_.Lst_HhFormAidant.AddItem(std::move(line.hours));
-    w_.Lst_ObsFormAidant.AddItem(std::move(line.observations));
-    w_.Lst_DifFormAidant.AddItem(std::move(line.dif));
+void TrainingLines::put(TrainingLine line, int i) {
+    w_.Lst_DatFormAidant.AddItem(std::move(line.date), i);
+    w_.Lst_CodFormAidant.AddItem(std::move(line.label), i);
+    w_.Lst_CodeForm.AddItem(std::move(line.code), i);
+    w_.Lst_HhFormAidant.AddItem(std::move(line.hours), i);
+    w_.Lst_ObsFormAidant.AddItem(std::move(line.observations), i);
+    w_.Lst_DifFormAidant.AddItem(std::move(line.dif), i);
 }
 
-TrainingLine TrainingLines::read(const data::DBARecord& rec, const TrainingLabels& labels, int i,
-                                 rules::StatementByStatement& tries) const {
+void TrainingLines::requireRoom() const {
+    if (count() >= widgets::MaxLines)
+        throw Error(errors::TooManyLines, "Le dossier compte déjà " +
+                                              std::to_string(widgets::MaxLines) +
+                                              " formations : aucune ne peut être ajoutée.");
+}
+
+// Stored dates compare as texts, "" before everything.
+int TrainingLines::placeOf(const std::string& date) const {
+    const std::string typed = Conv_Date_.Date_Stockee(date);
+    int place = 0;
+    while (place < count()) {
+        const std::string here = w_.Lst_DatFormAidant.List(place);
+        if (here.empty() || typed >= Conv_Date_.Date_Stockee(here))
+            break;
+        ++place;
+    }
+    return place;
+}
+
+void TrainingLines::insert(TrainingLine line) {
+    const int place = placeOf(line.date);
+    put(std::move(line), place);
+    range(count() - 1);
+}
+
+void TrainingLines::remove(int i) {
+    for (widgets::ListBox* const list : lists_)
+        list->RemoveItem(i);
+    w_.Bdv_FormAidant.Visible(w_.Bdv_FormAidant.Max() > LastLineWithoutBar);
+}
+
+TrainingLine TrainingLines::read(const data::DBARecord& rec, const data::TrainingLabels& labels,
+                                 int i, rules::StatementByStatement& tries) const {
     TrainingLine line;
     tries([&] {
         const std::string stored = rec(5, i);
         line.date = stored.empty() ? stored : Conv_Date_.Date_Affichee(stored);
     });
     line.code = rec(6, i);
-    line.label = labels.labelOf(line.code);
+    if (const std::string* const label = labels.find(line.code))
+        line.label = *label;
     tries([&] { line.hours = shownHours(rec(7, i)); });
     line.observations = rec(8, i);
     line.dif = rec(14, i) == "1" ? "OUI" : "NON";
@@ -135,9 +169,9 @@ TrainingLine TrainingLines::read(const data::DBARecord& rec, const TrainingLabel
 void TrainingLines::show(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
                          rules::StatementByStatement& tries) {
     const int lines = std::min(rec.DCount(6), widgets::MaxLines - count());
-    const TrainingLabels labels(F_FORMPRO);
+    const data::TrainingLabels labels(F_FORMPRO);
     for (int i = 1; i <= lines; ++i)
-        tries([&] { add(read(rec, labels, i, tries)); });
+        tries([&] { put(read(rec, labels, i, tries), count()); });
     tries([&] { range(std::min(rec.DCount(5), widgets::MaxLines)); });
 }
 

@@ -4,8 +4,8 @@
 
 #include "data/DBARecord.h"
 #include "data/DateObject.h"
+#include "data/TrainingLabels.h"
 #include "rules/StatementByStatement.h"
-#include "trainings/TrainingLabels.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
 
@@ -58,6 +58,14 @@ class TrainingLines {
     // The bar's range, and whether it shows: more than 8.
     void range(int max);
 
+    // Throws Error(TooManyLines) if no line can be added any more.
+    void requireRoom() const;
+    // Puts a line in its place: latest date first, the newest entry of a date on top of it, lines
+    // without a date last. Sets the bar's range.
+    void insert(TrainingLine line);
+    // Takes a line out; the bar keeps its range.
+    void remove(int i);
+
     // Adds the trainings of `rec` at the end, in stored order, then sets the bar's range. Runs on
     // after an error: what cannot be read is shown as it is stored, and the lists stay in step.
     // Lines past what a list can hold are left out.
@@ -73,11 +81,12 @@ class TrainingLines {
     std::array<widgets::ListBox*, 6> lists_; // in the order in which the bar sets them
     bool spreading_ = false;
 
-    void add(TrainingLine line);
+    void put(TrainingLine line, int i);
+    [[nodiscard]] int placeOf(const std::string& date) const;
     void select(const widgets::ListBox& clicked, bool movesBar);
     void scroll();
-    [[nodiscard]] TrainingLine read(const data::DBARecord& rec, const TrainingLabels& labels, int i,
-                                    rules::StatementByStatement& tries) const;
+    [[nodiscard]] TrainingLine read(const data::DBARecord& rec, const data::TrainingLabels& labels,
+                                    int i, rules::StatementByStatement& tries) const;
 };
 
 } // namespace vorandine::trainings

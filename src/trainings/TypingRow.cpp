@@ -1,21 +1,41 @@
-// The edges of the editing state of a training line.
+// Opening, confirming, deleting and giving up of a training line.
 #include "trainings/TypingRow.h"
 
+#include "data/TrainingLabels.h"
 #include "rules/FieldRules.h"
 #include "rules/Messages.h"
+#include "rules/Numbers.h"
+#include "text/Characters.h"
+#include "text/Decimal.h"
+
+#include <optional>
+#include <utility>
 
 namespace vorandine::trainings {
 
+namespace {
+
+constexpr std::int16_t WholeDigits = 4;
+constexpr std::int16_t Decimals = 2;
+constexpr int Yes = 0; // the entries of the D.I.F. answer
+constexpr int No = 1;
+constexpr const char* UnknownLabel = "Le diplôme saisi n'existe pas, veuillez le ressaisir.";
+
+} // namespace
+
 TypingRow::TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock,
-                     data::DateObject& Conv_Date, widgets::World& world)
-    : w_(widgets), lines_(lines), lock_(lock), world_(world) {
+                     DifHours& dif, const data::DBARecord& F_FORMPRO, data::DateObject& Conv_Date,
+                     widgets::World& world)
+    : w_(widgets), lines_(lines), lock_(lock), dif_(dif), F_FORMPRO_(F_FORMPRO),
+      Conv_Date_(Conv_Date), world_(world) {
     const char* const badDate = "La date saisie est invalide, veuillez la saisir à nouveau.";
     rules::dateRule(w_.Txt_DatFormAidant, Conv_Date, world_, badDate);
-    rules::entryRule(w_.Cbo_CodFormAidant, world_,
-                     "Le diplôme saisi n'existe pas, veuillez le ressaisir.");
+    rules::entryRule(w_.Cbo_CodFormAidant, world_, UnknownLabel);
     rules::hoursRule(w_.Txt_HhFormAidant, world_);
     lines_.onOpen([this] { Afficher_DonneesListe(); });
     w_.Cmd_AjouterForm.Click = [this] { Cmd_AjouterForm_Click(); };
+    w_.Cmd_OKForm.Click = [this] { Cmd_OKForm_Click(); };
+    w_.Cmd_SupprimerForm.Click = [this] { Cmd_SupprimerForm_Click(); };
     w_.Cmd_AnnulerForm.Click = [this] { Cmd_AnnulerForm_Click(); };
 }
 
@@ -44,6 +64,8 @@ void TypingRow::Afficher_DonneesListe() {
     w_.Txt_HhFormAidant.Text(line.hours);
     w_.Txt_ObsFormAidant.Text(line.observations);
     w_.Cbo_DifFormAidant.Text(line.dif);
+    W_DifAvant_ = line.dif;
+    w_.Etq_MessageForm.Caption("");
     enableFields(true);
     lines_.enable(false);
     lock_.Masquer();
@@ -71,7 +93,70 @@ void TypingRow::Cmd_AjouterForm_Click() {
     lock_.Masquer();
     lock_.openOtherTabs(false);
     w_.Txt_DatFormAidant.SetFocus();
-    w_.Cbo_DifFormAidant.ListIndex(1);
+    w_.Cbo_DifFormAidant.ListIndex(No);
+    w_.Etq_MessageForm.Caption("");
+}
+
+TrainingLine TypingRow::typed(const std::string& code) const {
+    // Hours of an odd record that are no number stay what they are.
+    const std::string hours = w_.Txt_HhFormAidant.Text();
+    return {w_.Txt_DatFormAidant.Text(),
+            w_.Cbo_CodFormAidant.Text(),
+            code,
+            text::Decimal::parse(hours)
+                ? rules::Format_Numerique(hours, WholeDigits, Decimals, false)
+                : hours,
+            w_.Txt_ObsFormAidant.Text(),
+            w_.Cbo_DifFormAidant.Text()};
+}
+
+void TypingRow::Cmd_OKForm_Click() {
+    const auto refuse = [&](const char* message, widgets::TextField& field) {
+        rules::warn(world_, message);
+        field.SetFocus();
+    };
+    const std::string label = w_.Cbo_CodFormAidant.Text();
+    if (text::Trim(label).empty())
+        return refuse("Le libellé de la formation est obligatoire.", w_.Cbo_CodFormAidant);
+    const bool creating = W_ModeForm_ == 1;
+    const bool underDif = w_.Cbo_DifFormAidant.ListIndex() == Yes;
+    const bool charging = underDif && (creating || W_DifAvant_ == "NON");
+    // Hours are charged on a day: text that is no date, as an odd record may hold, is none.
+    if (underDif && (w_.Txt_DatFormAidant.empty() ||
+                     (charging && Conv_Date_.Date_Stockee(w_.Txt_DatFormAidant.Text()).empty())))
+        return refuse("La date de la formation est obligatoire.", w_.Txt_DatFormAidant);
+    // All that can fail comes before hours are charged, which stays.
+    // Nor would a training without a code be found again, in the ledgers least of all.
+    const std::optional<std::string> code = data::trainingCode(F_FORMPRO_, label);
+    if (!code || code->empty())
+        return refuse(UnknownLabel, w_.Cbo_CodFormAidant);
+    TrainingLine line = typed(*code);
+    if (creating)
+        lines_.requireRoom();
+
+    std::string given;
+    if (charging) {
+        w_.Cbo_DifFormAidant.ListIndex(dif_.charge(*code) ? Yes : No);
+        line.dif = w_.Cbo_DifFormAidant.Text();
+    } else if (!underDif && !creating && W_DifAvant_ == "OUI") {
+        given = dif_.Recherche_DifAidant();
+    }
+    if (!creating)
+        lines_.remove(lines_.W_LigneForm());
+    lines_.insert(std::move(line));
+    Effacer_Donnees();
+    w_.Etq_MessageForm.Caption(given);
+}
+
+void TypingRow::Cmd_SupprimerForm_Click() {
+    const int line = lines_.W_LigneForm();
+    if (line == -1 || !rules::confirm(world_, "Etes-vous sûr de vouloir supprimer cet article ?",
+                                      dif_.wouldGiveBack()))
+        return;
+    const std::string given = dif_.Recherche_DifAidant();
+    lines_.remove(line);
+    Effacer_Donnees();
+    w_.Etq_MessageForm.Caption(given);
 }
 
 void TypingRow::Cmd_AnnulerForm_Click() {

@@ -27,6 +27,26 @@ class ScreenLock {
     virtual void openOtherTabs(bool open) = 0;
 };
 
+// What the D.I.F. side does with a training. The control answers it. The training is the one in the
+// typing row, or where the lists are meant, the selected one.
+class DifHours {
+  public:
+    DifHours() = default;
+    DifHours(const DifHours&) = delete;
+    DifHours& operator=(const DifHours&) = delete;
+    virtual ~DifHours() = default;
+
+    // Lets the user charge the hours typed, of a training with this code, to employers. Whether it
+    // stays under the D.I.F.
+    virtual bool charge(const std::string& code) = 0;
+    // Which employers would give back how many hours if the selected training went, as a text for
+    // the user; "" if none would.
+    [[nodiscard]] virtual std::string wouldGiveBack() = 0;
+    // Takes the selected training out of all ledgers. The same text, of what was done, and of what
+    // could not be; no error leaves it.
+    virtual std::string Recherche_DifAidant() = 0;
+};
+
 struct TypingWidgets {
     widgets::TextBox& Txt_DatFormAidant;
     widgets::ComboBox& Cbo_CodFormAidant;
@@ -38,14 +58,15 @@ struct TypingWidgets {
     widgets::CommandButton& Cmd_AjouterFormation;
     widgets::CommandButton& Cmd_OKForm;
     widgets::CommandButton& Cmd_AnnulerForm;
+    widgets::Label& Etq_MessageForm; // hours given back, until the next line is opened
 };
 
 // Takes over the events of its fields and buttons and the double clicks of the table. All that is
 // handed over must outlive it.
 class TypingRow {
   public:
-    TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock,
-              data::DateObject& Conv_Date, widgets::World& world);
+    TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
+              const data::DBARecord& F_FORMPRO, data::DateObject& Conv_Date, widgets::World& world);
     TypingRow(const TypingRow&) = delete;
     TypingRow& operator=(const TypingRow&) = delete;
     ~TypingRow() = default;
@@ -59,11 +80,19 @@ class TypingRow {
     TypingWidgets w_;
     TrainingLines& lines_;
     ScreenLock& lock_;
+    DifHours& dif_;
+    const data::DBARecord& F_FORMPRO_;
+    const data::DateObject& Conv_Date_;
     widgets::World& world_;
     std::int16_t W_ModeForm_ = 0; // 1 while a new line is being typed
+    std::string W_DifAvant_;      // "OUI" or "NON": the open line's answer when it was opened
 
     void Cmd_AjouterForm_Click();
+    // Nothing has changed where it throws: Error(TooManyLines) for a full table.
+    void Cmd_OKForm_Click();
+    void Cmd_SupprimerForm_Click();
     void Cmd_AnnulerForm_Click();
+    [[nodiscard]] TrainingLine typed(const std::string& code) const;
     void enableFields(bool enabled);
     void enableButtonsOfOpenLine(bool enabled);
 };

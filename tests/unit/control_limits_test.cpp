@@ -34,7 +34,7 @@ TEST(ControlLimits, FiveThousandTrainingsOpenScrollSelectAndSave) {
 }
 
 TEST(ControlLimits, ARecordLongerThanTheListsIsNeverCut) {
-    Desk desk({[](const widgets::Message&) { return widgets::Answer::Yes; }, {}, {}, {}});
+    Desk desk({[](const widgets::Message&) { return widgets::Answer::Yes; }, {}, {}, {}, {}});
     desk.put("FORMVORANDINE", "00012", caregiver(40000));
     const std::string before = desk.stored("00012");
     const auto form = desk.open("00012");

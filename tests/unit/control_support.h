@@ -3,6 +3,7 @@
 
 #include "apps/host/CaregiverForm.h"
 #include "components/DateConverter.h"
+#include "components/Help.h"
 #include "components/Rights.h"
 #include "frontends/headless/HeadlessWorld.h"
 #include "store/Store.h"
@@ -45,6 +46,7 @@ class Desk {
 
     explicit Desk(headless::Callbacks callbacks = {})
         : world_(withToday(std::move(callbacks))), dates_([this] { return world_.today(); }),
+          help_(world_),
           rights_(std::make_shared<components::Rights>(
               [](const std::string& /*key*/) { return components::ModuleRights{}; })) {
         put("TABLES", "DIPLOMES", {{2, {"02", "01"}}, {3, {"DEAVS", "BEP sanitaire"}}});
@@ -72,7 +74,7 @@ class Desk {
 
     [[nodiscard]] std::unique_ptr<host::CaregiverForm> open(const std::string& code) {
         return std::make_unique<host::CaregiverForm>(
-            host::HostObjects{world_, dates_, std::make_shared<data::DBAClient>(),
+            host::HostObjects{world_, dates_, help_, std::make_shared<data::DBAClient>(),
                               std::make_shared<store::Store>(engine), rights_},
             code, "DURAND Marie", [this](const Error& error) { errors.push_back(error); });
     }
@@ -80,6 +82,7 @@ class Desk {
   private:
     headless::HeadlessWorld world_;
     components::DateConverter dates_;
+    components::Help help_;
     std::shared_ptr<components::Rights> rights_;
 
     static headless::Callbacks withToday(headless::Callbacks callbacks) {

@@ -1,0 +1,328 @@
+// Listing, typing and storing of the hours charged.
+#include "dif/Frm_DIF.h"
+
+#include "dif/Columns.h"
+#include "dif/Employers.h"
+#include "rules/Messages.h"
+#include "rules/Numbers.h"
+#include "rules/StatementByStatement.h"
+#include "text/Characters.h"
+#include "widgets/Inventory.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace vorandine::dif {
+namespace {
+
+using text::Decimal;
+using text::Fixed4;
+
+constexpr int Hundredths = 2;
+constexpr std::int16_t Decimals = 2;
+constexpr std::int16_t BalanceDigits = 7;
+constexpr std::int16_t ChargeDigits = 10;
+// A ledger's columns hold no more: a longer number would shut the ledger for good.
+constexpr std::size_t MostDigits = 7;
+
+Fixed4 number(const std::string& shown) {
+    const std::optional<Decimal> value = Decimal::parse(shown);
+    return value ? Fixed4(*value) : Fixed4();
+}
+
+// The hours typed, as they will be stored: a thousandth of an hour is none. Nothing for a text that
+// is no number.
+std::optional<Decimal> rounded(const std::string& typed) {
+    const std::optional<Decimal> hours = Decimal::parse(typed);
+    return hours ? Decimal::parse(hours->toText(Decimals)) : hours;
+}
+
+// Why these hours cannot be charged; null if they can.
+const char* refusal(const std::optional<Decimal>& hours) {
+    if (!hours)
+        return "La consommation doit être un nombre, par exemple 7,50.";
+    if (hours->negative() || hours->zero())
+        return "La consommation doit être supérieure à 0.";
+    if (hours->floorText().size() > MostDigits)
+        return "La consommation a trop de chiffres avant la virgule : 7 au plus.";
+    return nullptr;
+}
+
+std::string inHours(Fixed4 hours) {
+    return hours.toDecimal().toText(Decimals);
+}
+
+std::string named(const std::string& employer, Fixed4 hours) {
+    return employer + " (" + inHours(hours) + ")";
+}
+
+void enumerate(std::string& list, const std::string& item) {
+    list += (list.empty() ? "" : ", ") + item;
+}
+
+} // namespace
+
+Frm_DIF::Frm_DIF(data::Variables& variables, Ledgers& ledgers, widgets::World& world)
+    : v_(variables), ledgers_(ledgers), world_(world) {
+    furnish();
+    Lst_Dif.DblClick = [this] { Lst_Dif_DblClick(); };
+    Txt_Conso.Change = [this] { tellShare(); };
+    Cmd_OKDif.Click = [this] { Cmd_OkDif_Click(); };
+    Cmd_AnnuleDif.Click = [this] { closeLine(); };
+    Cmd_RetourDif.Click = [this] { Cmd_RetourDif_Click(); };
+    QueryUnload = [this](bool& cancel) { cancel = !W_Fermer_; };
+}
+
+void Frm_DIF::furnish() {
+    using enum widgets::Trait;
+    identify("Frm_DIF");
+    Caption("Prise en compte au titre du D.I.F.");
+    place({0, 0, 8355, 4830});
+    // clang-format off
+    widgets::furnish(*this, {
+        {Etq_AidantDif, {"Etq_AidantDif", -1, "Aidant :", 0, 0, 6, {240, 120, 630, 195}}},
+        {Etq_CodeDif, {"Etq_CodeDif", -1, "", 0, 0, 7, {960, 120, 1095, 255}}},
+        {Etq_NomDif, {"Etq_NomDif", -1, "", 0, 0, 8, {2160, 120, 5955, 255}}},
+        {Label2, {"Label2", -1, "Employeur", 0, 0, 9, {1920, 480, 855, 195}}},
+        {Label3, {"Label3", -1, "Droits en heures", 0, 0, 10, {4980, 480, 1335, 195}}},
+        {Label4, {"Label4", -1, "Consommation", 0, 0, 11, {6420, 480, 1215, 195}}},
+        {Lst_Dif, {"Lst_Dif", -1, "", 0, FixedPitch, 5, {240, 720, 7875, 1950}}},
+        {Lst_CodeEmpl, {"Lst_CodeEmpl", -1, "", 0, Hidden, 12, {7200, 720, 375, 1035}}},
+        {Etq_RepartitionDif, {"Etq_RepartitionDif", -1, "", 0, 0, 13, {240, 2760, 7875, 705}}},
+        {Txt_Employeur, {"Txt_Employeur", -1, "", 0, FixedPitch, 4, {240, 3630, 6060, 330}}},
+        {Txt_Conso, {"Txt_Conso", -1, "", 0, FixedPitch, 3, {6360, 3630, 1755, 330}}},
+        {Cmd_OKDif, {"Cmd_OKDif", -1, "Ok", 'K', 0, 1, {4980, 4230, 975, 375}}},
+        {Cmd_AnnuleDif, {"Cmd_AnnuleDif", -1, "Annuler", 'N', 0, 2, {6060, 4230, 975, 375}}},
+        {Cmd_RetourDif, {"Cmd_RetourDif", -1, "Retour", 'R', 0, 0, {7140, 4230, 975, 375}}},
+    });
+    // clang-format on
+    // Under the heads.
+    const auto& [employer, balance, hours] = ChargeLine::Columns;
+    Lst_Dif.columns({{employer.column, employer.width, 60, 5010},
+                     {balance.column, balance.width, 5010, 5940, true},
+                     {hours.column, hours.width, 6180, 7260, true}});
+    Cmd_AnnuleDif.cancelRank(2);
+    Cmd_RetourDif.cancelRank(3);
+}
+
+void Frm_DIF::DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights) {
+    droitsUtilisateur_ = rights;
+    droitsModule_ = rights->Droits("FORMDIF");
+}
+
+void Frm_DIF::Init() {
+    W_Fermer_ = false;
+    Remplir_Liste();
+    Cmd_AnnuleDif.Enabled(false);
+    tellShare();
+}
+
+void Frm_DIF::Remplir_Liste() {
+    rules::StatementByStatement tries;
+    data::DBARecord request;
+    data::DBARecord rows;
+    tries([&] {
+        rows = data::select(v_, request,
+                            "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = \"" +
+                                Etq_CodeDif.Caption() + "]\" AND AVEC 7 <= \"" + W_DateFormation +
+                                "\" AND AVEC 8 >= \"" + W_DateFormation +
+                                "\" OR = \"\" PAR NomAideContrat PAR PrenomAideContrat",
+                            "CONTRAT", "0 3");
+    });
+    const int count = rows.DCount();
+    for (int i = 1; i <= count; ++i)
+        tries([&] { addEmployer(std::as_const(rows)(i, 2)); });
+}
+
+// An employer without a ledger, or without a balance, or with one too wide for its columns, can be
+// charged nothing: reading or showing it throws, or there is nothing to show.
+void Frm_DIF::addEmployer(const std::string& stored) {
+    const std::string code = employerCode(stored);
+    v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->ReadRecord(Etq_CodeDif.Caption() + code);
+    const data::DBARecord& ledger = v_.Rec_DIFAIDANT;
+    v_.Dif_Attribut6 = ledger(attribute::Carried);
+    const std::string balance = ledger(attribute::Balance, ledger.DCount(attribute::Balance));
+    if (balance.empty())
+        return;
+    Lst_Dif.AddItem(
+        ChargeLine::head(employerNameOrCode(v_, code),
+                         rules::Format_Numerique(Decimal::require(balance).shifted(-Hundredths),
+                                                 BalanceDigits, Decimals, false)));
+    Lst_CodeEmpl.AddItem(code);
+}
+
+bool Frm_DIF::lineOpen() const {
+    return !Lst_Dif.Enabled();
+}
+
+void Frm_DIF::Lst_Dif_DblClick() {
+    const int line = Lst_Dif.ListIndex();
+    if (line == -1)
+        return;
+    Lst_CodeEmpl.ListIndex(line);
+    Lst_Dif.Enabled(false);
+    Txt_Employeur.Enabled(false);
+    Txt_Conso.Enabled(true);
+    const std::string text = Lst_Dif.List(line);
+    Txt_Employeur.Text(ChargeLine::headOf(text));
+    Txt_Conso.Text(ChargeLine::touched(text) ? ChargeLine::parse(text).hours
+                                             : text::Trim(W_NbreHre));
+    Cmd_RetourDif.Enabled(false);
+    Cmd_AnnuleDif.Enabled(true);
+    tellShare();
+}
+
+void Frm_DIF::closeLine() {
+    Lst_Dif.Enabled(true);
+    Txt_Employeur.Enabled(false);
+    Txt_Conso.Enabled(false);
+    Txt_Employeur.Text("");
+    Txt_Conso.Text("");
+    Cmd_RetourDif.Enabled(true);
+    Cmd_AnnuleDif.Enabled(false);
+    tellShare();
+}
+
+void Frm_DIF::confirmLine() {
+    const std::string head = Txt_Employeur.Text();
+    std::string line = ChargeLine::cleared(head);
+    if (!Txt_Conso.empty()) {
+        const std::optional<Decimal> hours = rounded(Txt_Conso.Text());
+        if (const char* const message = refusal(hours)) {
+            rules::warn(world_, message);
+            Txt_Conso.SetFocus();
+            return;
+        }
+        line = head + rules::Format_Numerique(*hours, ChargeDigits, Decimals, false);
+    }
+    Lst_Dif.List(Lst_Dif.ListIndex(), std::move(line));
+    closeLine();
+}
+
+void Frm_DIF::Cmd_OkDif_Click() {
+    if (lineOpen())
+        return confirmLine();
+    if (!Txt_Employeur.empty())
+        return closeLine();
+    Test_Zero();
+    if (W_TotalConso_ != Fixed4() && !MAJ())
+        return;
+    end();
+}
+
+void Frm_DIF::Cmd_RetourDif_Click() {
+    Test_Zero();
+    if (W_TotalConso_ != Fixed4()) {
+        const widgets::Answer answer =
+            world_.messageBox({rules::MessageTitle,
+                               "Voulez-vous enregistrer les modifications ?",
+                               widgets::Icon::Question,
+                               widgets::Buttons::YesNo,
+                               {}});
+        if (answer == widgets::Answer::Yes && !MAJ())
+            return;
+    }
+    end();
+}
+
+void Frm_DIF::end() {
+    v_.W_DifRetenu = stored_ == Fixed4() ? "NON" : "OUI";
+    W_Fermer_ = true;
+    Unload();
+}
+
+void Frm_DIF::Test_Zero() {
+    W_TotalConso_ = Fixed4();
+    for (int i = 0; i < Lst_Dif.ListCount(); ++i)
+        W_TotalConso_ += number(ChargeLine::parse(Lst_Dif.List(i)).hours);
+}
+
+bool Frm_DIF::MAJ() {
+    std::string stored;
+    std::string left;
+    for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
+        const ChargeLine line = ChargeLine::parse(Lst_Dif.List(i));
+        if (line.hours.empty())
+            continue;
+        const Fixed4 hours = number(line.hours);
+        if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), W_DateFormation, hours,
+                            W_CodeForm) != Stored::Done) {
+            enumerate(left, named(line.employer, hours));
+            continue;
+        }
+        stored_ += hours;
+        enumerate(stored, named(line.employer, hours));
+        takeOff(i, hours);
+    }
+    if (left.empty())
+        return true;
+    tellShare();
+    rules::warn(world_, "Des heures n'ont pas pu être enregistrées : " + left + "." +
+                            (stored.empty() ? "" : " Enregistrées : " + stored + ".") +
+                            " Réessayez par « Ok », ou quittez par « Retour ».");
+    return false;
+}
+
+// What is stored leaves the list, so that confirming again charges nobody twice; the balance that
+// is left shows on all lines of the employer.
+void Frm_DIF::takeOff(int line, Fixed4 hours) {
+    Lst_Dif.List(line, ChargeLine::cleared(ChargeLine::headOf(Lst_Dif.List(line))));
+    rules::StatementByStatement tries;
+    for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
+        if (Lst_CodeEmpl.List(i) != Lst_CodeEmpl.List(line))
+            continue;
+        tries([&] {
+            const std::string shown = Lst_Dif.List(i);
+            const Fixed4 balance = number(ChargeLine::parse(shown).balance) - hours;
+            Lst_Dif.List(i, ChargeLine::withBalance(
+                                shown, rules::Format_Numerique(balance.toDecimal(), BalanceDigits,
+                                                               Decimals, false)));
+        });
+    }
+}
+
+// The line being typed counts as it stands, as soon as it could be confirmed. Two contracts of one
+// employer share its ledger.
+void Frm_DIF::tellShare() {
+    struct Account {
+        std::string code;
+        std::string employer;
+        Fixed4 balance;
+        Fixed4 hours;
+    };
+    std::vector<Account> accounts;
+    Fixed4 charged = stored_;
+    rules::StatementByStatement tries;
+    tries([&] {
+        for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
+            const ChargeLine line = ChargeLine::parse(Lst_Dif.List(i));
+            const bool open = lineOpen() && i == Lst_Dif.ListIndex();
+            const std::optional<Decimal> typed = rounded(open ? Txt_Conso.Text() : line.hours);
+            const Fixed4 hours = refusal(typed) == nullptr ? Fixed4(*typed) : Fixed4();
+            charged += hours;
+            const std::string code = Lst_CodeEmpl.List(i);
+            auto account = std::find_if(accounts.begin(), accounts.end(),
+                                        [&](const Account& one) { return one.code == code; });
+            if (account == accounts.end())
+                account =
+                    accounts.insert(account, {code, line.employer, number(line.balance), Fixed4()});
+            account->hours += hours;
+        }
+        std::string below;
+        for (const Account& one : accounts)
+            if (one.hours > Fixed4() && one.balance < one.hours)
+                enumerate(below, named(one.employer, one.balance - one.hours));
+        // A field of hours takes negative ones too: there is then nothing to charge.
+        const Fixed4 length = std::max(number(W_NbreHre), Fixed4());
+        std::string text = inHours(charged) + " h imputées sur " + inHours(length) + " h, ";
+        text += charged > length ? "soit " + inHours(charged - length) + " h de trop."
+                                 : "il en reste " + inHours(length - charged) + " h.";
+        if (!below.empty())
+            text += " Solde au-dessous de zéro : " + below + ".";
+        Etq_RepartitionDif.Caption(text);
+    });
+}
+
+} // namespace vorandine::dif

@@ -1,0 +1,82 @@
+// The modal form in which a training's hours are charged to employers. The share-out is the user's:
+// nothing limits it, the form only says at every moment where it stands.
+#pragma once
+
+#include "data/Rights.h"
+#include "data/Variables.h"
+#include "dif/Ledgers.h"
+#include "text/Fixed4.h"
+#include "widgets/Form.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+#include "widgets/TextField.h"
+#include "widgets/World.h"
+
+#include <memory>
+#include <string>
+
+namespace vorandine::dif {
+
+// Set the inputs, call Init, run the form modally, then read the answer in the shared W_DifRetenu:
+// "OUI" if the training stays under the D.I.F., "NON" if not. All that is handed over must outlive
+// the form.
+class Frm_DIF : public widgets::Form {
+  public:
+    Frm_DIF(data::Variables& variables, Ledgers& ledgers, widgets::World& world);
+    Frm_DIF(const Frm_DIF&) = delete;
+    Frm_DIF& operator=(const Frm_DIF&) = delete;
+    ~Frm_DIF() override = default;
+
+    std::string W_DateFormation; // in stored form
+    std::string W_NbreHre;       // length of the training, as shown; "0" if it has none
+    std::string W_CodeForm;
+    void DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights);
+    widgets::Label Etq_CodeDif; // the captions are the caller's to set
+    widgets::Label Etq_NomDif;
+
+    // Fills the list. No error leaves it: what cannot be read is not listed.
+    void Init();
+
+  private:
+    data::Variables& v_;
+    Ledgers& ledgers_;
+    widgets::World& world_;
+    std::shared_ptr<data::DroitsUtilisateur> droitsUtilisateur_;
+    std::shared_ptr<data::DroitsModule> droitsModule_;
+    bool W_Fermer_ = false;
+    text::Fixed4 W_TotalConso_;
+    text::Fixed4 stored_; // hours in the ledgers already, whatever becomes of the rest
+
+    widgets::Label Etq_AidantDif;
+    widgets::Label Label2;
+    widgets::Label Label3;
+    widgets::Label Label4;
+    widgets::ListBox Lst_Dif;
+    widgets::ListBox Lst_CodeEmpl;
+    widgets::Label Etq_RepartitionDif; // how much is charged, and who would go below zero
+    widgets::TextBox Txt_Employeur;
+    widgets::TextBox Txt_Conso;
+    widgets::CommandButton Cmd_OKDif;
+    widgets::CommandButton Cmd_AnnuleDif;
+    widgets::CommandButton Cmd_RetourDif;
+
+    void furnish();
+    void Remplir_Liste();
+    void addEmployer(const std::string& stored);
+    void Lst_Dif_DblClick();
+    void Cmd_OkDif_Click();
+    void Cmd_RetourDif_Click();
+    void confirmLine();
+    // Whether a line is open; none is before the first one, whatever was typed.
+    [[nodiscard]] bool lineOpen() const;
+    void closeLine();
+    void Test_Zero();
+    // Stores the hours of each line. Where some could not be, tells which, leaves those in the list
+    // and gives false.
+    [[nodiscard]] bool MAJ();
+    void takeOff(int line, text::Fixed4 hours);
+    void end();
+    void tellShare();
+};
+
+} // namespace vorandine::dif

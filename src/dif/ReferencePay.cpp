@@ -1,0 +1,83 @@
+// Window, request and quotient.
+#include "dif/ReferencePay.h"
+
+#include "text/Characters.h"
+#include "text/Fixed4.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace vorandine::dif {
+namespace {
+
+using text::Decimal;
+using text::Fixed4;
+
+constexpr int MonthsOfYear = 12;
+constexpr std::size_t AssociationLength = 3;
+constexpr int SignificantDigits = 15;
+
+std::string period(int year, int month) {
+    const std::string digits = std::to_string(month);
+    return std::to_string(year) + (digits.size() < 2 ? "0" : "") + digits;
+}
+
+std::string condition(const std::string& attribute, const std::string& value) {
+    return " AND AVEC " + attribute + " \"" + value + "\"";
+}
+
+Fixed4 number(const std::string& value) {
+    return value.empty() ? Fixed4() : Fixed4(Decimal::require(value));
+}
+
+// Up to 15 significant digits of it: rounded once before the last rounding, as the figures that
+// people compare it with.
+Decimal inDigits(double value) {
+    std::array<char, 32> written{};
+    const auto end = std::to_chars(written.data(), written.data() + written.size(), value,
+                                   std::chars_format::scientific, SignificantDigits - 1)
+                         .ptr;
+    std::string digits(written.data(), end);
+    const std::size_t e = digits.find('e');
+    const int power = std::stoi(digits.substr(e + 1));
+    digits.resize(e);
+    std::replace(digits.begin(), digits.end(), '.', ',');
+    return Decimal::require(digits).shifted(power);
+}
+
+} // namespace
+
+PayPeriod twelveMonthsTo(int month, int year) {
+    const int last = month + 1;
+    if (last == MonthsOfYear)
+        return {period(year, 1), period(year, last)};
+    return {period(year - 1, last + 1), period(year, last)};
+}
+
+std::string payRequest(const std::string& caregiver, const std::string& employer,
+                       const PayPeriod& period) {
+    const bool association = text::Len(employer) == AssociationLength;
+    std::string request = "SSELECT DETAILCALCUL AVEC 0 = \"" + caregiver + "]\"";
+    request += condition("CodeAideDetailCalcul =", association ? employer + "]" : employer);
+    if (association)
+        request += condition("ConvColContratDetailCalcul <>", "02");
+    request += condition("GestionDroitDif =", "1");
+    request += condition("PeriodeDetailCalcul >=", period.start);
+    return request + condition("PeriodeDetailCalcul <=", period.end);
+}
+
+std::optional<Decimal> payOverHours(const data::DBARecord& rows) {
+    Fixed4 pay;
+    Fixed4 hours;
+    const int count = rows.DCount();
+    for (int i = 1; i <= count; ++i) {
+        pay += number(rows(i, 3));
+        hours += number(rows(i, 2));
+    }
+    if (hours == Fixed4())
+        return std::nullopt;
+    return inDigits(pay.toDouble() / hours.toDouble());
+}
+
+} // namespace vorandine::dif

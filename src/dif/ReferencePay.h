@@ -1,0 +1,31 @@
+// The reference net hourly pay as a computation: which months count, and what a year of pay comes
+// to for an hour.
+#pragma once
+
+#include "data/DBARecord.h"
+#include "text/Decimal.h"
+
+#include <optional>
+#include <string>
+
+namespace vorandine::dif {
+
+struct PayPeriod {
+    std::string start; // first and last month, yyyymm
+    std::string end;
+};
+
+// The twelve months that end with `month` (0 is January) of `year`.
+[[nodiscard]] PayPeriod twelveMonthsTo(int month, int year);
+
+// The request for the lines of pay that count. An association, whose code has 3 characters, stands
+// for all codes that begin with its own, lines under collective agreement "02" left out.
+[[nodiscard]] std::string payRequest(const std::string& caregiver, const std::string& employer,
+                                     const PayPeriod& period);
+
+// Pay over hours of `rows`, of which value 2 is a line's hours and value 3 its net pay, both ""
+// for 0; with up to 15 significant digits. Nothing if there is no hour to divide by. Throws
+// Error(NotANumber) for a value that is none, Error(Overflow) for sums beyond all pay.
+[[nodiscard]] std::optional<text::Decimal> payOverHours(const data::DBARecord& rows);
+
+} // namespace vorandine::dif
