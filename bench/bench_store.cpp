@@ -1,6 +1,7 @@
 // The store against bare SQLite on the same data:
 //   bench_store [contracts ...]          for example: bench_store 10000 100000 1000000
 // Each line compares one operation of the store with the least that SQLite can do in its place.
+#include "bare.h"
 #include "measure.h"
 
 #include "data/DBARecord.h"
@@ -12,7 +13,6 @@
 #include <filesystem>
 #include <memory>
 #include <random>
-#include <sqlite3.h>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -20,79 +20,14 @@
 namespace {
 
 using namespace vorandine;
+using bench::Bare;
+using bench::Folder;
+using bench::Statement;
 
 constexpr int ContractsOfOne = 10; // contracts of a caregiver
 constexpr int Attributes = 70;
 constexpr int Batch = 2000;             // operations timed together
 constexpr int LargerThanCache = 100000; // contracts, from which a file is more than a cache holds
-
-// --- bare SQLite, with the settings of the store ---
-
-void require(bool done, sqlite3* database) {
-    if (!done)
-        throw std::runtime_error(sqlite3_errmsg(database));
-}
-
-class Bare {
-  public:
-    explicit Bare(const std::string& path) {
-        require(sqlite3_open_v2(path.c_str(), &handle_,
-                                SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
-                                nullptr) == SQLITE_OK,
-                handle_);
-        run("PRAGMA page_size = 16384");
-        run("PRAGMA cache_size = -16384");
-        run("PRAGMA synchronous = EXTRA");
-        run("PRAGMA journal_mode = DELETE");
-    }
-    Bare(const Bare&) = delete;
-    Bare& operator=(const Bare&) = delete;
-    ~Bare() { sqlite3_close(handle_); }
-
-    void run(const std::string& sql) const {
-        require(sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK,
-                handle_);
-    }
-    [[nodiscard]] sqlite3* handle() const { return handle_; }
-
-  private:
-    sqlite3* handle_ = nullptr;
-};
-
-class Statement {
-  public:
-    Statement(const Bare& database, const char* sql) : database_(database.handle()) {
-        require(sqlite3_prepare_v3(database_, sql, -1, SQLITE_PREPARE_PERSISTENT, &handle_,
-                                   nullptr) == SQLITE_OK,
-                database_);
-    }
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-    ~Statement() { sqlite3_finalize(handle_); }
-
-    void text(int at, const std::string& value) const {
-        sqlite3_bind_text(handle_, at, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
-    }
-    void blob(int at, const std::string& value) const {
-        sqlite3_bind_blob(handle_, at, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
-    }
-    [[nodiscard]] bool step() const {
-        const int code = sqlite3_step(handle_);
-        require(code == SQLITE_ROW || code == SQLITE_DONE, database_);
-        return code == SQLITE_ROW;
-    }
-    // The bytes of a column, copied as any user must.
-    void append(int at, std::string& to) const {
-        const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(handle_, at));
-        to.append(bytes == nullptr ? "" : bytes,
-                  static_cast<std::size_t>(sqlite3_column_bytes(handle_, at)));
-    }
-    void reset() const { sqlite3_reset(handle_); }
-
-  private:
-    sqlite3* database_;
-    sqlite3_stmt* handle_ = nullptr;
-};
 
 // --- data ---
 
@@ -133,26 +68,6 @@ Contract contract(int number) {
     set(65, random() % 10 == 0 ? "X" : "");
     return made;
 }
-
-class Folder {
-  public:
-    Folder() {
-        std::random_device random;
-        path_ = std::filesystem::temp_directory_path() /
-                ("vorandine-bench-" + std::to_string(random()));
-        std::filesystem::create_directory(path_);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    [[nodiscard]] std::string operator/(const char* name) const { return path_ / name; }
-
-  private:
-    std::filesystem::path path_;
-};
 
 // The same contracts in a store and in a table made for the one query.
 void fill(store::Engine& engine, const Bare& normalised, int contracts) {
@@ -261,31 +176,57 @@ bench::Comparison wholeFile(store::Store& store, const Bare& bare) {
         bench::Clock::Processor);
 }
 
-// Alternately in two files of one kind, so that neither writes into the other's pages.
-bench::Comparison writes(const std::string& storePath, const std::string& barePath,
-                         const std::vector<std::string>& keys) {
-    const std::shared_ptr<store::Engine> engine =
-        store::openEngine("sqlite:" + storePath, store::OpenMode::Existing);
-    const auto file = store::Store(engine).OpenFile("CONTRAT");
-    const Bare bare(barePath);
-    const Statement upsert(bare, "INSERT INTO CONTRAT VALUES (?1, ?2) "
-                                 "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche");
+// Two ways to store a record, each in a file of its own, so that neither writes into the other's
+// pages.
+bench::Comparison writes(const std::vector<std::string>& keys,
+                         const std::function<void(const std::string&, const std::string&)>& one,
+                         const std::function<void(const std::string&, const std::string&)>& other) {
+    // Never the record that is there: SQLite would see it, and write nothing.
+    static int fresh = 0;
     std::size_t next = 0;
-    std::size_t nextBare = 0;
-    const auto ours = [&] {
-        const Contract one = contract(static_cast<int>(next));
-        auto record = file->NewRecord(keys[next++ % keys.size()]);
-        record() = one.record();
-        record.DBWrite();
+    std::size_t nextOther = 0;
+    const auto store = [&](std::size_t& at, const auto& way) {
+        const std::string record = contract(++fresh).record();
+        way(keys[at % keys.size()], record);
+        ++at;
     };
-    const auto theirs = [&] {
-        const std::string record = contract(static_cast<int>(nextBare)).record();
-        upsert.blob(1, keys[nextBare++ % keys.size()]);
-        upsert.blob(2, record);
-        (void)upsert.step();
-        upsert.reset();
+    return bench::compare(
+        101, [&] { store(next, one); }, [&] { store(nextOther, other); }, bench::Clock::Wall);
+}
+
+void writing(const std::string& path, const std::string& copy,
+             const std::vector<std::string>& keys) {
+    const std::shared_ptr<store::Engine> engine =
+        store::openEngine("sqlite:" + path, store::OpenMode::Existing);
+    const auto withoutHistory = [&](const std::string& key, const std::string& record) {
+        engine->file("CONTRAT")->write(key, record);
     };
-    return bench::compare(101, ours, theirs, bench::Clock::Wall);
+    {
+        const Bare bare(copy);
+        const Statement upsert(bare, "INSERT INTO CONTRAT VALUES (?1, ?2) "
+                                     "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche");
+        bench::report("storing one record, no history",
+                      writes(keys, withoutHistory,
+                             [&](const std::string& key, const std::string& record) {
+                                 upsert.blob(1, key);
+                                 upsert.blob(2, record);
+                                 (void)upsert.step();
+                                 upsert.reset();
+                             }),
+                      1, 1.3);
+    }
+    const auto kept = store::Store(store::openEngine("sqlite:" + copy, store::OpenMode::Existing))
+                          .OpenFile("CONTRAT");
+    bench::report("storing one record, history against none",
+                  writes(
+                      keys,
+                      [&](const std::string& key, const std::string& text) {
+                          auto record = kept->NewRecord(key);
+                          record() = text;
+                          record.DBWrite();
+                      },
+                      withoutHistory),
+                  1, 1.6);
 }
 
 void measure(int contracts, double& previousRequest, int& previousContracts) {
@@ -321,7 +262,7 @@ void measure(int contracts, double& previousRequest, int& previousContracts) {
     bench::report("whole file by attribute 65, one record", whole, contracts,
                   contracts >= LargerThanCache ? 1.3 : 0);
     std::filesystem::copy_file(path, folder / "copy.vor");
-    bench::report("storing one record", writes(path, folder / "copy.vor", keys), 1, 1.3);
+    writing(path, folder / "copy.vor", keys);
 
     const double request = requests.ours / Batch;
     std::printf("a whole file takes %.0f times the contracts of one caregiver\n",

@@ -25,6 +25,10 @@ struct CatalogueFile {
 // All files, sorted by name.
 [[nodiscard]] std::span<const CatalogueFile> catalogue() noexcept;
 
+// The engine's file in which records are kept as they were (store/Changes.h). Every store has it;
+// it is none of those above, and no host opens it.
+constexpr std::string_view HistoryFile = "HISTORIQUE";
+
 // The attribute that `name` stands for in the file `file`; none if the file or the name is unknown.
 // Names are letter for letter.
 [[nodiscard]] std::optional<int> dictionaryAttribute(std::string_view file,

@@ -31,11 +31,10 @@ class EngineFile {
     virtual ~EngineFile() = default;
 
     [[nodiscard]] virtual std::optional<std::string> read(std::string_view key) = 0;
-    // Replaces what was there. When it returns, the record survives a power cut, if the engine
-    // keeps anything at all.
-    virtual void write(std::string_view key, std::string_view record) = 0;
-    // Whether there was something to erase.
-    virtual bool erase(std::string_view key) = 0;
+    // Both give the record that was there, none if there was none. When they return outside a
+    // transaction, the change survives a power cut, if the engine keeps anything at all.
+    virtual std::optional<std::string> write(std::string_view key, std::string_view record) = 0;
+    virtual std::optional<std::string> erase(std::string_view key) = 0;
     // In key order, one consistent state of the file. The visitor must neither write to the engine
     // nor scan this file again; it may read, and it may throw.
     virtual void scan(const KeyRange& range, const Visitor& visit) = 0;
@@ -51,11 +50,15 @@ class Engine {
 
     // The file of that name, which lives as long as the engine; null if there is none.
     [[nodiscard]] virtual EngineFile* file(const std::string& name) = 0;
-    // The names of all files, sorted.
+    // The names of all files of the catalogue, sorted; the history is none of them.
     [[nodiscard]] virtual std::vector<std::string> files() = 0;
     // Runs `work`; all its writes take effect together, or none if it throws, which it may. Not to
     // be called by `work`: that throws Error(StoreFailed).
     virtual void atomically(const std::function<void()>& work) = 0;
+    // Runs `work`, which only reads: all its reads see one state of all files, whoever writes
+    // meanwhile waits. Not within atomically, which sees one state anyway. An engine that nobody
+    // else can write to has nothing to do for it.
+    virtual void consistently(const std::function<void()>& work) { work(); }
 };
 
 } // namespace vorandine::store

@@ -19,28 +19,31 @@ class MemoryEngine::File : public EngineFile {
         return at->second;
     }
 
-    void write(std::string_view key, std::string_view record) override {
+    std::optional<std::string> write(std::string_view key, std::string_view record) override {
         std::string copy(record);
         const auto at = records_.find(key);
         Undo* const step = remember(key);
         if (at == records_.end()) {
             records_.emplace(key, std::move(copy));
-        } else {
-            std::swap(at->second, copy);
-            if (step != nullptr)
-                step->replaced = std::move(copy);
+            return std::nullopt;
         }
+        std::optional<std::string> before = at->second;
+        std::swap(at->second, copy);
+        if (step != nullptr)
+            step->replaced = std::move(copy);
+        return before;
     }
 
-    bool erase(std::string_view key) override {
+    std::optional<std::string> erase(std::string_view key) override {
         const auto at = records_.find(key);
         if (at == records_.end())
-            return false;
+            return std::nullopt;
+        std::optional<std::string> before = at->second;
         Undo* const step = remember(key);
         Records::node_type node = records_.extract(at);
         if (step != nullptr)
             step->erased = std::move(node);
-        return true;
+        return before;
     }
 
     void scan(const KeyRange& range, const Visitor& visit) override {
@@ -68,6 +71,7 @@ class MemoryEngine::File : public EngineFile {
 MemoryEngine::MemoryEngine() {
     for (const CatalogueFile& known : catalogue())
         files_.emplace(known.name, std::make_unique<File>(*this));
+    files_.emplace(HistoryFile, std::make_unique<File>(*this));
 }
 
 MemoryEngine::~MemoryEngine() = default;
@@ -81,7 +85,8 @@ std::vector<std::string> MemoryEngine::files() {
     std::vector<std::string> names;
     names.reserve(files_.size());
     for (const auto& [name, file] : files_)
-        names.push_back(name);
+        if (name != HistoryFile)
+            names.push_back(name);
     return names;
 }
 

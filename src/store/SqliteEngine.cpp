@@ -16,7 +16,8 @@ namespace {
 
 // "VRDN", in the header of the SQLite file: the store is ours.
 constexpr std::int64_t ApplicationId = 0x5652444E;
-constexpr std::int64_t FormatVersion = 1;
+constexpr std::int64_t FormatVersion = 2;
+constexpr std::int64_t WithoutHistory = 1; // the format before; the history's table is all it lacks
 // A record above a quarter of a page is kept apart from its key, and costs a second read.
 constexpr int PageBytes = 16384;
 // Pages kept by one connection, in KiB: the upper levels of the trees of a large store.
@@ -26,6 +27,14 @@ constexpr int CacheKiB = 16384;
 std::string createTable(std::string_view file) {
     return "CREATE TABLE \"" + std::string(file) +
            "\" (cle BLOB PRIMARY KEY, fiche BLOB NOT NULL) WITHOUT ROWID";
+}
+
+std::vector<std::string> tables() {
+    std::vector<std::string> names;
+    for (const CatalogueFile& known : catalogue())
+        names.emplace_back(known.name);
+    names.emplace_back(HistoryFile);
+    return names;
 }
 
 // The smallest page of SQLite, and so its smallest file.
@@ -85,7 +94,7 @@ class SqliteEngine::File : public EngineFile {
           write_(engine.database_, "INSERT INTO \"" + name +
                                        "\" VALUES (?1, ?2) "
                                        "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche"),
-          erase_(engine.database_, "DELETE FROM \"" + name + "\" WHERE cle = ?1 RETURNING 1"),
+          erase_(engine.database_, "DELETE FROM \"" + name + "\" WHERE cle = ?1 RETURNING fiche"),
           scanFrom_(engine.database_, "SELECT 1 FROM \"" + name +
                                           "\" WHERE cle >= ?1 AND visite(cle, fiche) ORDER BY cle"),
           scanBetween_(engine.database_,
@@ -100,23 +109,25 @@ class SqliteEngine::File : public EngineFile {
         return std::string(run.column(0));
     }
 
-    void write(std::string_view key, std::string_view record) override {
+    std::optional<std::string> write(std::string_view key, std::string_view record) override {
         engine_.requireTransaction();
+        std::optional<std::string> before = read(key);
         SqliteStatement::Run run(write_);
         run.bind(1, key);
         run.bind(2, record);
         while (run.step()) {
         }
+        return before;
     }
 
-    bool erase(std::string_view key) override {
+    std::optional<std::string> erase(std::string_view key) override {
         engine_.requireTransaction();
         SqliteStatement::Run run(erase_);
         run.bind(1, key);
-        bool erased = false;
+        std::optional<std::string> before;
         while (run.step())
-            erased = true;
-        return erased;
+            before = run.column(0);
+        return before;
     }
 
     void scan(const KeyRange& range, const Visitor& visit) override {
@@ -142,18 +153,18 @@ SqliteEngine::SqliteEngine(const std::string& path, OpenMode mode,
     // A schema made by others could hold triggers and functions; nothing of it is to run.
     database_.run("PRAGMA trusted_schema = OFF");
     database_.run("PRAGMA cell_size_check = ON");
-    database_.run("PRAGMA cache_size = -" + std::to_string(CacheKiB));
     database_.run("PRAGMA synchronous = EXTRA");
     if (mode == OpenMode::Create && database_.number("PRAGMA page_count") == 0)
         create();
+    // Not before: SQLite counts the cache in pages, and a new file changes their size.
+    database_.run("PRAGMA cache_size = -" + std::to_string(CacheKiB));
     verify();
     if (database_.text("PRAGMA journal_mode = DELETE") != "delete")
         refuse(errors::StoreFailed, database_.path(),
                "n'a pas pu être mise dans son mode d'écriture.");
-    for (const CatalogueFile& known : catalogue()) {
-        const std::string name(known.name);
-        files_.emplace(name, std::make_unique<File>(*this, name));
-    }
+    for (const std::string& name : tables())
+        if (name != HistoryFile || database_.number("PRAGMA user_version") == FormatVersion)
+            files_.emplace(name, std::make_unique<File>(*this, name));
 }
 
 SqliteEngine::~SqliteEngine() = default;
@@ -166,9 +177,27 @@ void SqliteEngine::create() {
             return;
         database_.run("PRAGMA application_id = " + std::to_string(ApplicationId));
         database_.run("PRAGMA user_version = " + std::to_string(FormatVersion));
-        for (const CatalogueFile& known : catalogue())
-            database_.run(createTable(known.name));
+        for (const std::string& name : tables())
+            database_.run(createTable(name));
     });
+}
+
+// False where the file may not be written: it can be read all the same.
+bool SqliteEngine::addHistory() {
+    try {
+        atomically([&] {
+            // Another process may have done it meanwhile.
+            if (database_.number("PRAGMA user_version") != WithoutHistory)
+                return;
+            database_.run(createTable(HistoryFile));
+            database_.run("PRAGMA user_version = " + std::to_string(FormatVersion));
+        });
+    } catch (const Error& error) {
+        if (error.number() != errors::ReadOnly)
+            throw;
+        return false;
+    }
+    return true;
 }
 
 void SqliteEngine::verify() {
@@ -176,16 +205,19 @@ void SqliteEngine::verify() {
     if (database_.number("PRAGMA application_id") != ApplicationId)
         refuse(errors::OtherProgram, path,
                "appartient à un autre programme. Choisissez un autre chemin.");
+    const bool withoutHistory =
+        database_.number("PRAGMA user_version") == WithoutHistory && !addHistory();
     const std::int64_t version = database_.number("PRAGMA user_version");
-    if (version != FormatVersion)
+    if (version != FormatVersion && !withoutHistory)
         refuse(errors::OtherVersion, path,
                "est au format " + std::to_string(version) + ", ce programme lit le format " +
                    std::to_string(FormatVersion) +
                    ". Utilisez la version du programme qui l'a "
                    "écrite.");
     std::set<std::string, std::less<>> missing;
-    for (const CatalogueFile& known : catalogue())
-        missing.insert(createTable(known.name));
+    for (const std::string& name : tables())
+        if (name != HistoryFile || !withoutHistory)
+            missing.insert(createTable(name));
     SqliteStatement statement(database_, "SELECT sql FROM sqlite_schema WHERE name NOT LIKE "
                                          "'sqlite\\_%' ESCAPE '\\'");
     SqliteStatement::Run run(statement);
@@ -208,7 +240,8 @@ std::vector<std::string> SqliteEngine::files() {
     std::vector<std::string> names;
     names.reserve(files_.size());
     for (const auto& [name, file] : files_)
-        names.push_back(name);
+        if (name != HistoryFile)
+            names.push_back(name);
     return names;
 }
 
@@ -228,6 +261,17 @@ void SqliteEngine::atomically(const std::function<void()>& work) {
         throw;
     }
     transaction_ = false;
+}
+
+void SqliteEngine::consistently(const std::function<void()>& work) {
+    database_.run("BEGIN");
+    try {
+        work();
+    } catch (...) {
+        database_.rollBack();
+        throw;
+    }
+    database_.rollBack(); // nothing was written
 }
 
 // A disk that fills up ends a transaction from within. Whoever then goes on writing must not have

@@ -26,6 +26,7 @@ class SqliteEngine : public Engine {
     [[nodiscard]] EngineFile* file(const std::string& name) override;
     [[nodiscard]] std::vector<std::string> files() override;
     void atomically(const std::function<void()>& work) override;
+    void consistently(const std::function<void()>& work) override;
 
   private:
     class File;
@@ -35,6 +36,7 @@ class SqliteEngine : public Engine {
     bool transaction_ = false;
 
     void create();
+    bool addHistory();
     void verify();
     void requireTransaction() const;
 };

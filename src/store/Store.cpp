@@ -1,6 +1,7 @@
 // URLs to engines, and the database that the control sees.
 #include "store/Store.h"
 
+#include "store/Catalogue.h"
 #include "store/MemoryEngine.h"
 #include "store/RecordText.h"
 #include "store/Request.h"
@@ -25,19 +26,25 @@ std::unique_ptr<Engine> openEngine(const std::string& url, OpenMode mode) {
                 "L'adresse de la base n'est pas reconnue. Écrivez memory: ou sqlite:CHEMIN.");
 }
 
-Store::Store(std::shared_ptr<Engine> engine) : engine_(std::move(engine)) {}
+Store::Store(std::shared_ptr<Engine> engine, std::function<Moment()> clock)
+    : changes_(std::make_shared<Changes>(std::move(engine), std::move(clock))) {}
+
+// The history has an own way in: it holds no records.
+EngineFile* Store::find(const std::string& name) {
+    return name == HistoryFile ? nullptr : changes_->engine().file(name);
+}
 
 std::shared_ptr<data::DBAFile> Store::OpenFile(const std::string& name) {
-    EngineFile* const file = engine_->file(name);
+    EngineFile* const file = find(name);
     if (file == nullptr)
         throw Error(errors::FileUnknown,
                     "Le fichier « " + name + " » n'existe pas dans cette base.");
-    return std::make_shared<StoreFile>(engine_, *file, name);
+    return std::make_shared<StoreFile>(changes_, *file, name);
 }
 
 data::DBARecord Store::Select(const std::string& request) {
     const Request parsed = parseRequest(request);
-    EngineFile* const file = engine_->file(parsed.file);
+    EngineFile* const file = find(parsed.file);
     if (file == nullptr)
         throw Error(errors::FileUnknown, "Le fichier « " + parsed.file +
                                              " » de la requête n'existe pas dans cette base.");
@@ -45,11 +52,11 @@ data::DBARecord Store::Select(const std::string& request) {
 }
 
 std::vector<std::string> Store::files() {
-    return engine_->files();
+    return changes_->engine().files();
 }
 
 void Store::atomically(const std::function<void()>& work) {
-    engine_->atomically(work);
+    changes_->atomically(work);
 }
 
 } // namespace vorandine::store

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "data/DBAFile.h"
+#include "store/Changes.h"
 #include "store/Engine.h"
 
 #include <functional>
@@ -27,8 +28,8 @@ enum class OpenMode {
 
 class Store : public data::DBADatabase {
   public:
-    // Owns the engine, which files and records given out keep alive.
-    explicit Store(std::shared_ptr<Engine> engine);
+    // Owns the engine, which files and records given out keep alive. `clock` dates the history.
+    explicit Store(std::shared_ptr<Engine> engine, std::function<Moment()> clock = now);
 
     [[nodiscard]] std::shared_ptr<data::DBAFile> OpenFile(const std::string& name) override;
     [[nodiscard]] data::DBARecord Select(const std::string& request) override;
@@ -37,8 +38,14 @@ class Store : public data::DBADatabase {
     // All writes made by `work` through this store take effect together, or none if it throws.
     void atomically(const std::function<void()>& work);
 
+    // The history of this store's records, and who makes the changes from here on.
+    [[nodiscard]] Changes& changes() noexcept { return *changes_; }
+
   private:
-    std::shared_ptr<Engine> engine_;
+    std::shared_ptr<Changes> changes_;
+
+    // Null where hosts have no such file.
+    [[nodiscard]] EngineFile* find(const std::string& name);
 };
 
 } // namespace vorandine::store

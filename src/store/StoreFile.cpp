@@ -18,8 +18,8 @@ void requireKey(const std::string& key) {
 
 } // namespace
 
-StoreFile::StoreFile(std::shared_ptr<Engine> engine, EngineFile& file, std::string name)
-    : engine_(std::move(engine)), file_(file), name_(std::move(name)) {}
+StoreFile::StoreFile(std::shared_ptr<Changes> changes, EngineFile& file, std::string name)
+    : changes_(std::move(changes)), file_(file), name_(std::move(name)) {}
 
 data::DBARecord StoreFile::ReadRecord(const std::string& key) {
     requireKey(key);
@@ -57,7 +57,7 @@ void StoreFile::requireWritable(const std::string& key) const {
 
 void StoreFile::DeleteRecord(const std::string& key) {
     requireWritable(key);
-    file_.erase(key);
+    changes_->erase(file_, name_, key);
 }
 
 void StoreFile::WriteRecord(const std::string& key, std::string_view text) {
@@ -66,7 +66,7 @@ void StoreFile::WriteRecord(const std::string& key, std::string_view text) {
         throw Error(errors::TextRefused, "La fiche « " + key + " » du fichier « " + name_ +
                                              " » n'est pas enregistrée : une valeur contient un "
                                              "caractère de contrôle ou n'est pas codée en UTF-8.");
-    file_.write(key, text);
+    changes_->write(file_, name_, key, text);
 }
 
 } // namespace vorandine::store

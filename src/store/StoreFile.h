@@ -3,6 +3,7 @@
 #pragma once
 
 #include "data/DBAFile.h"
+#include "store/Changes.h"
 #include "store/Engine.h"
 
 #include <set>
@@ -11,8 +12,8 @@ namespace vorandine::store {
 
 class StoreFile : public data::DBAFile {
   public:
-    // `file` is of `engine`, which is kept alive.
-    StoreFile(std::shared_ptr<Engine> engine, EngineFile& file, std::string name);
+    // `file` is of the engine of `changes`, which is kept alive.
+    StoreFile(std::shared_ptr<Changes> changes, EngineFile& file, std::string name);
 
     // Throws, beyond what DBAFile tells and the engine's errors: Error(KeyRefused) on an empty key,
     // Error(TextRefused) where key or text is not plain, Error(Damaged) on a stored record that is
@@ -23,7 +24,7 @@ class StoreFile : public data::DBAFile {
     void WriteRecord(const std::string& key, std::string_view text) override;
 
   private:
-    std::shared_ptr<Engine> engine_;
+    std::shared_ptr<Changes> changes_;
     EngineFile& file_;
     std::string name_;
     std::set<std::string> unread_; // keys whose last read failed

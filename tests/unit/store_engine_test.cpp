@@ -166,7 +166,7 @@ class FailingEngine : public Engine, private EngineFile {
     bool failing = false;
     std::optional<std::string> record = "stored";
 
-    EngineFile* file(const std::string&) override { return this; }
+    EngineFile* file(const std::string& name) override { return name == "TABLES" ? this : nullptr; }
     std::vector<std::string> files() override { return {"TABLES"}; }
     void atomically(const std::function<void()>& work) override { work(); }
 
@@ -176,9 +176,11 @@ class FailingEngine : public Engine, private EngineFile {
             throw Error(errors::Locked, "x");
         return record;
     }
-    void write(std::string_view, std::string_view text) override { record = text; }
-    bool erase(std::string_view) override {
-        return std::exchange(record, std::nullopt).has_value();
+    std::optional<std::string> write(std::string_view, std::string_view text) override {
+        return std::exchange(record, text);
+    }
+    std::optional<std::string> erase(std::string_view) override {
+        return std::exchange(record, std::nullopt);
     }
     void scan(const KeyRange&, const Visitor&) override {}
 };

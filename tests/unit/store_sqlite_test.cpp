@@ -114,9 +114,9 @@ TEST_F(SqliteStore, StoresOfOtherProgramsAndVersionsAreRefused) {
 
     path = folder / "ours.vor";
     make();
-    Other(path).run("PRAGMA user_version = 2");
+    Other(path).run("PRAGMA user_version = 3");
     EXPECT_EQ(opening(OpenMode::Existing), errors::OtherVersion);
-    Other(path).run("PRAGMA user_version = 1; CREATE TABLE t (a)");
+    Other(path).run("PRAGMA user_version = 2; CREATE TABLE t (a)");
     EXPECT_EQ(opening(OpenMode::Existing), errors::OtherProgram);
     Other(path).run("DROP TABLE t; ANALYZE");
     EXPECT_EQ(opening(OpenMode::Existing), 0U);
@@ -293,9 +293,24 @@ TEST_F(SqliteStore, AProtectedFileIsReadAndNotWritten) {
     EXPECT_EQ(asNobody(readsAndIsRefused), 0); // the file is protected
     chmod(path.c_str(), 0666);
     EXPECT_EQ(asNobody(readsAndIsRefused), 0); // its folder is: no journal can be made
+    // A store of the format before cannot be given its history then, and is read all the same.
+    Other(path).run("DROP TABLE HISTORIQUE; PRAGMA user_version = 1");
+    EXPECT_EQ(asNobody(readsAndIsRefused), 0);
     path = folder / "new.vor";
     EXPECT_EQ(asNobody([&] { return opening(OpenMode::Create) == errors::ReadOnly ? 0 : 1; }), 0);
     chmod(folder.path().c_str(), 0755);
+}
+
+TEST_F(SqliteStore, TheFormatBeforeGetsItsHistoryAtTheFirstOpening) {
+    make(1);
+    Other(path).run("DROP TABLE HISTORIQUE; PRAGMA user_version = 1");
+    for (std::size_t times = 1; times <= 2; ++times) {
+        Store store(std::make_shared<SqliteEngine>(path, OpenMode::Existing));
+        auto record = store.OpenFile("TABLES")->ReadRecord("0");
+        record(1) = "changed";
+        record.DBWrite();
+        EXPECT_EQ(store.changes().history("TABLES", "0").size(), times);
+    }
 }
 
 // A process killed in the middle of a transaction leaves the store as it was before.

@@ -44,7 +44,7 @@ Player::Player(Script script, const std::string& url, const MakeHand& makeHand,
     : output_(output), failures_(failures), script_(std::move(script)), stage_(url),
       looking_(forms_, stage_, detail_), expectations_(looking_, forms_, output_),
       hand_(makeHand(callbacks())), gestures_(*hand_, forms_, output_),
-      dates_([this] { return stage_.today(); }),
+      dates_([this] { return stage_.today(); }), help_(hand_->world()),
       rights_(std::make_shared<components::Rights>(
           [this](const std::string& key) { return stage_.rights(key); })) {}
 
@@ -58,6 +58,10 @@ headless::Callbacks Player::callbacks() {
     callbacks.messageBox = [this](const auto& message) { return answer(message); };
     callbacks.runModal = [this](auto& form) { playModal(form); };
     callbacks.popupMenu = [this](auto& menu) { gestures_.popup(menu); };
+    callbacks.showHelp = [this](const auto& help) {
+        output_.event("help " + toText(help.page) + " " + toText(help.kind) + " " +
+                      toText(help.title));
+    };
     callbacks.today = [this] { return stage_.today(); };
     return callbacks;
 }
@@ -168,7 +172,7 @@ void Player::open(Words& words) {
     const auto tell = [this](const Error& error) { output_.event(errorLine(error)); };
     try {
         host_ = std::make_unique<host::CaregiverForm>(
-            host::HostObjects{hand_->world(), dates_, std::make_shared<data::DBAClient>(),
+            host::HostObjects{hand_->world(), dates_, help_, std::make_shared<data::DBAClient>(),
                               stage_.database(), rights_},
             code, name, tell);
     } catch (const Error& error) {

@@ -12,6 +12,7 @@
 #include "apps/scenario/Script.h"
 #include "apps/scenario/Stage.h"
 #include "components/DateConverter.h"
+#include "components/Help.h"
 #include "components/Rights.h"
 #include "frontends/headless/HeadlessWorld.h"
 
@@ -57,6 +58,7 @@ class Player {
     std::unique_ptr<Hand> hand_;
     Gestures gestures_;
     components::DateConverter dates_;
+    components::Help help_;
     std::shared_ptr<components::Rights> rights_;
     std::unique_ptr<host::CaregiverForm> host_;
     std::deque<Reply> replies_; // what the user will press on the next message boxes

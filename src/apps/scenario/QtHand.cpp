@@ -103,6 +103,7 @@ qt::Hooks QtHand::hooks() {
         callbacks_.runModal(form);
     };
     hooks.menuShown = [this](widgets::Menu& menu, QMenu& /*popup*/) { callbacks_.popupMenu(menu); };
+    hooks.helpShown = [this](const widgets::HelpPage& help) { callbacks_.showHelp(help); };
     return hooks;
 }
 

@@ -1,6 +1,7 @@
 // Failures on demand and the journal, around each file of the engine below.
 #include "apps/scenario/RehearsalEngine.h"
 
+#include "store/Catalogue.h"
 #include "text/Error.h"
 
 #include <utility>
@@ -17,18 +18,19 @@ class RehearsalEngine::File : public store::EngineFile {
         return file_.read(key);
     }
 
-    void write(std::string_view key, std::string_view record) override {
+    std::optional<std::string> write(std::string_view key, std::string_view record) override {
         owner_.checkWrite(name_);
-        file_.write(key, record);
+        std::optional<std::string> before = file_.write(key, record);
         note("write ", key);
+        return before;
     }
 
-    bool erase(std::string_view key) override {
+    std::optional<std::string> erase(std::string_view key) override {
         owner_.checkWrite(name_);
-        const bool erased = file_.erase(key);
-        if (erased)
+        std::optional<std::string> before = file_.erase(key);
+        if (before)
             note("delete ", key);
-        return erased;
+        return before;
     }
 
     void scan(const store::KeyRange& range, const Visitor& visit) override {
@@ -37,7 +39,10 @@ class RehearsalEngine::File : public store::EngineFile {
     }
 
   private:
+    // Records kept as they were are the store's affair.
     void note(const char* what, std::string_view key) {
+        if (name_ == store::HistoryFile)
+            return;
         owner_.journal_.push_back(what + name_ + " " + std::string(key));
     }
 

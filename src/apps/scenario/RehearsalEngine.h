@@ -32,6 +32,7 @@ class RehearsalEngine : public store::Engine {
     [[nodiscard]] store::EngineFile* file(const std::string& name) override;
     [[nodiscard]] std::vector<std::string> files() override { return engine_->files(); }
     void atomically(const std::function<void()>& work) override;
+    void consistently(const std::function<void()>& work) override { engine_->consistently(work); }
 
   private:
     class File;

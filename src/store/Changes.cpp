@@ -1,0 +1,137 @@
+// Keys of the history are FILE 0xFF KEY 0xFF MOMENT, its records USER 0xFF RECORD: the byte occurs
+// in no UTF-8 text, nor in a record's whole text.
+#include "store/Changes.h"
+
+#include "store/Catalogue.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+
+namespace vorandine::store {
+namespace {
+
+constexpr char Mark = '\xFF';
+constexpr Moment PerSecond = 1000000;
+constexpr std::size_t PrunedTogether = 10000;
+
+std::string keysOf(const std::string& name, const std::string& key) {
+    return name + Mark + key + Mark;
+}
+
+} // namespace
+
+Moment now() {
+    using namespace std::chrono;
+    return duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
+}
+
+std::string momentText(Moment moment) {
+    const std::time_t seconds = moment / PerSecond;
+    std::tm utc{};
+    gmtime_r(&seconds, &utc);
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d.%06dZ",
+                  utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
+                  utc.tm_sec, static_cast<int>(moment % PerSecond));
+    return text.data();
+}
+
+Changes::Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock)
+    : engine_(std::move(engine)), clock_(std::move(clock)) {}
+
+EngineFile* Changes::versions() {
+    return engine_->file(std::string(HistoryFile));
+}
+
+void Changes::atomically(const std::function<void()>& work) {
+    struct Running {
+        bool& flag;
+        explicit Running(bool& f) : flag(f) {}
+        Running(const Running&) = delete;
+        Running& operator=(const Running&) = delete;
+        ~Running() { flag = false; }
+    };
+    engine_->atomically([&] {
+        const Running running(transaction_);
+        transaction_ = true;
+        work();
+    });
+}
+
+void Changes::change(const std::string& name, const std::string& key,
+                     const std::function<std::optional<std::string>()>& work) {
+    const auto both = [&] {
+        if (const std::optional<std::string> before = work())
+            keep(name, key, *before);
+    };
+    if (transaction_)
+        both();
+    else
+        engine_->atomically(both);
+}
+
+void Changes::write(EngineFile& file, const std::string& name, const std::string& key,
+                    std::string_view record) {
+    change(name, key, [&] { return file.write(key, record); });
+}
+
+void Changes::erase(EngineFile& file, const std::string& name, const std::string& key) {
+    change(name, key, [&] { return file.erase(key); });
+}
+
+// Two changes within one tick of the clock must not take each other's place.
+void Changes::keep(const std::string& name, const std::string& key, const std::string& record) {
+    EngineFile* const kept = versions();
+    if (kept == nullptr)
+        return;
+    const std::string before = keysOf(name, key);
+    Moment moment = clock_();
+    while (kept->read(before + momentText(moment)))
+        ++moment;
+    kept->write(before + momentText(moment), user_ + Mark + record);
+}
+
+std::vector<Version> Changes::history(const std::string& name, const std::string& key) {
+    std::vector<Version> kept;
+    const std::string before = keysOf(name, key);
+    if (EngineFile* const file = versions())
+        file->scan({before, before + Mark}, [&](std::string_view at, std::string_view content) {
+            const std::size_t mark = content.find(Mark);
+            kept.push_back({std::string(at.substr(before.size())),
+                            std::string(content.substr(0, mark)),
+                            std::string(content.substr(mark + 1))});
+            return true;
+        });
+    return kept;
+}
+
+// A scan must not be written under: keys are gathered first, so many at a time.
+std::size_t Changes::prune(Moment moment) {
+    EngineFile* const file = versions();
+    if (file == nullptr)
+        return 0;
+    const std::string limit = momentText(moment);
+    std::size_t dropped = 0;
+    std::string from;
+    std::vector<std::string> old;
+    do {
+        old.clear();
+        file->scan({from, std::nullopt}, [&](std::string_view key, std::string_view /*content*/) {
+            from = std::string(key);
+            if (key.substr(key.rfind(Mark) + 1) < limit)
+                old.push_back(from);
+            return old.size() < PrunedTogether;
+        });
+        engine_->atomically([&] {
+            for (const std::string& key : old)
+                file->erase(key);
+        });
+        dropped += old.size();
+    } while (old.size() == PrunedTogether);
+    return dropped;
+}
+
+} // namespace vorandine::store

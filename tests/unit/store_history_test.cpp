@@ -1,0 +1,93 @@
+// The history of records: kept with each change, in its transaction, on every kind of store.
+#include "store/Store.h"
+#include "store_support.h"
+
+#include <gtest/gtest.h>
+
+namespace vorandine::store {
+namespace {
+
+using store_test::raisedBy;
+
+class History : public testing::TestWithParam<const char*> {
+  protected:
+    store_test::Folder folder;
+    std::string url = std::string(GetParam()) == "sqlite" ? "sqlite:" + (folder / "h.vor")
+                                                          : std::string("memory:");
+    std::shared_ptr<Engine> engine = openEngine(url, OpenMode::Create);
+    Moment clock = 1'795'399'384'567'890; // 2026-11-23 02:03:04.567890 UTC
+    Store store{engine, [this] { return clock; }};
+
+    void put(const std::string& key, const std::string& text) {
+        auto record = store.OpenFile("TABLES")->NewRecord(key);
+        record(1) = text;
+        record.DBWrite();
+    }
+    std::string told(const std::string& key) {
+        std::string text;
+        for (const Version& version : store.changes().history("TABLES", key))
+            text += version.moment + " " + version.user + " " + version.record + "\n";
+        return text;
+    }
+};
+
+TEST_P(History, KeepsWhatWasReplacedOrDeletedWithMomentAndUser) {
+    store.changes().user("sylvie");
+    put("é", "un");
+    EXPECT_EQ(told("é"), "");
+    put("é", "deux");
+    put("é", "trois"); // within the same microsecond
+    store.changes().user("karim");
+    clock += 1'000'000;
+    store.OpenFile("TABLES")->DeleteRecord("é");
+    store.OpenFile("TABLES")->DeleteRecord("é"); // nothing there any more
+    put("éa", "autre");
+    put("éa", "autre");
+    const std::string expected = "2026-11-23T02:03:04.567890Z sylvie un\n"
+                                 "2026-11-23T02:03:04.567891Z sylvie deux\n"
+                                 "2026-11-23T02:03:05.567890Z karim trois\n";
+    EXPECT_EQ(told("é"), expected);
+    EXPECT_EQ(told("éa"), "2026-11-23T02:03:05.567890Z karim autre\n");
+    // No host sees it as a file.
+    EXPECT_EQ(raisedBy([&] { (void)store.OpenFile("HISTORIQUE"); }).number, errors::FileUnknown);
+    EXPECT_EQ(store.changes().prune(clock), 2U);
+    EXPECT_EQ(told("é"), "2026-11-23T02:03:05.567890Z karim trois\n");
+}
+
+TEST_P(History, IsOfTheTransactionOfItsChange) {
+    put("k", "un");
+    EXPECT_EQ(raisedBy([&] {
+                  store.atomically([&] {
+                      put("k", "deux");
+                      throw Error(errors::Unexpected, "x");
+                  });
+              }).number,
+              errors::Unexpected);
+    EXPECT_EQ(told("k"), "");
+    store.atomically([&] {
+        put("k", "deux");
+        put("k", "trois");
+    });
+    EXPECT_EQ(store.changes().history("TABLES", "k").size(), 2U);
+    // A transaction that failed leaves single changes their own.
+    put("k", "quatre");
+    EXPECT_EQ(store.changes().history("TABLES", "k").back().record, "trois");
+}
+
+TEST_P(History, IsPrunedInManySteps) {
+    store.atomically([&] {
+        for (int i = 0; i < 10'001; ++i) {
+            put(std::to_string(i), "un");
+            put(std::to_string(i), "deux");
+        }
+    });
+    EXPECT_EQ(store.changes().prune(clock), 0U);
+    EXPECT_EQ(store.changes().prune(clock + 1), 10'001U);
+    EXPECT_EQ(told("0"), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Stores, History, testing::Values("memory", "sqlite"),
+                         [](const auto& store) { return std::string(store.param); });
+
+} // namespace
+} // namespace vorandine::store
