@@ -2,6 +2,8 @@
 // that the files of demo/ have.
 #include "apps/host/Exchange.h"
 #include "apps/host/RecordJson.h"
+#include "store/SqliteEngine.h"
+#include "store_support.h"
 #include "text/Error.h"
 
 #include <gtest/gtest.h>
@@ -14,15 +16,25 @@
 namespace vorandine {
 namespace {
 
+std::string json(const data::DBARecord& record) {
+    std::string text;
+    host::appendJson(text, record());
+    return text;
+}
+
 class Import : public testing::Test {
   protected:
     store::Store store{store::openEngine("memory:", store::OpenMode::Create)};
     std::vector<std::string> complaints;
 
-    std::optional<std::size_t> importAll(const std::vector<host::ImportSource>& sources) {
+    std::optional<std::size_t> importAll(const std::vector<host::ImportSource>& sources,
+                                         host::BadLines bad = host::BadLines::StoreNothing) {
         complaints.clear();
-        return host::importRecords(store, sources,
-                                   [this](const std::string& text) { complaints.push_back(text); });
+        host::ImportWatch watch;
+        watch.complain = [this](const std::string& text) { complaints.push_back(text); };
+        const host::ImportResult result = host::importRecords(store, sources, watch, bad);
+        EXPECT_EQ(result.bad, complaints.size());
+        return result.stored ? std::optional(result.good) : std::nullopt;
     }
 
     std::optional<std::size_t> importText(const std::string& text) {
@@ -32,7 +44,7 @@ class Import : public testing::Test {
 
     std::string stored(const std::string& file, const std::string& key) {
         try {
-            return host::toJson(store.OpenFile(file)->ReadRecord(key)).dump();
+            return json(store.OpenFile(file)->ReadRecord(key));
         } catch (const Error& error) {
             return error.number() == errors::RecordMissing ? "none" : error.what();
         }
@@ -88,6 +100,39 @@ TEST_F(Import, TellsEveryWrongLineAndStoresNothing) {
     EXPECT_EQ(stored("AIDANT", "3"), "none");
 }
 
+// One line in the form that programs write, and the same said otherwise, which the full reader
+// takes.
+TEST_F(Import, BothReadersMakeTheSameOfALine) {
+    const std::string members[][2] = {
+        {R"({"1":"é","3":["a","","b"]})", R"({"3":["a","","b"],"1":"\u00e9"})"},
+        {R"({"2":["",""]})", R"({ "2":["",""]})"},
+        {R"({"1":["seul"],"4":[],"5":""})", R"({"1": "seul"})"},
+        {R"({"65535":"x"})", R"({"65535" :"x"})"},
+        {R"({})", R"({"1":"","9":[""]})"},
+    };
+    for (const auto& [short_, full] : members) {
+        ASSERT_EQ(importText(R"({"file":"AIDANT","key":"c","record":)" + short_ +
+                             "}\r\n{ \"file\":\"AIDANT\",\"key\":\"f\",\"record\":" + full + "}"),
+                  2U)
+            << short_;
+        EXPECT_EQ(std::string(store.OpenFile("AIDANT")->ReadRecord("c")()),
+                  std::string(store.OpenFile("AIDANT")->ReadRecord("f")()))
+            << short_;
+    }
+}
+
+TEST_F(Import, SkipsWrongLinesWhereAskedTo) {
+    std::istringstream lines(
+        "{\"file\":\"AIDANT\",\"key\":\"1\",\"record\":{\"1\":\"bon\"}}\n"
+        "{\"file\":\"AIDANT\",\"key\":\"2\",\"record\":{\"2\":\"x\",\"1\":7}}\n"
+        "{\"file\":\"AIDANT\",\"key\":\"3\",\"record\":{\"1\":\"bon\"}}\n");
+    EXPECT_EQ(importAll({{"in", lines}}, host::BadLines::Skip), 2U);
+    ASSERT_EQ(complaints.size(), 1U);
+    EXPECT_TRUE(complaints.front().starts_with("in:2: "));
+    EXPECT_EQ(stored("AIDANT", "2"), "none");
+    EXPECT_EQ(stored("AIDANT", "3"), R"({"1":"bon"})");
+}
+
 TEST_F(Import, ASourceThatCannotBeReadToItsEndStoresNothing) {
     std::istringstream good(R"({"file":"AIDANT","key":"1","record":{"1":"x"}})");
     std::ifstream folder(std::filesystem::temp_directory_path());
@@ -95,24 +140,45 @@ TEST_F(Import, ASourceThatCannotBeReadToItsEndStoresNothing) {
     EXPECT_EQ(stored("AIDANT", "1"), "none");
 }
 
-TEST_F(Import, DemonstrationDataComesBackAsItIsWritten) {
-    const auto demo = std::filesystem::path(__FILE__).parent_path() / "../../demo";
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(demo))
-        if (entry.path().extension() == ".jsonl")
-            files.push_back(entry.path());
-    ASSERT_FALSE(files.empty());
-    for (const auto& file : files) {
-        std::ifstream lines(file);
-        ASSERT_TRUE(importAll({{file.filename(), lines}})) << complaints.front();
-    }
-    for (const auto& file : files) {
-        std::ifstream lines(file);
-        for (std::string line; std::getline(lines, line);) {
-            auto entry = nlohmann::ordered_json::parse(line);
-            ASSERT_EQ(stored(entry.at("file"), entry.at("key")), entry.at("record").dump());
-        }
-    }
+TEST(Export, LeavesOutDamagedRecordsAndSaysWhich) {
+    const auto engine = store::openEngine("memory:", store::OpenMode::Create);
+    store::EngineFile& file = *engine->file("AIDANT");
+    engine->atomically([&] {
+        file.write("1", "bon");
+        file.write("2", "\xFF");
+        file.write("\xE9", "x");
+        file.write("3", "bon");
+    });
+    std::ostringstream out;
+    std::vector<std::string> told;
+    const auto result = host::exportRecords(
+        file, "AIDANT", out, [&](const std::string& text) { told.push_back(text); }, [] {});
+    EXPECT_EQ(out.str(), "{\"file\":\"AIDANT\",\"key\":\"1\",\"record\":{\"1\":\"bon\"}}\n"
+                         "{\"file\":\"AIDANT\",\"key\":\"3\",\"record\":{\"1\":\"bon\"}}\n");
+    EXPECT_EQ(result.damaged, 2U);
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_TRUE(told[0].starts_with("AIDANT 2: ")) << told[0];
+    EXPECT_TRUE(told[1].starts_with("AIDANT (unreadable key): ")) << told[1];
+}
+
+// Between two files, nobody writes.
+TEST(Export, SeesOneStateOfAllFiles) {
+    const store_test::Folder folder;
+    const auto reading = store::openEngine("sqlite:" + folder / "a.vor", store::OpenMode::Create);
+    store::SqliteEngine writing(folder / "a.vor", store::OpenMode::Existing,
+                                std::chrono::milliseconds(10));
+    const auto write = [&] {
+        return store_test::raisedBy(
+                   [&] { writing.atomically([&] { writing.file("CONTRAT")->write("1", "x"); }); })
+            .number;
+    };
+    reading->consistently([&] {
+        EXPECT_EQ(reading->file("AIDANT")->read("1"), std::nullopt);
+        EXPECT_EQ(write(), errors::Locked);
+        EXPECT_EQ(reading->file("CONTRAT")->read("1"), std::nullopt);
+    });
+    EXPECT_EQ(write(), 0U);
+    EXPECT_EQ(reading->file("CONTRAT")->read("1"), "x");
 }
 
 TEST(RecordJson, TakesDictionaryNamesAndChangesNothingWhenRefused) {
@@ -120,12 +186,12 @@ TEST(RecordJson, TakesDictionaryNamesAndChangesNothingWhenRefused) {
     data::DBARecord record;
     record(9) = "ancien";
     host::fill(record, {{"Nom", "DURAND"}, {"1", {"a", "b"}}}, names);
-    EXPECT_EQ(host::toJson(record).dump(), R"({"1":["a","b"],"4":"DURAND"})");
+    EXPECT_EQ(json(record), R"({"1":["a","b"],"4":"DURAND"})");
     const nlohmann::json refused[] = {
         {{"1", "x"}, {"Prenom", "y"}}, {{"4", "x"}, {"Nom", "y"}}, {{"5", {"x", "\n"}}}, "x"};
     for (const nlohmann::json& object : refused) {
         EXPECT_THROW(host::fill(record, object, names), Error) << object;
-        EXPECT_EQ(host::toJson(record).dump(), R"({"1":["a","b"],"4":"DURAND"})");
+        EXPECT_EQ(json(record), R"({"1":["a","b"],"4":"DURAND"})");
     }
 }
 

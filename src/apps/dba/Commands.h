@@ -1,28 +1,43 @@
-// The subcommands of vorandine-dba. Each takes the words after its name and gives the exit status;
-// a store that cannot be opened or fails leaves as vorandine::Error.
+// The subcommands of vorandine-dba: how each is called, told to the reader of the command line and
+// to --help, and the function that runs it. One file a command.
 #pragma once
 
-#include <stdexcept>
-#include <string>
-#include <vector>
+#include "apps/dba/CommandLine.h"
+#include "apps/dba/Console.h"
+
+#include <span>
+#include <string_view>
 
 namespace vorandine::dba {
 
 enum ExitStatus {
     Done = 0,
-    WrongData = 1, // a line of the input is wrong; nothing was stored
+    Findings = 1,  // wrong lines in what was imported, no such record, something check found
     CannotRun = 2, // wrong arguments, a file that cannot be read, a store that fails
 };
 
-using Arguments = std::vector<std::string>;
-
-// Words that make no sense together; the text says why.
-class UsageError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
+struct Command {
+    std::string_view name;
+    std::string_view words;   // as shown: "URL FILE KEY"
+    std::size_t least, most;  // number of words
+    std::string_view summary; // one line
+    std::string_view details; // lines that end in a line break, or nothing
+    std::span<const Option> options;
+    std::string_view examples; // lines that end in a line break
+    // Gives the exit status. Throws UsageError for words that make no sense together, Error for a
+    // store that cannot be opened or fails.
+    int (*run)(const CommandLine&, const Console&);
 };
 
-int create(const Arguments& arguments);
-int import(const Arguments& arguments);
+extern const Command createCommand;
+extern const Command filesCommand;
+extern const Command getCommand;
+extern const Command putCommand;
+extern const Command deleteCommand;
+extern const Command queryCommand;
+extern const Command exportCommand;
+extern const Command importCommand;
+extern const Command importCsvCommand;
+extern const Command checkCommand;
 
 } // namespace vorandine::dba

@@ -3,7 +3,7 @@
 #include "store/Store.h"
 #include "text/Error.h"
 
-#include <iostream>
+#include <ostream>
 
 namespace vorandine::dba {
 namespace {
@@ -19,19 +19,27 @@ bool exists(const std::string& url) {
     }
 }
 
-} // namespace
-
-int create(const Arguments& arguments) {
-    if (arguments.size() != 1)
-        throw UsageError("create takes one URL");
-    const std::string& url = arguments.front();
+int create(const CommandLine& line, const Console& console) {
+    const std::string& url = line.words().front();
     if (exists(url)) {
-        std::cerr << "vorandine-dba: " << url << " exists already\n";
+        console.err << "vorandine-dba: " << url << " exists already\n";
         return CannotRun;
     }
     static_cast<void>(store::openEngine(url, store::OpenMode::Create));
-    std::cout << "created " << url << '\n';
+    console.out << "created " << url << '\n';
     return Done;
 }
+
+} // namespace
+
+constexpr Command createCommand{"create",
+                                "URL",
+                                1,
+                                1,
+                                "make an empty store, which must not exist yet",
+                                "",
+                                {},
+                                "  vorandine-dba create sqlite:agence.vor\n",
+                                create};
 
 } // namespace vorandine::dba

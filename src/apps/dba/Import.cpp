@@ -1,68 +1,66 @@
 // vorandine-dba import: stores the records of JSON Lines files, all of them or none.
 #include "apps/dba/Commands.h"
+#include "apps/dba/ImportReport.h"
+#include "apps/dba/Opening.h"
 #include "apps/host/Exchange.h"
-#include "store/Store.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
-#include <iostream>
 #include <list>
+#include <ostream>
 
 namespace vorandine::dba {
 namespace {
 
-struct Options {
-    store::OpenMode mode = store::OpenMode::Existing;
-    std::string url;
-    Arguments files;
-};
+constexpr std::array<Option, 3> Options{{
+    {"--create", "", "make the store if it is missing"},
+    {"--skip-bad", "", "store the good lines even if others are wrong"},
+    {"--json", "", "the outcome as {\"stored\":12,\"bad\":0}"},
+}};
 
-Options read(const Arguments& arguments) {
-    Options options;
-    Arguments words;
-    for (const std::string& word : arguments) {
-        if (word == "--create")
-            options.mode = store::OpenMode::Create;
-        else if (word.starts_with("-") && word != "-")
-            throw UsageError("import has no option " + word);
-        else
-            words.push_back(word);
-    }
-    if (words.size() < 2)
-        throw UsageError("import takes a URL and at least one FILE");
-    options.url = words.front();
-    options.files.assign(words.begin() + 1, words.end());
-    if (std::count(options.files.begin(), options.files.end(), "-") > 1)
+int import(const CommandLine& line, const Console& console) {
+    const Arguments names(line.words().begin() + 1, line.words().end());
+    if (std::count(names.begin(), names.end(), "-") > 1)
         throw UsageError("standard input can be read once only");
-    return options;
+    std::list<std::ifstream> opened;
+    std::vector<host::ImportSource> sources;
+    for (const std::string& name : names) {
+        if (name == "-") {
+            sources.push_back({"-", console.in});
+            continue;
+        }
+        if (!opened.emplace_back(name, std::ios::binary)) {
+            console.err << "vorandine-dba: cannot read " << name << '\n';
+            return CannotRun;
+        }
+        sources.push_back({name, opened.back()});
+    }
+    store::Store store(openStore(line.words().front(), line.has("--create")
+                                                           ? store::OpenMode::Create
+                                                           : store::OpenMode::Existing));
+    ImportReport report(line, console);
+    return report.tell(host::importRecords(store, sources, report.watch(), report.badLines()),
+                       "record");
 }
 
 } // namespace
 
-int import(const Arguments& arguments) {
-    const Options options = read(arguments);
-    std::list<std::ifstream> opened;
-    std::vector<host::ImportSource> sources;
-    for (const std::string& file : options.files) {
-        if (file == "-") {
-            sources.push_back({"-", std::cin});
-            continue;
-        }
-        if (!opened.emplace_back(file, std::ios::binary)) {
-            std::cerr << "vorandine-dba: cannot read " << file << '\n';
-            return CannotRun;
-        }
-        sources.push_back({file, opened.back()});
-    }
-    store::Store store(store::openEngine(options.url, options.mode));
-    const auto stored = host::importRecords(
-        store, sources, [](const std::string& complaint) { std::cerr << complaint << '\n'; });
-    if (!stored) {
-        std::cerr << "vorandine-dba: nothing was stored\n";
-        return WrongData;
-    }
-    std::cout << *stored << (*stored == 1 ? " record" : " records") << " stored\n";
-    return Done;
-}
+constexpr Command importCommand{
+    "import",
+    "URL FILE...",
+    2,
+    static_cast<std::size_t>(-1),
+    "store the records of JSON Lines files, all of them or none",
+    "FILE is in the form that export writes, docs/exchange.md; - is standard input. Every wrong\n"
+    "line is told on standard error as FILE:LINE, and one is enough to store nothing at all (exit\n"
+    "status 1), unless --skip-bad is given. Records that the files do not name stay as they are.\n"
+    "Importing into memory: only checks the files.\n",
+    Options,
+    "  vorandine-dba import --create sqlite:agence.vor demo/*.jsonl\n"
+    "  vorandine-dba import memory: agence.jsonl\n"
+    "  zcat heures.jsonl.gz | vorandine-dba import --skip-bad sqlite:agence.vor -\n",
+    import,
+};
 
 } // namespace vorandine::dba

@@ -1,6 +1,7 @@
 // Placing the control, handing it its objects, and the close button of its form.
 #include "apps/host/CaregiverForm.h"
 
+#include "components/Parameters.h"
 #include "text/Characters.h"
 #include "widgets/Gestures.h"
 
@@ -27,7 +28,7 @@ void checkCode(const std::string& code) {
 
 CaregiverForm::CaregiverForm(const HostObjects& objects, const std::string& code,
                              const std::string& name, std::function<void(const Error&)> failed)
-    : control_(objects.world, objects.dates) {
+    : control_(objects.world, objects.dates, objects.help, components::makeParameters) {
     checkCode(code);
     text::RequirePlain(name, "Le nom de l'aidant");
 

@@ -9,10 +9,11 @@
 
 namespace vorandine::host {
 
-// What the host hands in. `world` and `dates` must outlive the form; the rest is shared.
+// What the host hands in. `world`, `dates` and `help` must outlive the form; the rest is shared.
 struct HostObjects {
     widgets::World& world;
     data::DateObject& dates;
+    control::HelpObject& help;
     std::shared_ptr<data::DBAClient> client;
     std::shared_ptr<data::DBADatabase> database;
     std::shared_ptr<data::DroitsUtilisateur> rights;

@@ -1,8 +1,11 @@
-// All lines are looked at even when one was wrong, so that a file can be mended in one go; the
-// transaction is given up at the end.
+// Lines that a program wrote take the short way; all others, and all wrong ones, go through the
+// full reader, which also says what is wrong.
 #include "apps/host/Exchange.h"
 
+#include "apps/host/ExchangeLine.h"
 #include "apps/host/RecordJson.h"
+#include "store/RecordText.h"
+#include "text/Characters.h"
 #include "text/Error.h"
 
 #include <map>
@@ -13,23 +16,8 @@ namespace {
 
 using nlohmann::json;
 
-// Ends a transaction whose lines were not all good.
-struct GivenUp {};
-
 [[noreturn]] void refuse(const std::string& text) {
     throw Error(errors::TextRefused, text);
-}
-
-// Whether an error lies in the line, not in the store.
-bool isOfTheLine(const Error& error) {
-    switch (error.number()) {
-    case errors::TextRefused:
-    case errors::KeyRefused:
-    case errors::FileUnknown:
-        return true;
-    default:
-        return false;
-    }
 }
 
 // The member of that name, taken out of `entry`.
@@ -51,37 +39,32 @@ std::string takeText(json& entry, const char* name) {
 
 class Importer {
   public:
-    Importer(store::Store& store, const std::function<void(const std::string&)>& complain)
-        : store_(store), complain_(complain) {}
+    Importer(store::Store& store, ImportRun& run) : store_(store), run_(run) {}
 
     void read(const ImportSource& source) {
-        std::string line;
-        for (std::size_t number = 1; std::getline(source.lines, line); ++number) {
-            if (line.find_first_not_of(" \t\r") == std::string::npos)
+        for (std::size_t number = 1; std::getline(source.lines, line_); ++number) {
+            if (line_.find_first_not_of(" \t\r") == std::string::npos)
                 continue;
-            try {
-                put(parseJson(line));
-                ++stored_;
-            } catch (const Error& error) {
-                if (!isOfTheLine(error))
-                    throw;
-                good_ = false;
-                complain_(source.name + ":" + std::to_string(number) + ": " + error.what());
-            }
+            run_.line(source.name, number, [this] {
+                if (line_.back() == '\r')
+                    line_.pop_back();
+                if (readExchangeLine(line_, read_))
+                    file(read_.file).WriteRecord(std::string(read_.key), read_.record);
+                else
+                    put(parseJson(line_));
+                return true;
+            });
         }
         if (source.lines.bad())
             throw Error(errors::Unexpected, "La lecture de « " + source.name + " » a échoué.");
     }
 
-    [[nodiscard]] bool good() const noexcept { return good_; }
-    [[nodiscard]] std::size_t stored() const noexcept { return stored_; }
-
   private:
     store::Store& store_;
-    const std::function<void(const std::string&)>& complain_;
-    std::map<std::string, std::shared_ptr<data::DBAFile>> files_;
-    bool good_ = true;
-    std::size_t stored_ = 0;
+    ImportRun& run_;
+    std::map<std::string, std::shared_ptr<data::DBAFile>, std::less<>> files_;
+    std::string line_;
+    ExchangeLine read_;
 
     void put(json entry) {
         if (!entry.is_object())
@@ -97,31 +80,48 @@ class Importer {
         record.DBWrite();
     }
 
-    data::DBAFile& file(const std::string& name) {
+    data::DBAFile& file(std::string_view name) {
         const auto known = files_.find(name);
         if (known != files_.end())
             return *known->second;
-        return *files_.emplace(name, store_.OpenFile(name)).first->second;
+        std::string text(name);
+        auto opened = store_.OpenFile(text);
+        return *files_.emplace(std::move(text), std::move(opened)).first->second;
     }
 };
 
 } // namespace
 
-std::optional<std::size_t> importRecords(store::Store& store,
-                                         const std::vector<ImportSource>& sources,
-                                         const std::function<void(const std::string&)>& complain) {
-    Importer importer(store, complain);
-    try {
-        store.atomically([&] {
-            for (const ImportSource& source : sources)
-                importer.read(source);
-            if (!importer.good())
-                throw GivenUp();
-        });
-    } catch (const GivenUp&) {
-        return std::nullopt;
-    }
-    return importer.stored();
+ImportResult importRecords(store::Store& store, const std::vector<ImportSource>& sources,
+                           const ImportWatch& watch, BadLines badLines) {
+    ImportRun run(store, badLines, watch);
+    Importer importer(store, run);
+    return run.run([&] {
+        for (const ImportSource& source : sources)
+            importer.read(source);
+    });
+}
+
+ExportResult exportRecords(store::EngineFile& file, const std::string& name, std::ostream& out,
+                           const std::function<void(const std::string&)>& complain,
+                           const std::function<void()>& step) {
+    ExportResult result;
+    std::string line;
+    file.scan({}, [&](std::string_view key, std::string_view record) {
+        step();
+        if (!text::IsPlain(key) || !store::isPlainRecord(record)) {
+            ++result.damaged;
+            complain(name + " " + (text::IsPlain(key) ? std::string(key) : "(unreadable key)") +
+                     ": the record is damaged, it is left out");
+            return true;
+        }
+        line.clear();
+        appendExchangeLine(line, name, key, record);
+        out.write(line.data(), static_cast<std::streamsize>(line.size()));
+        ++result.written;
+        return bool(out);
+    });
+    return result;
 }
 
 } // namespace vorandine::host

@@ -1,13 +1,15 @@
-// Bringing records into a store from the exchange format of docs/exchange.md: JSON Lines, one
-// record a line.
+// Records in the exchange format of docs/exchange.md, JSON Lines, one record a line: brought into a
+// store, and written out of one. Either way one record at a time is held in memory.
 #pragma once
 
+#include "apps/host/ImportRun.h"
+#include "store/Engine.h"
 #include "store/Store.h"
 
 #include <cstddef>
 #include <functional>
 #include <istream>
-#include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,13 +22,24 @@ struct ImportSource {
 };
 
 // Stores every record of `sources`, in order, in one transaction; a later record of the same file
-// and key replaces the earlier one. Gives the number of records read if all lines were good.
-// Otherwise nothing is stored, each wrong line was told to `complain` as "NAME:LINE: what is wrong"
-// (LINE from 1), and there is no result.
+// and key replaces the earlier one. Each wrong line is told to watch.complain as
+// "NAME:LINE: what is wrong" (LINE from 1).
 // Throws Error, with nothing stored, if the store fails or a source cannot be read to its end.
-// Holds one record at a time in memory, whatever the number of lines.
-[[nodiscard]] std::optional<std::size_t>
-importRecords(store::Store& store, const std::vector<ImportSource>& sources,
-              const std::function<void(const std::string&)>& complain);
+[[nodiscard]] ImportResult importRecords(store::Store& store,
+                                         const std::vector<ImportSource>& sources,
+                                         const ImportWatch& watch,
+                                         BadLines badLines = BadLines::StoreNothing);
+
+struct ExportResult {
+    std::size_t written = 0;
+    std::size_t damaged = 0; // records left out, since they are no plain text; each was told of
+};
+
+// Writes all records of `file`, whose name is `name`, in binary order of their keys. Ends early
+// where `out` fails. Throws what the engine throws.
+[[nodiscard]] ExportResult exportRecords(store::EngineFile& file, const std::string& name,
+                                         std::ostream& out,
+                                         const std::function<void(const std::string&)>& complain,
+                                         const std::function<void()>& step);
 
 } // namespace vorandine::host

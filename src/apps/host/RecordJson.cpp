@@ -96,19 +96,54 @@ void fill(data::DBARecord& record, const json& object,
     record() = std::as_const(built)();
 }
 
-nlohmann::ordered_json toJson(const data::DBARecord& record) {
-    nlohmann::ordered_json object = nlohmann::ordered_json::object();
-    for (int attribute = 1; attribute <= record.DCount(); ++attribute) {
-        const int count = record.DCount(attribute);
-        if (count == 1)
-            object[std::to_string(attribute)] = record(attribute);
-        if (count < 2)
-            continue;
-        auto& values = object[std::to_string(attribute)] = nlohmann::ordered_json::array();
-        for (int v = 1; v <= count; ++v)
-            values.push_back(record(attribute, v));
+void appendJsonText(std::string& json, std::string_view text) {
+    json.push_back('"');
+    // Plain text has no control characters: two characters alone need an escape.
+    for (;;) {
+        const std::size_t special = text.find_first_of("\"\\");
+        json += text.substr(0, special);
+        if (special == std::string_view::npos)
+            break;
+        json.push_back('\\');
+        json.push_back(text[special]);
+        text.remove_prefix(special + 1);
     }
-    return object;
+    json.push_back('"');
+}
+
+void appendJsonValues(std::string& json, std::string_view attribute) {
+    if (attribute.find(data::ValueMark) == std::string_view::npos) {
+        appendJsonText(json, attribute);
+        return;
+    }
+    json.push_back('[');
+    for (;;) {
+        const std::size_t mark = attribute.find(data::ValueMark);
+        appendJsonText(json, attribute.substr(0, mark));
+        if (mark == std::string_view::npos)
+            break;
+        json.push_back(',');
+        attribute.remove_prefix(mark + 1);
+    }
+    json.push_back(']');
+}
+
+void appendJson(std::string& json, std::string_view record) {
+    json.push_back('{');
+    bool first = true;
+    for (int attribute = 1; !record.empty(); ++attribute) {
+        const std::size_t mark = record.find(data::AttributeMark);
+        if (mark != 0) {
+            json += first ? "\"" : ",\"";
+            first = false;
+            json += std::to_string(attribute) + "\":";
+            appendJsonValues(json, record.substr(0, mark));
+        }
+        if (mark == std::string_view::npos)
+            break;
+        record.remove_prefix(mark + 1);
+    }
+    json.push_back('}');
 }
 
 } // namespace vorandine::host

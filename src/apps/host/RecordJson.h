@@ -24,8 +24,14 @@ namespace vorandine::host {
 void fill(data::DBARecord& record, const nlohmann::json& object,
           const std::function<int(const std::string&)>& attributeByName);
 
-// The object that `fill` makes the same record from: attribute numbers alone, ascending, empty
-// attributes left out.
-[[nodiscard]] nlohmann::ordered_json toJson(const data::DBARecord& record);
+// The object that `fill` makes the same record from, put behind what `json` holds: attribute
+// numbers alone, ascending, empty attributes left out, no blanks. `record` is a plain whole text.
+void appendJson(std::string& json, std::string_view record);
+
+// The values of one attribute, whose text is plain: a string for one, an array for several.
+void appendJsonValues(std::string& json, std::string_view attribute);
+
+// A plain text as a JSON string, characters outside ASCII as they are.
+void appendJsonText(std::string& json, std::string_view text);
 
 } // namespace vorandine::host

@@ -1,0 +1,88 @@
+// vorandine-dba check: looks for what in a store does not agree with itself.
+#include "apps/dba/Commands.h"
+#include "apps/dba/Layout.h"
+#include "apps/dba/Opening.h"
+#include "apps/dba/Progress.h"
+#include "apps/dba/check/Checks.h"
+#include "apps/host/RecordJson.h"
+
+#include <array>
+#include <ostream>
+
+namespace vorandine::dba {
+namespace {
+
+constexpr std::array<Option, 1> Options{{
+    {"--json", "", "one JSON object a finding, with file, key, attribute, position, value, ..."},
+}};
+
+void printJson(const Finding& finding, std::ostream& out) {
+    std::string json;
+    const auto member = [&](const char* before, const std::string& text) {
+        json += before;
+        host::appendJsonText(json, text);
+    };
+    member("{\"file\":", finding.file);
+    member(",\"key\":", finding.key);
+    json += ",\"attribute\":" + std::to_string(finding.attribute) +
+            ",\"position\":" + std::to_string(finding.position);
+    member(",\"value\":", finding.value);
+    member(",\"problem\":", finding.problem);
+    member(",\"advice\":", finding.advice);
+    out << json << "}\n";
+}
+
+void printText(const Finding& finding, std::ostream& out) {
+    out << finding.file << ' ' << finding.key;
+    if (finding.attribute > 0) {
+        out << ", attribute " << finding.attribute;
+        if (const AttributeLayout* const known = layout(finding.file, finding.attribute))
+            out << " (" << known->meaning << ')';
+        if (finding.position > 0)
+            out << ", value " << finding.position << ": '" << finding.value << '\'';
+    }
+    out << ' ' << finding.problem << "\n    " << finding.advice << '\n';
+}
+
+int check(const CommandLine& line, const Console& console) {
+    const auto engine = openStore(line.words().front());
+    Progress progress(console, "looked at");
+    std::size_t findings = 0;
+    const TellFinding tell = [&](const Finding& finding) {
+        ++findings;
+        progress.clear();
+        line.has("--json") ? printJson(finding, console.out) : printText(finding, console.out);
+    };
+    engine->consistently([&] {
+        const Known known(*engine);
+        checkLayouts(*engine, known, tell, [&] { progress.step(); });
+        checkReferences(*engine, known, tell);
+        checkLedgers(*engine, known, tell);
+    });
+    progress.clear();
+    if (!line.has("--json"))
+        console.out << findings << (findings == 1 ? " finding\n" : " findings\n");
+    return findings == 0 ? Done : Findings;
+}
+
+} // namespace
+
+constexpr Command checkCommand{
+    "check",
+    "URL",
+    1,
+    1,
+    "look for what in a store does not agree with itself",
+    "Looks at every record: lists longer than the one that counts them, dates, numbers and codes\n"
+    "that are none, dates out of order; balances that do not follow from the line before; hours\n"
+    "charged for a training that is no more, and trainings that count without being charged;\n"
+    "hours and pay without a contract, contracts that call their employer otherwise than its own\n"
+    "file, and caregivers' codes that begin another's. Nothing is changed. The exit status is 1\n"
+    "where something was found.\n",
+    Options,
+    "  vorandine-dba check sqlite:agence.vor\n"
+    "  vorandine-dba check --json sqlite:agence.vor | grep '\"file\":\"DIFAIDANT\"'\n",
+    check,
+};
+
+} // namespace vorandine::dba

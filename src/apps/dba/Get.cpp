@@ -1,0 +1,72 @@
+// vorandine-dba get: one record, as a table or as JSON.
+#include "apps/dba/Commands.h"
+#include "apps/dba/Layout.h"
+#include "apps/dba/Opening.h"
+#include "apps/dba/Table.h"
+#include "apps/host/RecordJson.h"
+#include "text/Error.h"
+
+#include <array>
+#include <ostream>
+
+namespace vorandine::dba {
+namespace {
+
+constexpr std::array<Option, 1> Options{{
+    {"--json", "", "the record as put takes it: {\"5\":[\"20060612\",\"20050301\"]}"},
+}};
+
+// One line a value; the values of a list are numbered.
+void printTable(const data::DBARecord& record, const std::string& file, std::ostream& out) {
+    Table table({"ATTRIBUTE", "VALUE", "CONTENT", "MEANING"});
+    for (int attribute = 1; attribute <= record.DCount(); ++attribute) {
+        const AttributeLayout* const known = layout(file, attribute);
+        const int count = record.DCount(attribute);
+        const bool list = count > 1 || (known != nullptr && known->values == Values::Many);
+        for (int v = 1; v <= count; ++v)
+            table.add({headOf(file, attribute), list ? std::to_string(v) : "", record(attribute, v),
+                       known == nullptr ? "" : std::string(known->meaning)});
+    }
+    table.print(out);
+}
+
+int get(const CommandLine& line, const Console& console) {
+    const std::string& name = line.words()[1];
+    const std::string& key = line.words()[2];
+    const auto engine = openStore(line.words().front());
+    static_cast<void>(engineFile(*engine, name));
+    try {
+        const data::DBARecord record = store::Store(engine).OpenFile(name)->ReadRecord(key);
+        if (line.has("--json")) {
+            std::string json;
+            host::appendJson(json, record());
+            console.out << json << '\n';
+        } else {
+            printTable(record, name, console.out);
+        }
+        return Done;
+    } catch (const Error& error) {
+        if (error.number() != errors::RecordMissing)
+            throw;
+        console.err << "vorandine-dba: there is no record '" << key << "' in " << name << '\n';
+        return Findings;
+    }
+}
+
+} // namespace
+
+constexpr Command getCommand{
+    "get",
+    "URL FILE KEY",
+    3,
+    3,
+    "show one record",
+    "Values are shown as they are stored: dates as yyyymmdd, hours multiplied by 100. Where there\n"
+    "is no such record, that is told on standard error and the exit status is 1.\n",
+    Options,
+    "  vorandine-dba get sqlite:agence.vor FORMVORANDINE 00012\n"
+    "  vorandine-dba get --json sqlite:agence.vor CONTRAT '00012*1'\n",
+    get,
+};
+
+} // namespace vorandine::dba

@@ -1,0 +1,24 @@
+// How commands open a store and its files.
+#pragma once
+
+#include "store/Engine.h"
+#include "store/Store.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorandine::dba {
+
+// Throws Error as store::openEngine does.
+[[nodiscard]] std::shared_ptr<store::Engine>
+openStore(const std::string& url, store::OpenMode mode = store::OpenMode::Existing);
+
+// Throws UsageError, naming the files that there are, if the store has none of that name.
+[[nodiscard]] store::EngineFile& engineFile(store::Engine& engine, const std::string& name);
+
+// The files that words name, or all of them if there are none. Throws as engineFile.
+[[nodiscard]] std::vector<std::string> filesOf(store::Engine& engine,
+                                               std::vector<std::string> words);
+
+} // namespace vorandine::dba

@@ -1,0 +1,120 @@
+// The table of commands, their help, and what becomes of errors.
+#include "apps/dba/Program.h"
+
+#include "apps/dba/Commands.h"
+#include "text/Error.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <ostream>
+
+namespace vorandine::dba {
+namespace {
+
+constexpr std::array Commands{
+    &createCommand, &filesCommand,  &getCommand,    &putCommand,       &deleteCommand,
+    &queryCommand,  &exportCommand, &importCommand, &importCsvCommand, &checkCommand,
+};
+
+constexpr std::size_t NameWidth = 12;
+constexpr std::size_t OptionWidth = 24;
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(text.size() + 1, width), ' ');
+    return text;
+}
+
+void printHelp(std::ostream& out) {
+    out << "Usage: vorandine-dba COMMAND ...\n\n"
+           "Works on a store: looks at its records, changes them, takes them out and in.\n\n"
+           "Commands:\n";
+    for (const Command* command : Commands)
+        out << "  " << padded(std::string(command->name), NameWidth) << command->summary << '\n';
+    out << "\nOptions:\n"
+           "  --help      show this text, or that of a command: vorandine-dba COMMAND --help\n"
+           "  --version   show the version\n"
+           "\nURL names a store: sqlite:PATH, or memory: for one that is gone with the program\n"
+           "(import into it to check files).\n"
+           "Exit status: 0 done; 1 something was found wrong, or there is no such record;\n"
+           "2 the command could not run.\n";
+}
+
+std::string synopsis(const Command& command) {
+    return "vorandine-dba " + std::string(command.name) +
+           (command.options.empty() ? " " : " [OPTION...] ") + std::string(command.words);
+}
+
+void printHelp(const Command& command, std::ostream& out) {
+    out << "Usage: " << synopsis(command) << "\n\n" << command.summary << ".\n";
+    if (!command.details.empty())
+        out << '\n' << command.details;
+    out << "\nOptions:\n";
+    for (const Option& option : command.options)
+        out << "  "
+            << padded(std::string(option.name) + ' ' + std::string(option.value), OptionWidth)
+            << option.help << '\n';
+    out << "  " << padded("--help", OptionWidth) << "show this text\n"
+        << "\nExamples:\n"
+        << command.examples;
+}
+
+const Command& find(const std::string& name) {
+    for (const Command* command : Commands)
+        if (command->name == name)
+            return *command;
+    throw UsageError("there is no command " + name);
+}
+
+bool asksForHelp(const Arguments& words) {
+    const auto end = std::find(words.begin(), words.end(), "--");
+    return std::find(words.begin(), end, "--help") != end;
+}
+
+int runWords(const Arguments& words, const Console& console) {
+    if (words.empty())
+        throw UsageError("a command is missing");
+    if (words.front() == "--help") {
+        printHelp(console.out);
+        return Done;
+    }
+    if (words.front() == "--version") {
+        console.out << "vorandine-dba " << VORANDINE_VERSION << '\n';
+        return Done;
+    }
+    const Command& command = find(words.front());
+    if (asksForHelp(words)) {
+        printHelp(command, console.out);
+        return Done;
+    }
+    try {
+        const CommandLine line({words.begin() + 1, words.end()}, command.options, command.least,
+                               command.most);
+        return command.run(line, console);
+    } catch (const UsageError& error) {
+        console.err << "vorandine-dba: " << error.what() << "\nUsage: " << synopsis(command)
+                    << "\nMore with: vorandine-dba " << command.name << " --help\n";
+        return CannotRun;
+    }
+}
+
+} // namespace
+
+int run(const Arguments& words, const Console& console) {
+    try {
+        const int status = runWords(words, console);
+        console.out.flush();
+        if (console.out)
+            return status;
+        console.err << "vorandine-dba: what was asked for could not be written to its end\n";
+    } catch (const UsageError& error) {
+        console.err << "vorandine-dba: " << error.what() << "; see vorandine-dba --help\n";
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        console.err << "vorandine-dba: " << error.what() << '\n';
+    }
+    return CannotRun;
+}
+
+} // namespace vorandine::dba

@@ -1,0 +1,50 @@
+// vorandine-dba put: stores one record.
+#include "apps/dba/Commands.h"
+#include "apps/dba/Opening.h"
+#include "apps/host/RecordJson.h"
+#include "store/Catalogue.h"
+
+#include <istream>
+#include <iterator>
+#include <ostream>
+
+namespace vorandine::dba {
+namespace {
+
+int put(const CommandLine& line, const Console& console) {
+    const Arguments& words = line.words();
+    const std::string& name = words[1];
+    const std::string& key = words[2];
+    const std::string json =
+        words[3] == "-" ? std::string(std::istreambuf_iterator<char>(console.in), {}) : words[3];
+    const auto engine = openStore(words.front());
+    static_cast<void>(engineFile(*engine, name));
+    const auto file = store::Store(engine).OpenFile(name);
+    data::DBARecord record = file->NewRecord(key);
+    host::fill(record, host::parseJson(json), [&](const std::string& attribute) {
+        return store::dictionaryAttribute(name, attribute).value_or(0);
+    });
+    record.DBWrite();
+    console.out << "stored " << name << ' ' << key << '\n';
+    return Done;
+}
+
+} // namespace
+
+constexpr Command putCommand{
+    "put",
+    "URL FILE KEY JSON",
+    4,
+    4,
+    "store one record, in place of the one that was there",
+    "JSON is an object from an attribute, by its number or by its name in FILE's dictionary, to a\n"
+    "string (one value) or an array of strings (several). Attributes that it does not name are\n"
+    "empty. - reads it from standard input.\n",
+    {},
+    "  vorandine-dba put sqlite:agence.vor ACTIVITES MEN '{\"1\":\"Ménage\"}'\n"
+    "  vorandine-dba put sqlite:agence.vor CONTRAT '00012*1' \\\n"
+    "      '{\"3\":\"PSD\",\"NomAideContrat\":\"Présence\",\"7\":\"20090706\"}'\n",
+    put,
+};
+
+} // namespace vorandine::dba

@@ -1,0 +1,23 @@
+// Rows of text in columns that line up in characters.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace vorandine::dba {
+
+class Table {
+  public:
+    explicit Table(std::vector<std::string> heads) : rows_{std::move(heads)} {}
+
+    // As many cells as there are heads.
+    void add(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+    // Two blanks between columns; no blanks at the end of a line.
+    void print(std::ostream& out) const;
+
+  private:
+    std::vector<std::vector<std::string>> rows_; // the heads first
+};
+
+} // namespace vorandine::dba

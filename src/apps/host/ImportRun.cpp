@@ -1,0 +1,37 @@
+// All lines are looked at even when one was wrong, so that a file can be mended in one go; the
+// transaction is given up at the end.
+#include "apps/host/ImportRun.h"
+
+namespace vorandine::host {
+namespace {
+
+// Ends a transaction whose lines were not all good.
+struct GivenUp {};
+
+} // namespace
+
+bool ImportRun::isOfTheLine(const Error& error) noexcept {
+    switch (error.number()) {
+    case errors::TextRefused:
+    case errors::KeyRefused:
+    case errors::FileUnknown:
+        return true;
+    default:
+        return false;
+    }
+}
+
+ImportResult ImportRun::run(const std::function<void()>& work) {
+    try {
+        store_.atomically([&] {
+            work();
+            if (result_.bad > 0 && badLines_ == BadLines::StoreNothing)
+                throw GivenUp();
+        });
+        result_.stored = true;
+    } catch (const GivenUp&) { // nothing is stored
+    }
+    return result_;
+}
+
+} // namespace vorandine::host
