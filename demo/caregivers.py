@@ -53,11 +53,19 @@ CAREGIVERS = (
 )
 
 # "file": False is a caregiver whose training file was never opened; "activities": these, or
-# False for none chosen yet; "employers": these, one contract each where "open"; "charged": how many
-# trainings in a hundred are tried against the D.I.F.
+# False for none chosen yet; "contracts": these, as employer's code, first and last day ("" while
+# open); "employers": these, one contract each where "open"; "charged": how many trainings in a
+# hundred are tried against the D.I.F.; "overdrawn": the employer who pays alone while it has a
+# contract, even beyond the balance.
 SHAPED = {
-    "00012": {"employers": ("PSD", "P0112"), "open": True,
-              "activities": ("LEV", "TOI", "HAB", "REP", "CRS", "COM"), "charged": 60},
+    # The tour shows her D.I.F.: households and associations, a branch, two contracts with one
+    # employer, a balance below zero, and a contract so young that it has no hours yet.
+    "00012": {"contracts": (("PSD", "2009-07-06", ""), ("P0112", "2010-10-04", ""),
+                            ("MDP004", "2011-02-01", "2015-08-31"),
+                            ("MDP004", "2016-01-04", "2017-12-29"),
+                            ("P0140", "2018-09-03", "2019-06-28"), ("ADC", "2026-03-02", "")),
+              "activities": ("LEV", "TOI", "HAB", "REP", "CRS", "COM"), "charged": 80,
+              "overdrawn": "P0140"},
     "00058": {"employers": ("MDP", "SFR", "P0133", "P0163")},
     "00105": {"activities": False},
     "00172": {"employers": ("ADC", "P0104")},

@@ -43,10 +43,13 @@ def caregiver(key):
     return key.split("*")[0]
 
 
-def employer(contract):
+def association(code):
     """A code of 6 characters is a branch of the association of its first 3."""
-    code = value(contract, 3)
     return code[:3] if len(code) == 6 else code
+
+
+def employer(contract):
+    return association(value(contract, 3))
 
 
 class Checker:
@@ -160,7 +163,7 @@ class Checker:
                 self.expect(before <= date, *where, "out of order")
                 self.expect((rights == "") == (hours != "") == (training != ""), *where,
                             "is neither rights nor hours")
-                self.expect(after == str(balance) and balance >= 0, *where, "balance")
+                self.expect(after == str(balance), *where, "balance")
                 if training:
                     charged.add((who[0], date, training))
                     self.expect(any(start <= date <= (end or date) for _, end, start in contracts),
@@ -170,6 +173,19 @@ class Checker:
                   for line in self.trainings(key, record) if line[4] == "1"}
         for only in sorted(charged ^ marked):
             self.complain(" ".join((*only, "is charged or marked, but not both")))
+
+    def tour(self):
+        """What the guided tour and the guide show of one caregiver."""
+        who = "00012"
+        ledgers = {key[5:]: record for key, record in self.of("DIFAIDANT") if key[:5] == who}
+        employers = [code for caregiver, code in self.by_employer if caregiver == who]
+        self.expect({len(code) == 3 for code in employers} == {True, False},
+                    who, "has not both kinds of employers")
+        self.expect(set(employers) - set(ledgers), who, "has a ledger with each employer")
+        self.expect(any(values(record, 4)[-1][0] == "-" for record in ledgers.values()),
+                    who, "has no balance below zero")
+        self.expect(sum(len(values(record, 1)) for record in ledgers.values()) >= 6,
+                    who, "has too few lines of D.I.F.")
 
     def pay(self):
         for key, record in self.of("DETAILCALCUL"):
@@ -187,6 +203,6 @@ def problems(folder, names):
     found = []
     checker = Checker(read(folder, names, found.append), found.append)
     for subject in (checker.codes, checker.dossiers, checker.contracts, checker.ledgers,
-                    checker.pay):
+                    checker.tour, checker.pay):
         subject()
     return found

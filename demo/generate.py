@@ -82,6 +82,9 @@ def stored(day):
     return day.strftime("%Y%m%d") if day else ""
 
 
+day_of = datetime.date.fromisoformat
+
+
 def working_day(draw, first, last):
     """A day of the week between the two; None if there is none."""
     span = (last - first).days
@@ -136,6 +139,15 @@ class Caregiver:
         return some + self.draw.sample(self.tables.households, self.draw.pick((0, 1, 1, 2, 3)))
 
     def make_contracts(self):
+        if "contracts" in self.shape:
+            for code, start, end in self.shape["contracts"]:
+                self.contracts.append(Contract(consistency.association(code), code, day_of(start),
+                                               day_of(end) if end else None))
+        else:
+            self.draw_contracts()
+        self.contracts.sort(key=lambda contract: (contract.start, contract.stored_code))
+
+    def draw_contracts(self):
         for code in self.employers():
             open_ended = self.shape.get("open", False)
             # A code of 6 characters names a branch of the association.
@@ -155,7 +167,6 @@ class Caregiver:
                 # Signed and never begun: it counts for nothing.
                 self.contracts.append(
                     Contract(code, full, self.start, self.start + datetime.timedelta(60), True))
-        self.contracts.sort(key=lambda contract: (contract.start, contract.stored_code))
 
     def make_trainings(self):
         seen = set()
@@ -216,6 +227,10 @@ class Caregiver:
         payers = [c.code for c in self.contracts
                   if c.covers(day) and self.balance(c.code) >= max(training[2], 1)]
         payers = list(dict.fromkeys(payers))
+        overdrawn = self.shape.get("overdrawn")
+        if overdrawn in self.ledgers and any(
+                c.code == overdrawn and c.covers(day) for c in self.contracts):
+            payers = [overdrawn]
         if not payers or training[2] == 0:
             return
         payers = payers[:2] if self.draw.chance(40) else payers[:1]
