@@ -70,7 +70,8 @@ class Desktop : public testing::Test {
                                         qt::buttonFor(box, answer)->click();
                                     },
                                 .modalShown = {},
-                                .menuShown = {}});
+                                .menuShown = {},
+                                .helpShown = {}});
         list = std::make_unique<MainWindow>(*session, settings);
         list->show();
         list->activateWindow();
@@ -237,6 +238,35 @@ TEST_F(Desktop, AFileThatCannotBeOpenedLeavesTheListUsable) {
     put("TABLES", "QUALIF", "");
     list->open({"00012", "DURAND Marie"});
     EXPECT_EQ(situation("00012"), "Ouvert");
+}
+
+TEST_F(Desktop, HelpStandsBesideTheFilesAndGoesWithTheProgram) {
+    show();
+    list->open({"00012", "DURAND Marie"});
+    list->open({"00105", ""});
+    const auto helps = [] {
+        int shown = 0;
+        for (const QWidget* const widget : QApplication::topLevelWidgets())
+            shown += widget->objectName() == "aide" && widget->isVisible() ? 1 : 0;
+        return shown;
+    };
+    for (const char* const code : {"00012", "00105"}) {
+        qt::FormWindow& window = file(code);
+        window.gesture([&] { return widgets::rightClick(*window.form().find("Ong_Vorandine")); });
+        session->world().openMenu()->actions().at(0)->trigger();
+        EXPECT_EQ(helps(), 1) << code;
+    }
+    change(file("00012"));
+    press(file("00012"), "Cmd_OK");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return situation("00012") != "Ouvert"; }));
+    EXPECT_TRUE(situation("00012").starts_with("Enregistré à ")) << situation("00012");
+    EXPECT_EQ(helps(), 1);
+    int ends = 0;
+    QObject::connect(list.get(), &MainWindow::closed, list.get(), [&] { ++ends; });
+    EXPECT_TRUE(list->close());
+    EXPECT_EQ(ends, 1);
+    TearDown();
+    EXPECT_EQ(helps(), 0);
 }
 
 TEST_F(Desktop, SizesAreRememberedBetweenRuns) {

@@ -3,6 +3,7 @@
 
 #include "frontends/qt/ErrorDialog.h"
 
+#include <QApplication>
 #include <QMetaObject>
 #include <QScreen>
 #include <QTime>
@@ -53,15 +54,19 @@ bool CaregiverWindow::close() {
 }
 
 void CaregiverWindow::report(const Error& error) {
-    // The handler that failed is still on its way out: a dialog now would run inside it.
-    QMetaObject::invokeMethod(
-        this, [this, error] { qt::showError(window_.get(), error); }, Qt::QueuedConnection);
+    // The handler that failed is still on its way out: a dialog now would run inside it. A modal
+    // form that stays open has the dialog over it.
+    const auto show = [this, error] {
+        QWidget* const modal = QApplication::activeModalWidget();
+        qt::showError(modal != nullptr ? modal : window_.get(), error);
+    };
+    QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
 Situation CaregiverWindow::outcome() {
     const QString time = QTime::currentTime().toString("HH:mm");
     try {
-        if (session_.caregivers().trainingFile(caregiver_.code) != before_)
+        if (session_.caregivers().content(caregiver_.code) != before_)
             return {"Enregistré à " + time, {}};
     } catch (const Error& error) {
         return {"Fermé à " + time + ", état inconnu",
@@ -74,7 +79,7 @@ Situation CaregiverWindow::outcome() {
 
 std::optional<std::string> CaregiverWindow::stored() {
     try {
-        return session_.caregivers().trainingFile(caregiver_.code);
+        return session_.caregivers().content(caregiver_.code);
     } catch (const Error&) {
         // The control meets the same error and shows a new file; the store then refuses to write.
         return std::nullopt;

@@ -9,12 +9,13 @@ namespace vorandine::desktop {
 
 Session::Session(std::shared_ptr<store::Store> store, std::string url, host::User user)
     : store_(std::move(store)), url_(std::move(url)), user_(std::move(user)), caregivers_(store_),
-      dates_([this] { return world_.today(); }),
+      dates_([this] { return world_.today(); }), help_(world_),
       rights_(std::make_shared<components::Rights>(components::storedRights(store_, user_.login))) {
+    store_->changes().user(user_.login);
 }
 
 host::HostObjects Session::objects() {
-    return {world_, dates_, std::make_shared<data::DBAClient>(), store_, rights_};
+    return {world_, dates_, help_, std::make_shared<data::DBAClient>(), store_, rights_};
 }
 
 bool Session::mayWrite() {

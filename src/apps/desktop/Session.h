@@ -4,6 +4,7 @@
 #include "apps/host/CaregiverForm.h"
 #include "apps/host/Caregivers.h"
 #include "components/DateConverter.h"
+#include "components/Help.h"
 #include "frontends/qt/QtWorld.h"
 #include "store/Store.h"
 
@@ -36,6 +37,7 @@ class Session {
     host::Caregivers caregivers_;
     qt::QtWorld world_;
     components::DateConverter dates_;
+    components::Help help_;
     std::shared_ptr<data::DroitsUtilisateur> rights_;
 };
 

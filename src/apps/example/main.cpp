@@ -1,6 +1,8 @@
 // How a host embeds the control: a store, rights, dates and a form are all it needs. Here nobody
 // sits at the screen, so the program does what a user would and prints what he would see.
 #include "components/DateConverter.h"
+#include "components/Help.h"
+#include "components/Parameters.h"
 #include "components/Rights.h"
 #include "control/Ctr_Vorandine.h"
 #include "frontends/headless/HeadlessWorld.h"
@@ -29,11 +31,12 @@ void run() {
     for (const char* const table : {"DIPLOMES", "FORMPRO", "QUALIF"})
         database->OpenFile("TABLES")->NewRecord(table).DBWrite();
 
-    // World and dates must outlive the control, which takes itself off the form when it goes.
+    // World, dates and help must outlive the control, which takes itself off the form when it goes.
     headless::HeadlessWorld world;
     components::DateConverter dates([&world] { return world.today(); });
+    components::Help help(world);
     widgets::Form form;
-    control::Ctr_Vorandine control(world, dates);
+    control::Ctr_Vorandine control(world, dates, help, components::makeParameters);
     form.add(control);
     form.Failed = [](const Error& error) { std::cerr << error.what() << '\n'; };
 
