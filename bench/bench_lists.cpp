@@ -3,6 +3,7 @@
 // process and take turns; what is painted goes to memory (offscreen platform, unless another one is
 // chosen). Fails beyond the limits printed.
 #include "components/DateConverter.h"
+#include "components/Help.h"
 #include "data/DBARecord.h"
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/QtWorld.h"
@@ -47,6 +48,7 @@ struct Office {
     control_test::Desk desk;
     qt::QtWorld world{[] { return widgets::Date{2006, 6, 15}; }};
     components::DateConverter dates{[this] { return world.today(); }};
+    components::Help help{world};
     std::shared_ptr<store::Store> store = std::make_shared<store::Store>(desk.engine);
     std::shared_ptr<components::Rights> rights = std::make_shared<components::Rights>(
         [](const std::string& /*key*/) { return components::ModuleRights{}; });
@@ -141,8 +143,8 @@ class Shown {
 class Ours : public Shown {
   public:
     Ours(Office& office, const std::string& code)
-        : form_({office.world, office.dates, std::make_shared<data::DBAClient>(), office.store,
-                 office.rights},
+        : form_({office.world, office.dates, office.help, std::make_shared<data::DBAClient>(),
+                 office.store, office.rights},
                 code, "DURAND Marie", [](const Error& error) { throw error; }),
           window_(form_.form(), office.world) {
         show();
