@@ -218,6 +218,8 @@ TEST_F(QtLooks, ANoticeIsReadWholeAndLeavesNothingBehind) {
 
 TEST_F(QtLooks, ClosedFieldsAreReadInLightAndDark) {
     open(1);
+    at<widgets::TextBox>("Txt_DatFormAidant").Text("12/03/2004"); // which is closed
+    window->sync();
     const QPalette before = QApplication::palette();
     QPalette dark(QColor(49, 54, 59));
     dark.setColor(QPalette::Disabled, QPalette::Text, QColor(70, 70, 70));

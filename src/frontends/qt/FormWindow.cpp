@@ -64,7 +64,6 @@ FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
     scale_ = Scale(suitableZoom(), logicalDpiX());
     // What is made below has the font from the start, and never asks for the one of the platform.
     setFont(scale_.font(false));
-    setPalette(withLegibleClosedText(QApplication::palette()));
     waiting_.emplace_back(&form, this);
     buildShown();
     connect(qApp, &QApplication::focusChanged, this,
@@ -149,11 +148,29 @@ void FormWindow::sync() {
             for (std::size_t i = before; i < views_.size(); ++i)
                 views_[i]->layOut(scale_);
         }
+        makeClosedTextLegible();
         for (const auto& view : views_)
             view->sync();
         syncFocus();
     }
     finish();
+}
+
+// Each widget of a window takes over its palette, which takes time: not before there is anything
+// that needs it.
+void FormWindow::makeClosedTextLegible() {
+    if (closedText_)
+        return;
+    form_.visit([this](const widgets::Control& control) {
+        if (control.Enabled())
+            return;
+        if (const auto* const list = dynamic_cast<const widgets::ListBox*>(&control))
+            closedText_ = closedText_ || list->ListCount() > 0;
+        else if (const auto* const field = dynamic_cast<const widgets::TextField*>(&control))
+            closedText_ = closedText_ || !field->empty();
+    });
+    if (closedText_)
+        setPalette(withLegibleClosedText(QApplication::palette()));
 }
 
 void FormWindow::syncFocus() {
@@ -273,7 +290,7 @@ void FormWindow::showEvent(QShowEvent* event) {
 
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange)
+    if (closedText_ && event->type() == QEvent::ApplicationPaletteChange)
         setPalette(withLegibleClosedText(QApplication::palette()));
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         sync();

@@ -80,6 +80,7 @@ class FormWindow : public QWidget {
     void build(widgets::Control& control, QWidget& ground);
     void buildShown();
     void layOut();
+    void makeClosedTextLegible();
     void syncFocus();
     void focusMovedTo(QWidget* now);
     void finish();
@@ -97,8 +98,9 @@ class FormWindow : public QWidget {
     // for one tab.
     std::vector<std::pair<widgets::Control*, QWidget*>> waiting_;
     std::optional<widgets::Outcome> outcome_;
-    QSize laidOut_;    // the size of the window at that time
-    int handlers_ = 0; // gestures under way
+    QSize laidOut_;           // the size of the window at that time
+    int handlers_ = 0;        // gestures under way
+    bool closedText_ = false; // something closed shows text, or did
     bool syncing_ = false;
     bool told_ = false; // that the form was unloaded
 };
