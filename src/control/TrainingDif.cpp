@@ -2,6 +2,7 @@
 #include "control/TrainingDif.h"
 
 #include "dif/Frm_DIF.h"
+#include "dif/Hours.h"
 #include "rules/LongTask.h"
 #include "rules/ModalForm.h"
 #include "rules/Numbers.h"
@@ -15,17 +16,17 @@ constexpr std::size_t CodeLength = 3;
 constexpr std::int16_t WholeDigits = 4;
 constexpr std::int16_t Decimals = 2;
 
-// "" where nobody gives anything back.
-std::string told(const std::string& beginning, const dif::TakenOut& taken) {
+// "" where nobody gives anything back and nothing failed; `failed` tells what did.
+std::string told(const dif::TakenOut& taken, const char* failed) {
     std::string text;
     for (const dif::GivenBack& given : taken.given)
-        text += (text.empty() ? beginning : ", ") + given.employer + " (" +
-                given.hours.toDecimal().toText(Decimals) + " h)";
-    return text.empty() ? text : text + ".";
-}
-
-void add(std::string& text, const std::string& sentence) {
-    text += (text.empty() ? "" : " ") + sentence;
+        text += (text.empty() ? "Heures rendues au D.I.F. : " : ", ") + given.employer + " (" +
+                dif::plainHours(given.hours) + " h)";
+    if (!text.empty())
+        text += ".";
+    if (taken.outcome != dif::Stored::Done)
+        text += (text.empty() ? "" : " ") + std::string(failed);
+    return text;
 }
 
 } // namespace
@@ -64,26 +65,19 @@ std::string TrainingDif::codeOfSelected() const {
 }
 
 std::string TrainingDif::wouldGiveBack() {
-    const dif::TakenOut taken =
-        ledgers_.wouldTakeOut(s_.Etq_CodeAidant.Caption(), codeOfSelected(),
-                              Conv_Date_.Date_Stockee(s_.Txt_DatFormAidant.Text()));
-    std::string text = told("Heures rendues au D.I.F. : ", taken);
-    if (taken.outcome != dif::Stored::Done)
-        add(text, "Des heures de D.I.F. n'ont pas pu être lues.");
-    return text;
+    return told(ledgers_.wouldTakeOut(s_.Etq_CodeAidant.Caption(), codeOfSelected(),
+                                      Conv_Date_.Date_Stockee(s_.Txt_DatFormAidant.Text())),
+                "Des heures de D.I.F. n'ont pas pu être lues.");
 }
 
 std::string TrainingDif::Recherche_DifAidant() {
     const std::string date = s_.Txt_DatFormAidant.Text();
     const dif::TakenOut taken = ledgers_.takeOut(s_.Etq_CodeAidant.Caption(), codeOfSelected(),
                                                  Conv_Date_.Date_Stockee(date));
-    std::string text = told("Heures rendues au D.I.F. : ", taken);
-    if (taken.outcome != dif::Stored::Done) {
+    if (taken.outcome != dif::Stored::Done)
         notice_.tell(taken.outcome,
                      "Heures de la formation du " + date + " à retirer des lignes de détail.");
-        add(text, "Des heures n'ont pas pu être rendues : voyez l'onglet D.I.F.");
-    }
-    return text;
+    return told(taken, "Des heures n'ont pas pu être rendues : voyez l'onglet D.I.F.");
 }
 
 } // namespace vorandine::control

@@ -2,13 +2,12 @@
 #include "dif/DetailArea.h"
 
 #include "dif/Columns.h"
+#include "dif/Hours.h"
 #include "rules/FieldRules.h"
 #include "rules/LongTask.h"
 #include "rules/Messages.h"
-#include "rules/Numbers.h"
 #include "rules/StatementByStatement.h"
 #include "text/Characters.h"
-#include "text/Error.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -18,14 +17,11 @@
 namespace vorandine::dif {
 namespace {
 
-constexpr std::int16_t WholeDigits = 7;
-constexpr std::int16_t Decimals = 2;
-
 // What is no number was stored so, in the field that is not the user's to change, or has not been
 // touched: it stays.
 std::string inFixedForm(const std::string& figure) {
     const std::optional<text::Decimal> value = text::Decimal::parse(figure);
-    return value ? rules::Format_Numerique(*value, WholeDigits, Decimals, false) : figure;
+    return value ? figureText(*value) : figure;
 }
 
 bool isBlank(const std::string& text) {
@@ -92,6 +88,10 @@ void DetailArea::set(State state) {
     w_.Cmd_OkDif.Enabled(!employerOpen);
     w_.Cmd_AnnuleDif.Enabled(!employerOpen);
     w_.Cmd_CalculDif.Enabled(employerOpen);
+    if (!employerOpen) {
+        e_.Lst_DifEmpl.Enabled(false);
+        with_.lock.openWaysOut(false);
+    }
 }
 
 void DetailArea::Lst_DifEmpl_DblClick() {
@@ -119,14 +119,13 @@ void DetailArea::showLedger() {
         with_.notice.ofDetail(why);
     };
     data::Variables& v = with_.variables;
+    bool found = false;
     rules::StatementByStatement tries;
-    if (!tries([&] { v.Rec_DIFAIDANT = v.F_DIFAIDANT->ReadRecord(key); })) {
-        if (tries.number() != errors::RecordMissing)
-            keep("Le détail n'a pas pu être lu. Double-cliquez à nouveau sur l'employeur.");
+    if (!tries([&] { found = readLedger(v, key); }))
+        keep("Le détail n'a pas pu être lu. Double-cliquez à nouveau sur l'employeur.");
+    if (!found)
         return;
-    }
     const data::DBARecord& record = v.Rec_DIFAIDANT;
-    v.Dif_Attribut6 = record(attribute::Carried);
     const int lines = record.DCount(attribute::Date);
     if (lines > widgets::MaxLines)
         keep("Le détail compte " + std::to_string(lines) +
@@ -151,15 +150,11 @@ void DetailArea::Lst_DetailDif_DblClick() {
     w_.Txt_HreDif.Text(pieces.hours);
     w_.Txt_SoldeDif.Text(pieces.balance);
     set(State::Modifying);
-    e_.Lst_DifEmpl.Enabled(false);
-    with_.lock.openWaysOut(false);
 }
 
 void DetailArea::Cmd_AjoutDif_Click() {
     W_CreationDif_ = 1;
     set(State::Creating);
-    e_.Lst_DifEmpl.Enabled(false);
-    with_.lock.openWaysOut(false);
 }
 
 void DetailArea::Effacer_Donnees_Dif() {
@@ -237,11 +232,11 @@ void DetailArea::Cmd_AnnuleDif_Click() {
 }
 
 void DetailArea::finish(const std::string& lost) {
-    W_LigneEmpl_ = static_cast<std::int16_t>(e_.Lst_DifEmpl.ListIndex());
-    const std::string employer = e_.Lst_CodeEmplDif.List(W_LigneEmpl_);
+    int W_LigneEmpl = e_.Lst_DifEmpl.ListIndex();
+    const std::string employer = e_.Lst_CodeEmplDif.List(W_LigneEmpl);
     Effacer_Donnees_Dif();
-    const auto reopen = [this] {
-        e_.Lst_DifEmpl.ListIndex(W_LigneEmpl_);
+    const auto reopen = [&] {
+        e_.Lst_DifEmpl.ListIndex(W_LigneEmpl);
         Lst_DifEmpl_DblClick();
     };
     try {
@@ -259,19 +254,19 @@ void DetailArea::finish(const std::string& lost) {
         throw;
     }
     // Contracts that came or went meanwhile have moved the line.
-    if (e_.Lst_CodeEmplDif.List(W_LigneEmpl_) != employer)
-        W_LigneEmpl_ = lineOf(employer);
-    if (W_LigneEmpl_ == -1)
+    if (e_.Lst_CodeEmplDif.List(W_LigneEmpl) != employer)
+        W_LigneEmpl = lineOf(employer);
+    if (W_LigneEmpl == -1)
         close();
     else
         reopen();
 }
 
 // The first line of an employer in the list; -1 if it has none.
-std::int16_t DetailArea::lineOf(const std::string& employer) const {
+int DetailArea::lineOf(const std::string& employer) const {
     for (int line = 0; line < e_.Lst_CodeEmplDif.ListCount(); ++line)
         if (e_.Lst_CodeEmplDif.List(line) == employer)
-            return static_cast<std::int16_t>(line);
+            return line;
     return -1;
 }
 
@@ -300,8 +295,7 @@ void DetailArea::Calcul_MV_Dif() {
     for (int i = 0; i < count; ++i) {
         lines.push_back(DetailLine::withBalance(
             w_.Lst_DetailDif.List(i),
-            rules::Format_Numerique(ledger[static_cast<std::size_t>(i)].balance.toDecimal(),
-                                    WholeDigits, Decimals, false)));
+            figureText(ledger[static_cast<std::size_t>(i)].balance.toDecimal())));
         DetailLine::requireInColumns(lines.back());
     }
     for (int i = 0; i < count; ++i)

@@ -90,7 +90,6 @@ class DetailArea {
     DetailCollaborators with_;
     std::int16_t W_CreationDif_ = 0; // 1 while a new line is being typed
     std::int16_t W_PlaceDif_ = 0;
-    std::int16_t W_LigneEmpl_ = -1;
     // The key of the ledger whose lines are shown; "" if they could not be: nothing is stored then.
     std::string W_CleDif_;
 
@@ -109,7 +108,7 @@ class DetailArea {
     // again if it could not be stored.
     void finish(const std::string& lost);
     Stored store();
-    [[nodiscard]] std::int16_t lineOf(const std::string& employer) const;
+    [[nodiscard]] int lineOf(const std::string& employer) const;
 };
 
 } // namespace vorandine::dif

@@ -1,6 +1,7 @@
 // The request on the contracts, their grouping, and the summary line.
 #include "dif/Employers.h"
 
+#include "dif/Hours.h"
 #include "dif/LedgerRecord.h"
 #include "rules/LongTask.h"
 #include "rules/Numbers.h"
@@ -20,16 +21,18 @@ constexpr std::size_t LongCodeLength = 6;
 // Contracts that ended before have no training rights.
 constexpr const char* FirstDay = "01/05/2005";
 
-constexpr int Hundredths = 2;
-
 std::string total(text::Fixed4 hundredths) {
     constexpr std::int16_t WholeDigits = 8;
     constexpr std::int16_t Decimals = 2;
-    return rules::Format_Numerique(hundredths.toDecimal().shifted(-Hundredths), WholeDigits,
+    return rules::Format_Numerique(hundredths.toDecimal().shifted(-HundredthsPlaces), WholeDigits,
                                    Decimals, false);
 }
 
 } // namespace
+
+bool isAssociation(std::string_view code) {
+    return text::Len(code) == AssociationLength;
+}
 
 std::string employerCode(const std::string& stored) {
     return text::Len(stored) == LongCodeLength ? text::Left(stored, AssociationLength) : stored;
@@ -39,7 +42,7 @@ std::string employerName(data::Variables& variables, const std::string& code) {
     std::string name;
     rules::StatementByStatement tries;
     tries([&] {
-        if (text::Len(code) == AssociationLength) {
+        if (isAssociation(code)) {
             variables.Rec_ASSOCIATION = variables.F_ASSOCIATION->ReadRecord(code);
             name = std::as_const(variables.Rec_ASSOCIATION)(1);
         } else {
@@ -109,20 +112,17 @@ void Employers::Remplir_Liste_Dif(const std::string& W_Empl, const std::string& 
                                   const std::string& W_Cont) {
     const std::string key = w_.Etq_CodeAidant.Caption() + W_Empl;
     rules::StatementByStatement tries;
-    const bool found = tries([&] { v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->ReadRecord(key); });
-    const bool unread = !found && tries.number() != errors::RecordMissing;
+    bool found = false;
+    const bool read = tries([&] { found = readLedger(v_, key); });
     SummaryLine line;
     line.employer = employerName(v_, W_Empl);
     if (W_Date != OpenContract)
         tries([&] { line.end = Conv_Date_.Date_Affichee(W_Date); });
-    if (found) {
-        v_.Dif_Attribut6 = std::as_const(v_.Rec_DIFAIDANT)(attribute::Carried);
+    if (found)
         sums(line);
-    } else {
-        // The record in hand must not stay another employer's.
+    else
         v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
-    }
-    if (unread)
+    if (!read)
         notice_.ofEmployers("Des heures n'ont pas pu être lues : les employeurs sans nombres. "
                             "Revenez sur l'onglet pour réessayer.");
     tries([&] {

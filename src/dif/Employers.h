@@ -12,6 +12,7 @@
 #include "widgets/World.h"
 
 #include <string>
+#include <string_view>
 
 namespace vorandine::dif {
 
@@ -21,6 +22,9 @@ struct EmployerWidgets {
     widgets::ListBox& Lst_CodeEmplDif; // the employer's code
     widgets::ListBox& Lst_ContratDif;  // the key of one of its contracts
 };
+
+// Whether the code is an association's: 3 characters. Any other one is a private employer's.
+[[nodiscard]] bool isAssociation(std::string_view code);
 
 // A code of 6 characters is an association's with something behind it: its first 3 count.
 [[nodiscard]] std::string employerCode(const std::string& stored);

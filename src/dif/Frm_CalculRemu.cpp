@@ -36,11 +36,10 @@ int monthOf(const std::string& period) {
 } // namespace
 
 Frm_CalculRemu::Frm_CalculRemu(data::Variables& variables, widgets::World& world)
-    : v_(variables), world_(world) {
+    : ButtonClosedForm("CALCULREMU"), v_(variables), world_(world) {
     furnish();
     Cmd_OK.Click = [this] { Cmd_OK_Click(); };
-    Cmd_Retour.Click = [this] { Cmd_Retour_Click(); };
-    QueryUnload = [this](bool& cancel) { cancel = !W_Fermer_; };
+    Cmd_Retour.Click = [this] { end(); };
 }
 
 void Frm_CalculRemu::furnish() {
@@ -65,13 +64,7 @@ void Frm_CalculRemu::furnish() {
     Cmd_Retour.cancelRank(4);
 }
 
-void Frm_CalculRemu::DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights) {
-    droitsUtilisateur_ = rights;
-    droitsModule_ = rights->Droits("CALCULREMU");
-}
-
 void Frm_CalculRemu::Init() {
-    W_Fermer_ = false;
     Txt_Resultat.Text("");
     if (W_PeriodeCloture.empty()) {
         for (widgets::Control* const control :
@@ -131,11 +124,6 @@ void Frm_CalculRemu::Cmd_OK_Click() {
         return;
     }
     Txt_Resultat.Text(text::Trim(rules::Format_Numerique(*pay, WholeDigits, Decimals, false)));
-}
-
-void Frm_CalculRemu::Cmd_Retour_Click() {
-    W_Fermer_ = true;
-    Unload();
 }
 
 void runCalculRemu(const std::string& caregiver, const std::string& employer,

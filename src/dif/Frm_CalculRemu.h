@@ -5,7 +5,7 @@
 
 #include "data/Rights.h"
 #include "data/Variables.h"
-#include "widgets/Form.h"
+#include "dif/ButtonClosedForm.h"
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
 #include "widgets/World.h"
@@ -16,7 +16,7 @@
 namespace vorandine::dif {
 
 // Set the inputs, call Init, run the form modally. All that is handed over must outlive the form.
-class Frm_CalculRemu : public widgets::Form {
+class Frm_CalculRemu : public ButtonClosedForm {
   public:
     Frm_CalculRemu(data::Variables& variables, widgets::World& world);
     Frm_CalculRemu(const Frm_CalculRemu&) = delete;
@@ -26,16 +26,12 @@ class Frm_CalculRemu : public widgets::Form {
     std::string W_PeriodeCloture; // yyyymm, or "": then nothing can be computed
     std::string W_Empl;
     std::string W_Aidant;
-    void DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights);
 
     void Init();
 
   private:
     data::Variables& v_;
     widgets::World& world_;
-    std::shared_ptr<data::DroitsUtilisateur> droitsUtilisateur_;
-    std::shared_ptr<data::DroitsModule> droitsModule_;
-    bool W_Fermer_ = false;
 
     widgets::Label Label1;
     widgets::ComboBox Cbo_Mois;
@@ -48,7 +44,6 @@ class Frm_CalculRemu : public widgets::Form {
     void furnish();
     void Remplir_Annee();
     void Cmd_OK_Click();
-    void Cmd_Retour_Click();
     [[nodiscard]] data::DBARecord rows();
 };
 

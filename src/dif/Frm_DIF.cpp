@@ -3,6 +3,7 @@
 
 #include "dif/Columns.h"
 #include "dif/Employers.h"
+#include "dif/Hours.h"
 #include "rules/Messages.h"
 #include "rules/Numbers.h"
 #include "rules/StatementByStatement.h"
@@ -20,17 +21,10 @@ namespace {
 using text::Decimal;
 using text::Fixed4;
 
-constexpr int Hundredths = 2;
 constexpr std::int16_t Decimals = 2;
-constexpr std::int16_t BalanceDigits = 7;
 constexpr std::int16_t ChargeDigits = 10;
 // A ledger's columns hold no more: a longer number would shut the ledger for good.
 constexpr std::size_t MostDigits = 7;
-
-Fixed4 number(const std::string& shown) {
-    const std::optional<Decimal> value = Decimal::parse(shown);
-    return value ? Fixed4(*value) : Fixed4();
-}
 
 // The hours typed, as they will be stored: a thousandth of an hour is none. Nothing for a text that
 // is no number.
@@ -50,12 +44,8 @@ const char* refusal(const std::optional<Decimal>& hours) {
     return nullptr;
 }
 
-std::string inHours(Fixed4 hours) {
-    return hours.toDecimal().toText(Decimals);
-}
-
 std::string named(const std::string& employer, Fixed4 hours) {
-    return employer + " (" + inHours(hours) + ")";
+    return employer + " (" + plainHours(hours) + ")";
 }
 
 void enumerate(std::string& list, const std::string& item) {
@@ -65,14 +55,13 @@ void enumerate(std::string& list, const std::string& item) {
 } // namespace
 
 Frm_DIF::Frm_DIF(data::Variables& variables, Ledgers& ledgers, widgets::World& world)
-    : v_(variables), ledgers_(ledgers), world_(world) {
+    : ButtonClosedForm("FORMDIF"), v_(variables), ledgers_(ledgers), world_(world) {
     furnish();
     Lst_Dif.DblClick = [this] { Lst_Dif_DblClick(); };
     Txt_Conso.Change = [this] { tellShare(); };
     Cmd_OKDif.Click = [this] { Cmd_OkDif_Click(); };
     Cmd_AnnuleDif.Click = [this] { closeLine(); };
     Cmd_RetourDif.Click = [this] { Cmd_RetourDif_Click(); };
-    QueryUnload = [this](bool& cancel) { cancel = !W_Fermer_; };
 }
 
 void Frm_DIF::furnish() {
@@ -107,13 +96,7 @@ void Frm_DIF::furnish() {
     Cmd_RetourDif.cancelRank(3);
 }
 
-void Frm_DIF::DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights) {
-    droitsUtilisateur_ = rights;
-    droitsModule_ = rights->Droits("FORMDIF");
-}
-
 void Frm_DIF::Init() {
-    W_Fermer_ = false;
     Remplir_Liste();
     Cmd_AnnuleDif.Enabled(false);
     tellShare();
@@ -140,16 +123,14 @@ void Frm_DIF::Remplir_Liste() {
 // charged nothing: reading or showing it throws, or there is nothing to show.
 void Frm_DIF::addEmployer(const std::string& stored) {
     const std::string code = employerCode(stored);
-    v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->ReadRecord(Etq_CodeDif.Caption() + code);
+    readLedger(v_, Etq_CodeDif.Caption() + code);
     const data::DBARecord& ledger = v_.Rec_DIFAIDANT;
-    v_.Dif_Attribut6 = ledger(attribute::Carried);
     const std::string balance = ledger(attribute::Balance, ledger.DCount(attribute::Balance));
     if (balance.empty())
         return;
     Lst_Dif.AddItem(
         ChargeLine::head(employerNameOrCode(v_, code),
-                         rules::Format_Numerique(Decimal::require(balance).shifted(-Hundredths),
-                                                 BalanceDigits, Decimals, false)));
+                         figureText(Decimal::require(balance).shifted(-HundredthsPlaces))));
     Lst_CodeEmpl.AddItem(code);
 }
 
@@ -209,7 +190,7 @@ void Frm_DIF::Cmd_OkDif_Click() {
     Test_Zero();
     if (W_TotalConso_ != Fixed4() && !MAJ())
         return;
-    end();
+    endWithAnswer();
 }
 
 void Frm_DIF::Cmd_RetourDif_Click() {
@@ -224,19 +205,18 @@ void Frm_DIF::Cmd_RetourDif_Click() {
         if (answer == widgets::Answer::Yes && !MAJ())
             return;
     }
-    end();
+    endWithAnswer();
 }
 
-void Frm_DIF::end() {
+void Frm_DIF::endWithAnswer() {
     v_.W_DifRetenu = stored_ == Fixed4() ? "NON" : "OUI";
-    W_Fermer_ = true;
-    Unload();
+    end();
 }
 
 void Frm_DIF::Test_Zero() {
     W_TotalConso_ = Fixed4();
     for (int i = 0; i < Lst_Dif.ListCount(); ++i)
-        W_TotalConso_ += number(ChargeLine::parse(Lst_Dif.List(i)).hours);
+        W_TotalConso_ += hoursOr0(ChargeLine::parse(Lst_Dif.List(i)).hours);
 }
 
 bool Frm_DIF::MAJ() {
@@ -246,7 +226,7 @@ bool Frm_DIF::MAJ() {
         const ChargeLine line = ChargeLine::parse(Lst_Dif.List(i));
         if (line.hours.empty())
             continue;
-        const Fixed4 hours = number(line.hours);
+        const Fixed4 hours = hoursOr0(line.hours);
         if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), W_DateFormation, hours,
                             W_CodeForm) != Stored::Done) {
             enumerate(left, named(line.employer, hours));
@@ -275,10 +255,8 @@ void Frm_DIF::takeOff(int line, Fixed4 hours) {
             continue;
         tries([&] {
             const std::string shown = Lst_Dif.List(i);
-            const Fixed4 balance = number(ChargeLine::parse(shown).balance) - hours;
-            Lst_Dif.List(i, ChargeLine::withBalance(
-                                shown, rules::Format_Numerique(balance.toDecimal(), BalanceDigits,
-                                                               Decimals, false)));
+            const Fixed4 balance = hoursOr0(ChargeLine::parse(shown).balance) - hours;
+            Lst_Dif.List(i, ChargeLine::withBalance(shown, figureText(balance.toDecimal())));
         });
     }
 }
@@ -306,8 +284,8 @@ void Frm_DIF::tellShare() {
             auto account = std::find_if(accounts.begin(), accounts.end(),
                                         [&](const Account& one) { return one.code == code; });
             if (account == accounts.end())
-                account =
-                    accounts.insert(account, {code, line.employer, number(line.balance), Fixed4()});
+                account = accounts.insert(account,
+                                          {code, line.employer, hoursOr0(line.balance), Fixed4()});
             account->hours += hours;
         }
         std::string below;
@@ -315,10 +293,10 @@ void Frm_DIF::tellShare() {
             if (one.hours > Fixed4() && one.balance < one.hours)
                 enumerate(below, named(one.employer, one.balance - one.hours));
         // A field of hours takes negative ones too: there is then nothing to charge.
-        const Fixed4 length = std::max(number(W_NbreHre), Fixed4());
-        std::string text = inHours(charged) + " h imputées sur " + inHours(length) + " h, ";
-        text += charged > length ? "soit " + inHours(charged - length) + " h de trop."
-                                 : "il en reste " + inHours(length - charged) + " h.";
+        const Fixed4 length = std::max(hoursOr0(W_NbreHre), Fixed4());
+        std::string text = plainHours(charged) + " h imputées sur " + plainHours(length) + " h, ";
+        text += charged > length ? "soit " + plainHours(charged - length) + " h de trop."
+                                 : "il en reste " + plainHours(length - charged) + " h.";
         if (!below.empty())
             text += " Solde au-dessous de zéro : " + below + ".";
         Etq_RepartitionDif.Caption(text);

@@ -2,17 +2,15 @@
 // nothing limits it, the form only says at every moment where it stands.
 #pragma once
 
-#include "data/Rights.h"
 #include "data/Variables.h"
+#include "dif/ButtonClosedForm.h"
 #include "dif/Ledgers.h"
 #include "text/Fixed4.h"
-#include "widgets/Form.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
 #include "widgets/World.h"
 
-#include <memory>
 #include <string>
 
 namespace vorandine::dif {
@@ -20,7 +18,7 @@ namespace vorandine::dif {
 // Set the inputs, call Init, run the form modally, then read the answer in the shared W_DifRetenu:
 // "OUI" if the training stays under the D.I.F., "NON" if not. All that is handed over must outlive
 // the form.
-class Frm_DIF : public widgets::Form {
+class Frm_DIF : public ButtonClosedForm {
   public:
     Frm_DIF(data::Variables& variables, Ledgers& ledgers, widgets::World& world);
     Frm_DIF(const Frm_DIF&) = delete;
@@ -30,7 +28,6 @@ class Frm_DIF : public widgets::Form {
     std::string W_DateFormation; // in stored form
     std::string W_NbreHre;       // length of the training, as shown; "0" if it has none
     std::string W_CodeForm;
-    void DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights);
     widgets::Label Etq_CodeDif; // the captions are the caller's to set
     widgets::Label Etq_NomDif;
 
@@ -41,9 +38,6 @@ class Frm_DIF : public widgets::Form {
     data::Variables& v_;
     Ledgers& ledgers_;
     widgets::World& world_;
-    std::shared_ptr<data::DroitsUtilisateur> droitsUtilisateur_;
-    std::shared_ptr<data::DroitsModule> droitsModule_;
-    bool W_Fermer_ = false;
     text::Fixed4 W_TotalConso_;
     text::Fixed4 stored_; // hours in the ledgers already, whatever becomes of the rest
 
@@ -75,7 +69,7 @@ class Frm_DIF : public widgets::Form {
     // and gives false.
     [[nodiscard]] bool MAJ();
     void takeOff(int line, text::Fixed4 hours);
-    void end();
+    void endWithAnswer();
     void tellShare();
 };
 

@@ -2,8 +2,9 @@
 #include "dif/LedgerRecord.h"
 
 #include "dif/Columns.h"
-#include "rules/Numbers.h"
+#include "dif/Hours.h"
 #include "text/Characters.h"
+#include "text/Error.h"
 
 #include <optional>
 #include <utility>
@@ -14,23 +15,16 @@ namespace {
 using text::Decimal;
 using text::Fixed4;
 
-constexpr int Hundredths = 2;
-constexpr std::int16_t WholeDigits = 7;
-constexpr std::int16_t Decimals = 2;
-constexpr std::size_t FigureWidth = WholeDigits + 1 + Decimals;
-
 // A stored figure as the screen shows it; one that is no number, as it is stored, save blanks
 // around it, which columns could not tell from their own.
 std::string shown(const std::string& stored) {
     const std::optional<Decimal> value = Decimal::parse(stored);
-    return value
-               ? rules::Format_Numerique(value->shifted(-Hundredths), WholeDigits, Decimals, false)
-               : text::Trim(stored);
+    return value ? figureText(value->shifted(-HundredthsPlaces)) : text::Trim(stored);
 }
 
 std::string stored(const std::string& shown) {
     const std::optional<Decimal> value = Decimal::parse(shown);
-    return value ? value->shifted(Hundredths).toText() : shown;
+    return value ? value->shifted(HundredthsPlaces).toText() : shown;
 }
 
 // A date that was shown as it is stored, since it is none, goes back as it is.
@@ -46,13 +40,26 @@ std::optional<Fixed4> number(const std::string& figure) {
 
 } // namespace
 
+bool readLedger(data::Variables& variables, const std::string& key) {
+    variables.Rec_DIFAIDANT = data::DBARecord();
+    try {
+        variables.Rec_DIFAIDANT = variables.F_DIFAIDANT->ReadRecord(key);
+    } catch (const Error& error) {
+        if (error.number() != errors::RecordMissing)
+            throw;
+        return false;
+    }
+    variables.Dif_Attribut6 = std::as_const(variables.Rec_DIFAIDANT)(attribute::Carried);
+    return true;
+}
+
 ShownLine shownLine(const data::DBARecord& record, int i, const data::DateObject& Conv_Date,
                     const data::TrainingLabels& labels) {
     std::string code = record(attribute::Training, i);
     const std::string* const label = labels.find(code);
     std::string balance = shown(record(attribute::Balance, i));
     if (balance.empty())
-        balance.assign(FigureWidth, ' ');
+        balance.assign(DetailLine::Columns.back().width, ' ');
     const DetailLine line{text::Trim(Conv_Date.Date_Affichee(record(attribute::Date, i))),
                           shown(record(attribute::Rights, i)), label == nullptr ? "" : *label,
                           shown(record(attribute::Hours, i)), std::move(balance)};

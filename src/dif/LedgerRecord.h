@@ -5,6 +5,7 @@
 #include "data/DBARecord.h"
 #include "data/DateObject.h"
 #include "data/TrainingLabels.h"
+#include "data/Variables.h"
 #include "dif/Balances.h"
 
 #include <optional>
@@ -21,6 +22,11 @@ constexpr int Balance = 4;  // after this line; may be negative
 constexpr int Training = 5; // code of the training, "" on a rights line
 constexpr int Carried = 6;  // not this control's affair, carried along
 } // namespace attribute
+
+// Reads the ledger under `key` into Rec_DIFAIDANT, and its attribute 6 into Dif_Attribut6. False if
+// there is none; throws where it cannot be read. In both cases the record in hand is then a free
+// one: it must not stay another employer's.
+bool readLedger(data::Variables& variables, const std::string& key);
 
 // A line as the detail shows it, with the code of its training beside it.
 struct ShownLine {

@@ -2,16 +2,14 @@
 #include "dif/Ledgers.h"
 
 #include "dif/Employers.h"
+#include "dif/Hours.h"
 #include "rules/StatementByStatement.h"
-#include "text/Error.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace vorandine::dif {
 namespace {
-
-constexpr int Hundredths = 2;
 
 // As whole numbers.
 bool earlier(const std::string& a, const std::string& b) {
@@ -22,26 +20,13 @@ bool earlier(const std::string& a, const std::string& b) {
 
 } // namespace
 
-bool Ledgers::read(const std::string& key) {
-    // Until it is read, the record in hand is another one's.
-    v_.Rec_DIFAIDANT = data::DBARecord();
-    v_.Dif_Attribut6 = "";
-    try {
-        v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->ReadRecord(key);
-    } catch (const Error& error) {
-        if (error.number() != errors::RecordMissing)
-            throw;
-        return false;
-    }
-    v_.Dif_Attribut6 = std::as_const(v_.Rec_DIFAIDANT)(attribute::Carried);
-    return true;
-}
-
 Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& lines) {
     rules::StatementByStatement tries;
     const bool readable = tries([&] {
-        if (!read(key))
+        if (!readLedger(v_, key)) {
             v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
+            v_.Dif_Attribut6 = ""; // that of the ledger read before
+        }
     });
     if (!readable)
         return Stored::NotRead;
@@ -49,10 +34,11 @@ Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& li
         if (lines.empty()) {
             v_.F_DIFAIDANT->DeleteRecord(key);
             written_ = true;
-            return;
+        } else {
+            replaceLines(v_.Rec_DIFAIDANT, lines, Conv_Date_);
+            v_.Rec_DIFAIDANT(attribute::Carried) = v_.Dif_Attribut6;
+            write();
         }
-        replaceLines(v_.Rec_DIFAIDANT, lines, Conv_Date_);
-        write();
     });
     v_.Rec_DIFAIDANT = data::DBARecord();
     return written ? Stored::Done : Stored::NotWritten;
@@ -67,7 +53,7 @@ Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fi
                        const std::string& code) {
     rules::StatementByStatement tries;
     bool there = false;
-    if (!tries([&] { there = read(key); }) || !there)
+    if (!tries([&] { there = readLedger(v_, key); }) || !there)
         return Stored::NotRead;
     const bool written = tries([&] {
         data::DBARecord& record = v_.Rec_DIFAIDANT;
@@ -82,7 +68,8 @@ Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fi
             record(attribute::Balance, before) = "0";
         record.Insert(attribute::Date, place) = date;
         record.Insert(attribute::Rights, place) = "";
-        record.Insert(attribute::Hours, place) = hours.toDecimal().shifted(Hundredths).toText();
+        record.Insert(attribute::Hours, place) =
+            hours.toDecimal().shifted(HundredthsPlaces).toText();
         record.Insert(attribute::Balance, place) = "";
         record.Insert(attribute::Training, place) = code;
         Ledger recomputed = ledger(record);
@@ -138,7 +125,7 @@ TakenOut Ledgers::walk(const std::string& caregiver, const std::string& code,
     for (int row = 1; row <= rows; ++row) {
         const std::string key = std::as_const(found)(row);
         bool there = false;
-        if (!tries([&] { there = read(key); })) {
+        if (!tries([&] { there = readLedger(v_, key); })) {
             taken.outcome = std::max(taken.outcome, Stored::NotRead);
             continue;
         }
@@ -154,8 +141,9 @@ TakenOut Ledgers::walk(const std::string& caregiver, const std::string& code,
                 setBalances(v_.Rec_DIFAIDANT, lines, 1);
                 write();
             }
-            taken.given.push_back({employerNameOrCode(v_, key.substr(caregiver.size())),
-                                   text::Fixed4(hundredths->toDecimal().shifted(-Hundredths))});
+            taken.given.push_back(
+                {employerNameOrCode(v_, key.substr(caregiver.size())),
+                 text::Fixed4(hundredths->toDecimal().shifted(-HundredthsPlaces))});
         });
         if (!done)
             taken.outcome = Stored::NotWritten;

@@ -63,9 +63,6 @@ class Ledgers {
     const data::DateObject& Conv_Date_;
     bool written_ = false;
 
-    // Into Rec_DIFAIDANT, with attribute 6 in Dif_Attribut6; false if there is no such record.
-    // Throws where it cannot be read.
-    bool read(const std::string& key);
     void write();
     TakenOut walk(const std::string& caregiver, const std::string& code, const std::string& date,
                   bool writing);

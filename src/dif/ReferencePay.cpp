@@ -1,7 +1,7 @@
 // Window, request and quotient.
 #include "dif/ReferencePay.h"
 
-#include "text/Characters.h"
+#include "dif/Employers.h"
 #include "text/Fixed4.h"
 
 #include <algorithm>
@@ -15,7 +15,6 @@ using text::Decimal;
 using text::Fixed4;
 
 constexpr int MonthsOfYear = 12;
-constexpr std::size_t AssociationLength = 3;
 constexpr int SignificantDigits = 15;
 
 std::string period(int year, int month) {
@@ -57,7 +56,7 @@ PayPeriod twelveMonthsTo(int month, int year) {
 
 std::string payRequest(const std::string& caregiver, const std::string& employer,
                        const PayPeriod& period) {
-    const bool association = text::Len(employer) == AssociationLength;
+    const bool association = isAssociation(employer);
     std::string request = "SSELECT DETAILCALCUL AVEC 0 = \"" + caregiver + "]\"";
     request += condition("CodeAideDetailCalcul =", association ? employer + "]" : employer);
     if (association)
