@@ -64,15 +64,13 @@ struct Ctr_Vorandine::Parts {
           availability({screen.Txt_DatSaisieAidant, screen.Txt_DatDispoAidant,
                         screen.Txt_DatFinDispoAidant, screen.Ong_Vorandine},
                        Conv_Date, world),
-          employers({screen.Etq_CodeAidant, screen.Lst_DifEmpl, screen.Lst_CodeEmplDif,
-                     screen.Lst_ContratDif},
-                    variables, control.W_Params, Conv_Date, notice, control, world),
+          employers(employerWidgets(), variables, control.W_Params, Conv_Date, notice, control,
+                    world),
           detail({screen.Cdr_DetailDif, screen.Lst_DetailDif, screen.Lst_CodeFormDif,
                   screen.Txt_DateDif, screen.Txt_DroitDif, screen.Txt_FormDif, screen.Txt_HreDif,
                   screen.Txt_SoldeDif, screen.Cmd_AjoutDif, screen.Cmd_AnnuleDif,
                   screen.Cmd_SupprDif, screen.Cmd_OkDif, screen.Cmd_CalculDif},
-                 {screen.Etq_CodeAidant, screen.Lst_DifEmpl, screen.Lst_CodeEmplDif,
-                  screen.Lst_ContratDif},
+                 employerWidgets(),
                  {employers, ledgers, notice, lock, variables, Conv_Date, control, world}),
           dossier(screen, {studies, trainings, activities, availability}, ledgers, variables,
                   control, world, control.W_Sortir) {
@@ -90,6 +88,11 @@ struct Ctr_Vorandine::Parts {
                                current(screen.Lst_ContratDif), variables, droitsUtilisateur,
                                control, world);
         };
+    }
+
+    dif::EmployerWidgets employerWidgets() {
+        return {screen.Etq_CodeAidant, screen.Lst_DifEmpl, screen.Lst_CodeEmplDif,
+                screen.Lst_ContratDif};
     }
 
     // Reads only: buttons that write are not to be seen.

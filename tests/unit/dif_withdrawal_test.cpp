@@ -1,5 +1,5 @@
-// A training taken out of the stored ledgers, as the control does it for a training that is deleted
-// or leaves the D.I.F.: which lines go, what becomes of the balances, and what failures leave.
+// A training taken out of stored ledgers that are odd, damaged or at the end of what numbers hold;
+// the scenarios of the typing row show the usual ones.
 #include "apps/scenario/RehearsalEngine.h"
 #include "unit/dif_support.h"
 
@@ -8,7 +8,6 @@
 namespace vorandine::control_test {
 namespace {
 
-using widgets::Label;
 using widgets::ListBox;
 using widgets::TextField;
 using Journal = std::vector<std::string>;
@@ -54,93 +53,6 @@ class Withdrawal : public testing::Test {
         }
     }
 };
-
-TEST_F(Withdrawal, EveryEmployerLosesTheLineAndOnlyTheyAreWritten) {
-    desk.put("DIFAIDANT", "00012BEL",
-             {{1, {"20051227", "20060101", "20060102", "20060103"}},
-              {2, {"", "", "300", "100"}},
-              {3, {"700", "900", "", "50"}},
-              {4, {"-700", "100", "400", "350"}},
-              {5, {"MAN", "HYG", "", "HYG"}}});
-    // The code on another date alone; another's code; an employer gone from the contracts; another
-    // caregiver.
-    desk.put("DIFAIDANT", "00012CAR", {{1, {"20051228"}}, {3, {"100"}}, {4, {"0"}}, {5, {"MAN"}}});
-    desk.put("DIFAIDANT", "00012DOM", {{1, {"20051227"}}, {3, {"100"}}, {4, {"0"}}, {5, {"HYG"}}});
-    desk.put("DIFAIDANT", "00012PAR", {{1, {"20051227"}}, {3, {"100"}}, {4, {"0"}}, {5, {"MAN"}}});
-    desk.put("DIFAIDANT", "00013ADM", {{1, {"20051227"}}, {3, {"100"}}, {4, {"0"}}, {5, {"MAN"}}});
-    const auto form = openLine();
-    form->control().Recherche_DifAidant();
-    EXPECT_EQ(rehearsal->takeJournal(),
-              (Journal{"write DIFAIDANT 00012ADM", "write DIFAIDANT 00012BEL",
-                       "write DIFAIDANT 00012PAR"}));
-    expectStored("00012ADM", {{1, {"20050101", "20060310"}},
-                              {2, {"2000", "100"}},
-                              {3, {"", ""}},
-                              {4, {"2000", "2100"}},
-                              {5, {"", ""}},
-                              {6, {"six"}}});
-    // The line that becomes the first keeps its balance; below zero, a balance becomes 0; hours
-    // win.
-    expectStored("00012BEL", {{1, {"20060101", "20060102", "20060103"}},
-                              {2, {"", "300", "100"}},
-                              {3, {"900", "", "50"}},
-                              {4, {"100", "400", "350"}},
-                              {5, {"HYG", "", "HYG"}}});
-    expectStored("00012PAR", {});
-    EXPECT_EQ(notice(*form), "");
-    // It is not a change of the screen: the lists of employers are made anew on arrival.
-    form->control().Recherche_DifAidant();
-    EXPECT_EQ(rehearsal->takeJournal(), Journal{});
-    press(*form, "Cmd_AnnulerForm");
-    showDif(*form);
-    EXPECT_EQ(at<ListBox>(*form, "Lst_DifEmpl").List(0),
-              "Association ADM" + std::string(30, ' ') + "      21,00       0,00      21,00");
-}
-
-TEST_F(Withdrawal, NeighboursGoTogetherAndARecordOfNoLineStays) {
-    desk.put("DIFAIDANT", "00012ADM",
-             {{1, {"20051227", "20051227", "20051227"}},
-              {2, {"", "", ""}},
-              {3, {"100", "200", "300"}},
-              {4, {"0", "-200", "-500"}},
-              {5, {"MAN", "MAN", "MAN"}},
-              {6, {"six"}}});
-    desk.put("DIFAIDANT", "00012BEL",
-             {{1, {"20051201", "20051227", "20051227", "20051230"}},
-              {2, {"100", "", "", ""}},
-              {3, {"", "100", "200", "250"}},
-              {4, {"100", "0", "-200", "-450"}},
-              {5, {"", "MAN", "MAN", "HYG"}}});
-    const auto form = openLine();
-    form->control().Recherche_DifAidant();
-    expectStored("00012ADM", {{6, {"six"}}});
-    expectStored("00012BEL", {{1, {"20051201", "20051230"}},
-                              {2, {"100", ""}},
-                              {3, {"", "250"}},
-                              {4, {"100", "0"}},
-                              {5, {"", "HYG"}}});
-    press(*form, "Cmd_AnnulerForm");
-    showDif(*form);
-    EXPECT_EQ(at<ListBox>(*form, "Lst_DifEmpl").List(0),
-              "Association ADM" + std::string(30, ' ') + "       0,00       0,00       0,00");
-}
-
-TEST_F(Withdrawal, OnlyTheDateInTheFieldAndTheLineInTheListsCount) {
-    auto form = openLine();
-    widgets::erase(at<TextField>(*form, "Txt_DatFormAidant"));
-    widgets::typeText(at<TextField>(*form, "Txt_DatFormAidant"), "28/12/2005");
-    form->control().Recherche_DifAidant();
-    EXPECT_EQ(rehearsal->takeJournal(), Journal{}) << "the date was changed";
-    press(*form, "Cmd_AnnulerForm");
-    at<TextField>(*form, "Txt_DatFormAidant").Text("27/12/2005");
-    form->control().Recherche_DifAidant();
-    EXPECT_EQ(rehearsal->takeJournal(), Journal{}) << "no line is selected";
-    // Another label chosen in the row changes nothing of the line.
-    form = openLine();
-    widgets::choose(at<widgets::ComboBox>(*form, "Cbo_CodFormAidant"), "Hygiène");
-    form->control().Recherche_DifAidant();
-    EXPECT_EQ(rehearsal->takeJournal(), Journal{"write DIFAIDANT 00012ADM"});
-}
 
 TEST_F(Withdrawal, ListsOfDifferentLengthsLoseNoOtherLine) {
     desk.put("DIFAIDANT", "00012ADM",
