@@ -1,8 +1,6 @@
 // One width for all ledgers.
 #include "dif/Hours.h"
 
-#include "rules/Numbers.h"
-
 #include <optional>
 
 namespace vorandine::dif {

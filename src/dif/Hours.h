@@ -2,6 +2,7 @@
 // comma on screen.
 #pragma once
 
+#include "rules/Numbers.h"
 #include "text/Decimal.h"
 #include "text/Fixed4.h"
 
@@ -10,8 +11,7 @@
 
 namespace vorandine::dif {
 
-// Between hours and the hundredths of a record, by text::Decimal::shifted.
-constexpr int HundredthsPlaces = 2;
+using rules::HundredthsPlaces;
 
 // The fixed form of a figure in a ledger: 7 digits, a comma, 2 decimals, blanks before.
 [[nodiscard]] std::string figureText(const text::Decimal& hours);

@@ -12,6 +12,9 @@
 
 namespace vorandine::rules {
 
+// Records hold hours as whole hundredths: between the two by text::Decimal::shifted.
+constexpr int HundredthsPlaces = 2;
+
 // `W_Texte` written with `W_NbDecimales` decimals, after `W_NbEntiers` less the length of its floor
 // blanks: a number of E + 1 + D characters. The floor is what is measured, so -9,50 (floor -10)
 // comes one blank short of -7,50. `W_Signe` adds a blank before a number that is not negative.

@@ -13,20 +13,19 @@
 namespace vorandine::trainings {
 namespace {
 
-// Hours in a record are hundredths.
-constexpr int HundredthsPlaces = 2;
 constexpr int LastLineWithoutBar = 8;
 constexpr std::size_t CodeLength = 3;
 
 std::string shownHours(const std::string& stored) {
     const std::optional<text::Decimal> hundredths = text::Decimal::parse(stored);
-    return hundredths ? rules::Format_Numerique(hundredths->shifted(-HundredthsPlaces), 4, 2, false)
-                      : stored;
+    return hundredths
+               ? rules::Format_Numerique(hundredths->shifted(-rules::HundredthsPlaces), 4, 2, false)
+               : stored;
 }
 
 std::string storedHours(const std::string& shown) {
     const std::optional<text::Decimal> hours = text::Decimal::parse(shown);
-    return hours ? hours->shifted(HundredthsPlaces).toText() : shown;
+    return hours ? hours->shifted(rules::HundredthsPlaces).toText() : shown;
 }
 
 } // namespace

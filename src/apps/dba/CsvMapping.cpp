@@ -3,6 +3,7 @@
 
 #include "apps/dba/CommandLine.h"
 #include "components/DateConverter.h"
+#include "rules/Numbers.h"
 #include "text/Decimal.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 
 namespace vorandine::dba {
 namespace {
-
-constexpr int Hundredths = 2;
 
 std::size_t columnNumber(const std::string& word) {
     std::size_t number = 0;
@@ -87,7 +86,7 @@ ConvertedCell storedHours(const std::string& cell, bool belowZero) {
         return refused(cell, "no number of hours (7,50)");
     if (hours->negative() && !belowZero)
         return refused(cell, "below zero");
-    const text::Decimal stored = hours->shifted(Hundredths);
+    const text::Decimal stored = hours->shifted(rules::HundredthsPlaces);
     return stored.whole() ? ConvertedCell{stored.toText(), {}}
                           : refused(cell, "finer than a hundredth of an hour");
 }

@@ -2,6 +2,7 @@
 #include "apps/dba/check/Checks.h"
 #include "apps/dba/check/Records.h"
 #include "dif/Balances.h"
+#include "dif/Hours.h"
 #include "dif/LedgerRecord.h"
 #include "text/Error.h"
 
@@ -17,14 +18,13 @@ namespace {
 using dif::Figures;
 using text::Fixed4;
 
-constexpr int Hundredths = 2;
 // Of a training file.
 constexpr int Date = 5;
 constexpr int Code = 6;
 constexpr int Counts = 14;
 
 std::string hours(Fixed4 hundredths) {
-    return hundredths.toDecimal().shifted(-Hundredths).toText(Hundredths);
+    return dif::plainHours(Fixed4(hundredths.toDecimal().shifted(-dif::HundredthsPlaces)));
 }
 
 // What any of the three ways to recompute makes of a line behind `before`, or of a first line. A

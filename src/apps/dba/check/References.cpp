@@ -27,18 +27,19 @@ void checkContract(const data::DBARecord& record, const Known& known, const Tell
     if (!known.split(record.key()))
         tell({"CONTRAT", record.key(), 0, 0, "", NoCaregiver, AddCaregiver});
     checkSpan("CONTRAT", record, 7, 8, tell);
-    const EmployerName* const employer = known.employer(dif::employerCode(record(3)));
+    const std::string code = dif::employerCode(record(3));
+    const EmployerName* const employer = known.employer(code);
     if (employer == nullptr)
         return; // told as a code that does not exist
     const EmployerName stored{record(4), record(5)};
     if (stored == *employer)
         return;
     const int attribute = stored.name == employer->name ? 5 : 4;
-    const bool association = record(3) != dif::employerCode(record(3)) || record(3).size() == 3;
     tell({"CONTRAT", record.key(), attribute, 1, record(attribute),
           "is not what the employer's file says, '" +
               (attribute == 4 ? employer->name : employer->firstName) + "'",
-          std::string("take the name over from ") + (association ? "ASSOCIATION" : "CIVILAIDE") +
+          std::string("take the name over from ") +
+              (dif::isAssociation(code) ? "ASSOCIATION" : "CIVILAIDE") +
               ", or mend it there: contracts are sorted by it"});
 }
 
