@@ -1,8 +1,9 @@
-// Keys of the history are FILE 0xFF KEY 0xFF MOMENT, its records USER 0xFF RECORD: the byte occurs
-// in no UTF-8 text, nor in a record's whole text.
+// Keys of the history are FILE 0xFF KEY 0xFF MOMENT, its records USER 0xFF RECORD, or USER alone
+// where there was none: the byte occurs in no UTF-8 text, nor in a record's whole text.
 #include "store/Changes.h"
 
 #include "store/Catalogue.h"
+#include "text/Characters.h"
 
 #include <array>
 #include <chrono>
@@ -61,29 +62,50 @@ void Changes::atomically(const std::function<void()>& work) {
     });
 }
 
-void Changes::change(const std::string& name, const std::string& key,
-                     const std::function<std::optional<std::string>()>& work) {
-    const auto both = [&] {
-        if (const std::optional<std::string> before = work())
-            keep(name, key, *before);
-    };
+void Changes::user(const std::string& name) {
+    text::RequirePlain(name, "Le nom de l'utilisateur");
+    user_ = name;
+}
+
+void Changes::together(const std::function<void()>& work) {
     if (transaction_)
-        both();
+        work();
     else
-        engine_->atomically(both);
+        engine_->atomically(work);
 }
 
 void Changes::write(EngineFile& file, const std::string& name, const std::string& key,
                     std::string_view record) {
-    change(name, key, [&] { return file.write(key, record); });
+    together([&] {
+        const std::optional<std::string> before = file.write(key, record);
+        // After a deletion, the next version must say that there was no record.
+        if (before || keepCreations_ || known(name, key))
+            keep(name, key, before);
+    });
 }
 
 void Changes::erase(EngineFile& file, const std::string& name, const std::string& key) {
-    change(name, key, [&] { return file.erase(key); });
+    together([&] {
+        if (const std::optional<std::string> before = file.erase(key))
+            keep(name, key, before);
+    });
+}
+
+// Whether there are versions of a record.
+bool Changes::known(const std::string& name, const std::string& key) {
+    bool found = false;
+    const std::string before = keysOf(name, key);
+    if (EngineFile* const file = versions())
+        file->scan({before, before + Mark}, [&](std::string_view, std::string_view) {
+            found = true;
+            return false;
+        });
+    return found;
 }
 
 // Two changes within one tick of the clock must not take each other's place.
-void Changes::keep(const std::string& name, const std::string& key, const std::string& record) {
+void Changes::keep(const std::string& name, const std::string& key,
+                   const std::optional<std::string>& record) {
     EngineFile* const kept = versions();
     if (kept == nullptr)
         return;
@@ -91,7 +113,7 @@ void Changes::keep(const std::string& name, const std::string& key, const std::s
     Moment moment = clock_();
     while (kept->read(before + momentText(moment)))
         ++moment;
-    kept->write(before + momentText(moment), user_ + Mark + record);
+    kept->write(before + momentText(moment), record ? user_ + Mark + *record : user_);
 }
 
 std::vector<Version> Changes::history(const std::string& name, const std::string& key) {
@@ -101,8 +123,9 @@ std::vector<Version> Changes::history(const std::string& name, const std::string
         file->scan({before, before + Mark}, [&](std::string_view at, std::string_view content) {
             const std::size_t mark = content.find(Mark);
             kept.push_back({std::string(at.substr(before.size())),
-                            std::string(content.substr(0, mark)),
-                            std::string(content.substr(mark + 1))});
+                            std::string(content.substr(0, mark)), std::nullopt});
+            if (mark != std::string::npos)
+                kept.back().record = content.substr(mark + 1);
             return true;
         });
     return kept;

@@ -1,5 +1,6 @@
-// Changes of records, and the history that they leave: whoever replaces or deletes a record keeps
-// it as it was, in the same transaction. docs/store.md describes how the history is stored.
+// Changes of records, and the history that they leave: whoever makes, replaces or deletes a record
+// keeps what was there before, in the same transaction. docs/store.md describes how the history is
+// stored.
 #pragma once
 
 #include "store/Engine.h"
@@ -22,11 +23,11 @@ using Moment = std::int64_t;
 // "2026-11-23T02:03:04.567890Z": in order as texts.
 [[nodiscard]] std::string momentText(Moment moment);
 
-// A record as it was until a change replaced or deleted it.
+// What a change left of a record: how it was until then.
 struct Version {
-    std::string moment; // of that change
-    std::string user;   // who made it; "" if unknown
-    std::string record; // the whole text as it was before
+    std::string moment;                // of the change
+    std::string user;                  // who made it; "" if unknown
+    std::optional<std::string> record; // the whole text before; none where the change made it
 };
 
 // Shared by a store and its files. All members throw what the engine throws.
@@ -35,20 +36,24 @@ class Changes {
     explicit Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock = now);
 
     [[nodiscard]] Engine& engine() noexcept { return *engine_; }
-    // Who makes the changes from here on.
-    void user(std::string name) { user_ = std::move(name); }
+    // Who makes the changes from here on. Throws Error(TextRefused) where the name is not plain.
+    void user(const std::string& name);
+    // Whether a record that never was there leaves a version without record. At first it does; for
+    // a load of many records that would be as many versions that tell the same.
+    void keepCreations(bool keep) noexcept { keepCreations_ = keep; }
 
     // Runs `work`; all its changes take effect together, or none if it throws. Not to be called by
     // `work`: that throws Error(StoreFailed).
     void atomically(const std::function<void()>& work);
 
-    // Write and erase a record of `file`, which is called `name`. A record that was not there
-    // leaves nothing to keep. On an error neither the change nor its history is stored.
+    // Write and erase a record of `file`, which is called `name`. Erasing one that is not there
+    // changes nothing and keeps nothing. On an error neither change nor history is stored.
     void write(EngineFile& file, const std::string& name, const std::string& key,
                std::string_view record);
     void erase(EngineFile& file, const std::string& name, const std::string& key);
 
-    // What was kept of a record, oldest first; also of one that is no more.
+    // What was kept of a record, oldest first; also of one that is no more. What a change has made
+    // of the record is in the version after it, or for the last one the record as it is.
     [[nodiscard]] std::vector<Version> history(const std::string& name, const std::string& key);
     // Drops all versions that were replaced before `moment`. How many.
     std::size_t prune(Moment moment);
@@ -57,14 +62,16 @@ class Changes {
     std::shared_ptr<Engine> engine_;
     std::function<Moment()> clock_;
     std::string user_;
+    bool keepCreations_ = true;
     bool transaction_ = false;
 
     // Null where the engine has none: then nothing is kept.
     [[nodiscard]] EngineFile* versions();
-    // `work` makes the change and gives the record as it was.
-    void change(const std::string& name, const std::string& key,
-                const std::function<std::optional<std::string>()>& work);
-    void keep(const std::string& name, const std::string& key, const std::string& record);
+    // Runs `work`, a change and its history, in a transaction.
+    void together(const std::function<void()>& work);
+    [[nodiscard]] bool known(const std::string& name, const std::string& key);
+    void keep(const std::string& name, const std::string& key,
+              const std::optional<std::string>& record);
 };
 
 } // namespace vorandine::store

@@ -2,6 +2,9 @@
 // Engines know bytes; keys, records and requests are the store's affair.
 #pragma once
 
+#include "text/Error.h"
+
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -40,6 +43,9 @@ class EngineFile {
     virtual void scan(const KeyRange& range, const Visitor& visit) = 0;
 };
 
+// Told how many pages of a copy are made; the count may fall back where the copy begins anew.
+using CopyStep = std::function<void(std::size_t pages)>;
+
 // Used by one thread at a time.
 class Engine {
   public:
@@ -59,6 +65,19 @@ class Engine {
     // meanwhile waits. Not within atomically, which sees one state anyway. An engine that nobody
     // else can write to has nothing to do for it.
     virtual void consistently(const std::function<void()>& work) { work(); }
+    // What is wrong with how the engine keeps its files, in its own words; nothing if it is sound.
+    // Reads the whole store. Throws Error(Damaged) where it cannot even begin.
+    [[nodiscard]] virtual std::vector<std::string> faults() { return {}; }
+    // Copies one state of all files to a new store at `path`, which must not exist, while others
+    // read and write; `step` is called on the way. Throws, beyond the engine's errors,
+    // Error(StoreExists), and Error(StoreFailed) where there is no file to copy. After a failure
+    // there is nothing at `path`. Not within atomically or consistently.
+    virtual void backUp(const std::string& path, const CopyStep& step);
 };
+
+inline void Engine::backUp(const std::string& /*path*/, const CopyStep& /*step*/) {
+    throw Error(errors::StoreFailed,
+                "Cette base n'est pas dans un fichier qui puisse être copié. Exportez-la.");
+}
 
 } // namespace vorandine::store

@@ -3,6 +3,7 @@
 #include "store/SqliteEngine.h"
 
 #include "store/Catalogue.h"
+#include "store/SqliteBackup.h"
 #include "text/Error.h"
 
 #include <filesystem>
@@ -44,6 +45,12 @@ constexpr std::uintmax_t SmallestFile = 512;
     throw Error(number, "La base « " + path + " » " + why);
 }
 
+[[noreturn]] void refuseEmpty(const std::string& path) {
+    refuse(errors::NotADatabase, path,
+           "n'en est pas une : le fichier est vide. Choisissez un autre chemin, ou créez "
+           "la base à cet endroit.");
+}
+
 // The absolute path, which no spelling of SQLite's own (":memory:", "file:") can hide in, after
 // the checks that need no connection. The file is not opened for them: closing it again would drop
 // the locks that this process may hold on it through another connection.
@@ -64,9 +71,7 @@ std::string checkedPath(const std::string& given, OpenMode mode) {
     case std::filesystem::file_type::regular: {
         const std::uintmax_t size = std::filesystem::file_size(path, error);
         if (!error && size == 0 && mode == OpenMode::Existing)
-            refuse(errors::NotADatabase, path,
-                   "n'en est pas une : le fichier est vide. Choisissez un autre chemin, ou créez "
-                   "la base à cet endroit.");
+            refuseEmpty(path);
         // SQLite takes a file of a single byte for an empty one and would write over it.
         if (!error && size > 0 && size < SmallestFile)
             refuse(errors::NotADatabase, path,
@@ -202,6 +207,9 @@ bool SqliteEngine::addHistory() {
 
 void SqliteEngine::verify() {
     const std::string& path = database_.path();
+    // The making of a store that was interrupted has only now been undone.
+    if (database_.number("PRAGMA page_count") == 0)
+        refuseEmpty(path);
     if (database_.number("PRAGMA application_id") != ApplicationId)
         refuse(errors::OtherProgram, path,
                "appartient à un autre programme. Choisissez un autre chemin.");
@@ -272,6 +280,21 @@ void SqliteEngine::consistently(const std::function<void()>& work) {
         throw;
     }
     database_.rollBack(); // nothing was written
+}
+
+std::vector<std::string> SqliteEngine::faults() {
+    std::vector<std::string> found;
+    SqliteStatement statement(database_, "PRAGMA integrity_check");
+    SqliteStatement::Run run(statement);
+    while (run.step())
+        found.emplace_back(run.column(0));
+    if (found == std::vector<std::string>{"ok"})
+        found.clear();
+    return found;
+}
+
+void SqliteEngine::backUp(const std::string& path, const CopyStep& step) {
+    store::backUp(database_, path, step);
 }
 
 // A disk that fills up ends a transaction from within. Whoever then goes on writing must not have

@@ -27,6 +27,8 @@ class SqliteEngine : public Engine {
     [[nodiscard]] std::vector<std::string> files() override;
     void atomically(const std::function<void()>& work) override;
     void consistently(const std::function<void()>& work) override;
+    [[nodiscard]] std::vector<std::string> faults() override;
+    void backUp(const std::string& path, const CopyStep& step) override;
 
   private:
     class File;

@@ -25,8 +25,9 @@ class Commands : public dba_test::Program {
 
 TEST_F(Commands, HelpTellsEveryCommandWithExamples) {
     const std::string all = done({"--help"});
-    for (const std::string name : {"create", "files", "get", "put", "delete", "query", "export",
-                                   "import", "import-csv", "check"}) {
+    for (const std::string name :
+         {"create", "files", "get", "put", "delete", "query", "export", "import", "import-csv",
+          "check", "history", "restore", "prune", "backup", "verify"}) {
         EXPECT_NE(all.find("\n  " + name + " "), std::string::npos) << name;
         const std::string help = done({name, "--help"});
         EXPECT_NE(help.find("Examples:\n  "), std::string::npos) << name;

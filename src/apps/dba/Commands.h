@@ -12,7 +12,8 @@ namespace vorandine::dba {
 
 enum ExitStatus {
     Done = 0,
-    Findings = 1,  // wrong lines in what was imported, no such record, something check found
+    Findings =
+        1, // wrong lines in what was imported, no such record, something check or verify found
     CannotRun = 2, // wrong arguments, a file that cannot be read, a store that fails
 };
 
@@ -39,5 +40,10 @@ extern const Command exportCommand;
 extern const Command importCommand;
 extern const Command importCsvCommand;
 extern const Command checkCommand;
+extern const Command historyCommand;
+extern const Command restoreCommand;
+extern const Command pruneCommand;
+extern const Command backupCommand;
+extern const Command verifyCommand;
 
 } // namespace vorandine::dba

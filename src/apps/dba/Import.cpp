@@ -13,10 +13,11 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 3> Options{{
+constexpr std::array<Option, 4> Options{{
     {"--create", "", "make the store if it is missing"},
     {"--skip-bad", "", "store the good lines even if others are wrong"},
     {"--json", "", "the outcome as {\"stored\":12,\"bad\":0}"},
+    UserOption,
 }};
 
 int import(const CommandLine& line, const Console& console) {
@@ -39,6 +40,7 @@ int import(const CommandLine& line, const Console& console) {
     store::Store store(openStore(line.words().front(), line.has("--create")
                                                            ? store::OpenMode::Create
                                                            : store::OpenMode::Existing));
+    sign(store, line);
     ImportReport report(line, console);
     return report.tell(host::importRecords(store, sources, report.watch(), report.badLines()),
                        "record");

@@ -15,7 +15,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 8> Options{{
+constexpr std::array<Option, 9> Options{{
     {"--key", "COLUMN", "the column of the keys"},
     {"--map", "COLUMN=ATTRIBUTE", "what becomes of a column; may stand several times", true},
     {"--separator", "CHARACTER", "what stands between cells, tab for a tab (;)"},
@@ -24,6 +24,7 @@ constexpr std::array<Option, 8> Options{{
     {"--create", "", "make the store if it is missing"},
     {"--skip-bad", "", "store the good rows even if others are wrong"},
     {"--json", "", "the outcome as {\"stored\":12,\"bad\":0}"},
+    UserOption,
 }};
 
 char separatorOf(const CommandLine& line) {
@@ -175,11 +176,11 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
         if (column.column >= width)
             throw UsageError(name + " has " + std::to_string(width) + " columns only");
 
-    const auto engine =
-        openStore(line.words().front(),
-                  line.has("--create") ? store::OpenMode::Create : store::OpenMode::Existing);
-    static_cast<void>(engineFile(*engine, file));
-    store::Store store(engine);
+    store::Store store(openStore(line.words().front(), line.has("--create")
+                                                           ? store::OpenMode::Create
+                                                           : store::OpenMode::Existing));
+    sign(store, line);
+    static_cast<void>(engineFile(store.changes().engine(), file));
     const auto opened = store.OpenFile(file);
     ImportReport report(line, console);
     host::ImportRun run(store, report.badLines(), report.watch());

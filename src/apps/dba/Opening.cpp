@@ -1,14 +1,26 @@
 // A wrong name is answered with the right ones.
 #include "apps/dba/Opening.h"
 
-#include "apps/dba/CommandLine.h"
-
 #include <algorithm>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace vorandine::dba {
+namespace {
+
+std::string systemUser() {
+    const passwd* const user = getpwuid(getuid());
+    return user == nullptr ? std::string() : user->pw_name;
+}
+
+} // namespace
 
 std::shared_ptr<store::Engine> openStore(const std::string& url, store::OpenMode mode) {
     return store::openEngine(url, mode);
+}
+
+void sign(store::Store& store, const CommandLine& line) {
+    store.changes().user(line.value(UserOption.name).value_or(systemUser()));
 }
 
 store::EngineFile& engineFile(store::Engine& engine, const std::string& name) {

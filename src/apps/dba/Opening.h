@@ -1,6 +1,7 @@
 // How commands open a store and its files.
 #pragma once
 
+#include "apps/dba/CommandLine.h"
 #include "store/Engine.h"
 #include "store/Store.h"
 
@@ -13,6 +14,11 @@ namespace vorandine::dba {
 // Throws Error as store::openEngine does.
 [[nodiscard]] std::shared_ptr<store::Engine>
 openStore(const std::string& url, store::OpenMode mode = store::OpenMode::Existing);
+
+constexpr Option UserOption{"--user", "NAME", "who makes the change (the system's user)"};
+
+// The changes of `store` are from here on by whom UserOption names.
+void sign(store::Store& store, const CommandLine& line);
 
 // Throws UsageError, naming the files that there are, if the store has none of that name.
 [[nodiscard]] store::EngineFile& engineFile(store::Engine& engine, const std::string& name);

@@ -13,8 +13,9 @@ namespace vorandine::dba {
 namespace {
 
 constexpr std::array Commands{
-    &createCommand, &filesCommand,  &getCommand,    &putCommand,       &deleteCommand,
-    &queryCommand,  &exportCommand, &importCommand, &importCsvCommand, &checkCommand,
+    &createCommand,  &filesCommand,   &getCommand,    &putCommand,       &deleteCommand,
+    &queryCommand,   &exportCommand,  &importCommand, &importCsvCommand, &checkCommand,
+    &historyCommand, &restoreCommand, &pruneCommand,  &backupCommand,    &verifyCommand,
 };
 
 constexpr std::size_t NameWidth = 12;

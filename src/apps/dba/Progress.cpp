@@ -13,9 +13,9 @@ constexpr std::chrono::milliseconds Interval{100};
 
 } // namespace
 
-Progress::Progress(const Console& console, std::string what)
+Progress::Progress(const Console& console, std::string what, std::string unit)
     : err_(console.err), watched_(console.errIsTerminal), what_(std::move(what)),
-      next_(Clock::now() + Patience) {}
+      unit_(std::move(unit)), next_(Clock::now() + Patience) {}
 
 Progress::~Progress() {
     clear();
@@ -27,7 +27,7 @@ void Progress::show() {
         return;
     next_ = now + Interval;
     shown_ = true;
-    err_ << '\r' << what_ << ' ' << count_ << " records" << std::flush;
+    err_ << '\r' << what_ << ' ' << count_ << ' ' << unit_ << "\x1B[K" << std::flush;
 }
 
 void Progress::clear() noexcept {

@@ -12,8 +12,8 @@ namespace vorandine::dba {
 
 class Progress {
   public:
-    // `what` stands before the count: "imported".
-    Progress(const Console& console, std::string what);
+    // `what` stands before the count, "imported", and `unit` behind it.
+    Progress(const Console& console, std::string what, std::string unit = "records");
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     ~Progress();
@@ -21,6 +21,12 @@ class Progress {
     // One more record. Costs next to nothing where nobody watches.
     void step() {
         if (watched_ && ++count_ % Stride == 0)
+            show();
+    }
+    // Whoever counts otherwise has come so far.
+    void reach(std::size_t count) {
+        count_ = count;
+        if (watched_)
             show();
     }
     // Takes the count off the line, so that something else can be told on it.
@@ -32,6 +38,7 @@ class Progress {
     std::ostream& err_;
     bool watched_;
     std::string what_;
+    std::string unit_;
     std::size_t count_ = 0;
     bool shown_ = false;
     std::chrono::steady_clock::time_point next_;

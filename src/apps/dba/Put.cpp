@@ -4,6 +4,7 @@
 #include "apps/host/RecordJson.h"
 #include "store/Catalogue.h"
 
+#include <array>
 #include <istream>
 #include <iterator>
 #include <ostream>
@@ -11,15 +12,18 @@
 namespace vorandine::dba {
 namespace {
 
+constexpr std::array<Option, 1> Options{{UserOption}};
+
 int put(const CommandLine& line, const Console& console) {
     const Arguments& words = line.words();
     const std::string& name = words[1];
     const std::string& key = words[2];
     const std::string json =
         words[3] == "-" ? std::string(std::istreambuf_iterator<char>(console.in), {}) : words[3];
-    const auto engine = openStore(words.front());
-    static_cast<void>(engineFile(*engine, name));
-    const auto file = store::Store(engine).OpenFile(name);
+    store::Store store(openStore(words.front()));
+    sign(store, line);
+    static_cast<void>(engineFile(store.changes().engine(), name));
+    const auto file = store.OpenFile(name);
     data::DBARecord record = file->NewRecord(key);
     host::fill(record, host::parseJson(json), [&](const std::string& attribute) {
         return store::dictionaryAttribute(name, attribute).value_or(0);
@@ -40,7 +44,7 @@ constexpr Command putCommand{
     "JSON is an object from an attribute, by its number or by its name in FILE's dictionary, to a\n"
     "string (one value) or an array of strings (several). Attributes that it does not name are\n"
     "empty. - reads it from standard input.\n",
-    {},
+    Options,
     "  vorandine-dba put sqlite:agence.vor ACTIVITES MEN '{\"1\":\"Ménage\"}'\n"
     "  vorandine-dba put sqlite:agence.vor CONTRAT '00012*1' \\\n"
     "      '{\"3\":\"PSD\",\"NomAideContrat\":\"Présence\",\"7\":\"20090706\"}'\n",

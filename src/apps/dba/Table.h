@@ -13,11 +13,13 @@ class Table {
 
     // As many cells as there are heads.
     void add(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+    // A line of its own, whatever the columns are.
+    void addLine(std::string text) { rows_.push_back({std::move(text)}); }
     // Two blanks between columns; no blanks at the end of a line.
     void print(std::ostream& out) const;
 
   private:
-    std::vector<std::vector<std::string>> rows_; // the heads first
+    std::vector<std::vector<std::string>> rows_; // the heads first; a line alone is one cell
 };
 
 } // namespace vorandine::dba

@@ -8,6 +8,19 @@ namespace {
 // Ends a transaction whose lines were not all good.
 struct GivenUp {};
 
+class WithoutCreations {
+  public:
+    explicit WithoutCreations(store::Changes& changes) : changes_(changes) {
+        changes_.keepCreations(false);
+    }
+    WithoutCreations(const WithoutCreations&) = delete;
+    WithoutCreations& operator=(const WithoutCreations&) = delete;
+    ~WithoutCreations() { changes_.keepCreations(true); }
+
+  private:
+    store::Changes& changes_;
+};
+
 } // namespace
 
 bool ImportRun::isOfTheLine(const Error& error) noexcept {
@@ -22,6 +35,7 @@ bool ImportRun::isOfTheLine(const Error& error) noexcept {
 }
 
 ImportResult ImportRun::run(const std::function<void()>& work) {
+    const WithoutCreations load(store_.changes());
     try {
         store_.atomically([&] {
             work();

@@ -1,0 +1,41 @@
+// vorandine-dba backup: copies a store to a new file while programs go on using it.
+#include "apps/dba/Commands.h"
+#include "apps/dba/Opening.h"
+#include "apps/dba/Progress.h"
+
+#include <ostream>
+
+namespace vorandine::dba {
+namespace {
+
+int backup(const CommandLine& line, const Console& console) {
+    const std::string& path = line.words()[1];
+    Progress progress(console, "copied", "pages");
+    openStore(line.words().front())->backUp(path, [&](std::size_t pages) {
+        progress.reach(pages);
+    });
+    progress.clear();
+    console.out << "backed up " << line.words().front() << " to " << path << '\n';
+    return Done;
+}
+
+} // namespace
+
+constexpr Command backupCommand{
+    "backup",
+    "URL PATH",
+    2,
+    2,
+    "copy a store, history included, to a new file while programs use it",
+    "The copy shows one state of the store and is a store itself: sqlite:PATH. PATH must not "
+    "exist\n"
+    "yet; while the copy grows it is called PATH.part. Programs that write go on; those that "
+    "write\n"
+    "without a pause wait a moment at last.\n",
+    {},
+    "  vorandine-dba backup sqlite:agence.vor /media/usb/agence-$(date +%F).vor\n"
+    "  vorandine-dba backup sqlite:agence.vor copie.vor && vorandine-dba verify copie.vor\n",
+    backup,
+};
+
+} // namespace vorandine::dba

@@ -1,0 +1,133 @@
+// vorandine-dba history: what changes have made of one record, and who made them.
+#include "apps/dba/Commands.h"
+#include "apps/dba/Opening.h"
+#include "apps/dba/history/Statement.h"
+#include "apps/host/RecordJson.h"
+#include "store/RecordText.h"
+
+#include <array>
+#include <ostream>
+#include <vector>
+
+namespace vorandine::dba {
+namespace {
+
+constexpr std::array<Option, 1> Options{{
+    {"--json", "", "one JSON object a change, with version, user, before and after"},
+}};
+
+// A record as it was at one time; none where there was no record.
+using State = std::optional<std::string>;
+
+class Telling {
+  public:
+    Telling(std::string name, std::string key, const Console& console)
+        : name_(std::move(name)), key_(std::move(key)), console_(console) {}
+
+    void tell(const std::vector<store::Version>& versions, const State& today, bool json) {
+        const auto statement = statementFor(name_);
+        if (!json && versions.front().record) {
+            statement->heading("as first kept");
+            statement->tell(record(std::nullopt), record(versions.front().record));
+        }
+        for (std::size_t i = 0; i < versions.size(); ++i) {
+            const State& before = versions[i].record;
+            const State& after = i + 1 < versions.size() ? versions[i + 1].record : today;
+            if (json) {
+                printJson(versions[i], before, after);
+                continue;
+            }
+            statement->heading(versions[i].moment + ' ' + wordFor(before, after) +
+                               (versions[i].user.empty() ? "" : " by " + versions[i].user));
+            statement->tell(record(before), record(after));
+        }
+        if (!json)
+            statement->print(console_.out);
+    }
+
+    [[nodiscard]] bool damaged() const noexcept { return damaged_; }
+
+  private:
+    std::string name_;
+    std::string key_;
+    const Console& console_;
+    bool damaged_ = false;
+
+    // Damage is told once for each state; the rest of the history can still be read.
+    data::DBARecord record(const State& state) {
+        if (state && !store::isPlainRecord(*state)) {
+            if (!damaged_)
+                console_.err << "vorandine-dba: a version is damaged, it is shown empty\n";
+            damaged_ = true;
+            return {nullptr, key_, ""};
+        }
+        return {nullptr, key_, state.value_or("")};
+    }
+
+    static std::string wordFor(const State& before, const State& after) {
+        if (!before)
+            return after ? "created" : "never there";
+        if (!after)
+            return "deleted";
+        return *before == *after ? "stored again as it was" : "changed";
+    }
+
+    void printJson(const store::Version& version, const State& before, const State& after) {
+        std::string json = "{\"version\":";
+        host::appendJsonText(json, version.moment);
+        json += ",\"user\":";
+        host::appendJsonText(json, version.user);
+        const auto member = [&](const char* name, const State& state) {
+            json += name;
+            const data::DBARecord shown = record(state);
+            if (state)
+                host::appendJson(json, shown());
+            else
+                json += "null";
+        };
+        member(",\"before\":", before);
+        member(",\"after\":", after);
+        console_.out << json << "}\n";
+    }
+};
+
+int history(const CommandLine& line, const Console& console) {
+    const std::string& name = line.words()[1];
+    const std::string& key = line.words()[2];
+    store::Store store(openStore(line.words().front()));
+    store::EngineFile& file = engineFile(store.changes().engine(), name);
+    std::vector<store::Version> versions;
+    State today;
+    store.changes().engine().consistently([&] {
+        versions = store.changes().history(name, key);
+        today = file.read(key);
+    });
+    if (versions.empty()) {
+        console.err << "vorandine-dba: no change of '" << key << "' in " << name << " was kept"
+                    << (today ? "" : ", and there is no such record") << '\n';
+        return Findings;
+    }
+    Telling telling(name, key, console);
+    telling.tell(versions, today, line.has("--json"));
+    return telling.damaged() ? Findings : Done;
+}
+
+} // namespace
+
+constexpr Command historyCommand{
+    "history",
+    "URL FILE KEY",
+    3,
+    3,
+    "show what changes have made of one record",
+    "Each change begins with its moment (UTC), which names it for restore, and who made it; then\n"
+    "come the values that left and came. A ledger (DIFAIDANT) is shown as a statement, with dates\n"
+    "and hours as on the screen: lines that are new, gone or changed (was, is), and lines whose\n"
+    "balance followed. Where no change was kept, the exit status is 1.\n",
+    Options,
+    "  vorandine-dba history sqlite:agence.vor DIFAIDANT 00012PSD\n"
+    "  vorandine-dba history --json sqlite:agence.vor CONTRAT '00012*1'\n",
+    history,
+};
+
+} // namespace vorandine::dba

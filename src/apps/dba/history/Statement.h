@@ -1,0 +1,35 @@
+// What changes have made of a record, told line by line: of a ledger as a statement of its hours,
+// of any other record by attributes.
+#pragma once
+
+#include "apps/dba/Table.h"
+#include "data/DBARecord.h"
+
+#include <memory>
+#include <string>
+
+namespace vorandine::dba {
+
+class Statement {
+  public:
+    Statement() = default;
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    virtual ~Statement() = default;
+
+    // A line of its own, across the columns.
+    void heading(std::string text) { table_.addLine(std::move(text)); }
+    // What is in `after` and not in `before`, and the other way round.
+    virtual void tell(const data::DBARecord& before, const data::DBARecord& after) = 0;
+    void print(std::ostream& out) const { table_.print(out); }
+
+  protected:
+    explicit Statement(Table table) : table_(std::move(table)) {}
+
+    Table table_;
+};
+
+// The statement for records of that file.
+[[nodiscard]] std::unique_ptr<Statement> statementFor(const std::string& file);
+
+} // namespace vorandine::dba
