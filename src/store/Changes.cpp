@@ -5,6 +5,7 @@
 #include "store/Catalogue.h"
 #include "text/Characters.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -38,6 +39,13 @@ std::string momentText(Moment moment) {
                   utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
                   utc.tm_sec, static_cast<int>(moment % PerSecond));
     return text.data();
+}
+
+bool isPlainVersion(std::string_view key, std::string_view content) noexcept {
+    return std::count(key.begin(), key.end(), Mark) == 2 &&
+           text::IsPlain(key.substr(0, key.find(Mark))) &&
+           text::IsPlain(key.substr(key.rfind(Mark) + 1)) &&
+           text::IsPlain(content.substr(0, content.find(Mark)));
 }
 
 Changes::Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock)

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vorandine::store {
@@ -29,6 +30,9 @@ struct Version {
     std::string user;                  // who made it; "" if unknown
     std::optional<std::string> record; // the whole text before; none where the change made it
 };
+
+// Whether an entry of the history's file is one: what it says of file, moment and user is plain.
+[[nodiscard]] bool isPlainVersion(std::string_view key, std::string_view content) noexcept;
 
 // Shared by a store and its files. All members throw what the engine throws.
 class Changes {

@@ -7,6 +7,7 @@
 #include <exception>
 #include <new>
 #include <sqlite3.h>
+#include <thread>
 #include <utility>
 
 namespace vorandine::store {
@@ -89,14 +90,14 @@ struct SqliteDatabase::Visit {
 };
 
 SqliteDatabase::SqliteDatabase(std::string path, bool create, std::chrono::milliseconds patience)
-    : path_(std::move(path)) {
+    : path_(std::move(path)), patience_(patience) {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                       (create ? SQLITE_OPEN_CREATE : 0);
     const int code = sqlite3_open_v2(path_.c_str(), &handle_, flags, nullptr);
     try {
         if (code != SQLITE_OK)
             fail(code);
-        sqlite3_busy_timeout(handle_, static_cast<int>(patience.count()));
+        sqlite3_busy_handler(handle_, &SqliteDatabase::waitForLock, this);
         const int added =
             sqlite3_create_function_v2(handle_, "visite", 2, SQLITE_UTF8 | SQLITE_DIRECTONLY, this,
                                        &SqliteDatabase::callVisitor, nullptr, nullptr, nullptr);
@@ -154,6 +155,21 @@ void SqliteDatabase::fail(int code) const {
         text +=
             std::string(" (SQLite ") + std::to_string(code) + " : " + sqlite3_errstr(code) + ")";
     throw Error(meaning.number, text);
+}
+
+// Nobody is told when a lock is free: one has to come by at the right time. SQLite's own waiting
+// comes by ever more seldom, and so hardly ever between two writes of another process that makes
+// one after the other.
+int SqliteDatabase::waitForLock(void* database, int attempts) {
+    constexpr std::chrono::microseconds Pause{250};
+    SqliteDatabase& self = *static_cast<SqliteDatabase*>(database);
+    const auto now = std::chrono::steady_clock::now();
+    if (attempts == 0)
+        self.waitingSince_ = now;
+    if (now - self.waitingSince_ >= self.patience_)
+        return 0;
+    std::this_thread::sleep_for(Pause);
+    return 1;
 }
 
 void SqliteDatabase::callVisitor(sqlite3_context* context, int /*count*/, sqlite3_value** values) {

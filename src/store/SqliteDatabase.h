@@ -50,9 +50,12 @@ class SqliteDatabase {
     struct Visit;
 
     std::string path_;
+    std::chrono::milliseconds patience_;
+    std::chrono::steady_clock::time_point waitingSince_;
     sqlite3* handle_ = nullptr;
     Visit* visit_ = nullptr; // of the run that is under way, if it has one
 
+    static int waitForLock(void* database, int attempts);
     static void callVisitor(sqlite3_context* context, int count, sqlite3_value** values);
 };
 

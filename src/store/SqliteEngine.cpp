@@ -1,93 +1,25 @@
-// Layout, creation and checks of an SQLite store, and its files: one table each, keys and records
-// as BLOBs in a tree ordered by key.
+// Creation and checks of an SQLite store, and its files: one table each, keys and records as BLOBs
+// in a tree ordered by key.
 #include "store/SqliteEngine.h"
 
 #include "store/Catalogue.h"
 #include "store/SqliteBackup.h"
+#include "store/SqliteLayout.h"
 #include "text/Error.h"
 
-#include <filesystem>
 #include <memory>
 #include <set>
 #include <string_view>
 #include <utility>
 
 namespace vorandine::store {
+
+using namespace sqlite;
+
 namespace {
 
-// "VRDN", in the header of the SQLite file: the store is ours.
-constexpr std::int64_t ApplicationId = 0x5652444E;
-constexpr std::int64_t FormatVersion = 2;
-constexpr std::int64_t WithoutHistory = 1; // the format before; the history's table is all it lacks
-// A record above a quarter of a page is kept apart from its key, and costs a second read.
-constexpr int PageBytes = 16384;
 // Pages kept by one connection, in KiB: the upper levels of the trees of a large store.
 constexpr int CacheKiB = 16384;
-
-// Exactly as SQLite keeps it: verify() compares.
-std::string createTable(std::string_view file) {
-    return "CREATE TABLE \"" + std::string(file) +
-           "\" (cle BLOB PRIMARY KEY, fiche BLOB NOT NULL) WITHOUT ROWID";
-}
-
-std::vector<std::string> tables() {
-    std::vector<std::string> names;
-    for (const CatalogueFile& known : catalogue())
-        names.emplace_back(known.name);
-    names.emplace_back(HistoryFile);
-    return names;
-}
-
-// The smallest page of SQLite, and so its smallest file.
-constexpr std::uintmax_t SmallestFile = 512;
-
-[[noreturn]] void refuse(std::uint32_t number, const std::string& path, const std::string& why) {
-    throw Error(number, "La base « " + path + " » " + why);
-}
-
-[[noreturn]] void refuseEmpty(const std::string& path) {
-    refuse(errors::NotADatabase, path,
-           "n'en est pas une : le fichier est vide. Choisissez un autre chemin, ou créez "
-           "la base à cet endroit.");
-}
-
-// The absolute path, which no spelling of SQLite's own (":memory:", "file:") can hide in, after
-// the checks that need no connection. The file is not opened for them: closing it again would drop
-// the locks that this process may hold on it through another connection.
-std::string checkedPath(const std::string& given, OpenMode mode) {
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::absolute(given, error);
-    if (error)
-        refuse(errors::StoreFailed, given, "n'est pas accessible : " + error.message() + ".");
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    switch (status.type()) {
-    case std::filesystem::file_type::not_found:
-        if (mode == OpenMode::Existing)
-            refuse(errors::StoreMissing, path, "n'existe pas. Vérifiez le chemin, ou créez-la.");
-        if (!std::filesystem::is_directory(path.parent_path(), error))
-            refuse(errors::ReadOnly, path,
-                   "ne peut pas être créée : son dossier n'existe pas. Créez-le d'abord.");
-        break;
-    case std::filesystem::file_type::regular: {
-        const std::uintmax_t size = std::filesystem::file_size(path, error);
-        if (!error && size == 0 && mode == OpenMode::Existing)
-            refuseEmpty(path);
-        // SQLite takes a file of a single byte for an empty one and would write over it.
-        if (!error && size > 0 && size < SmallestFile)
-            refuse(errors::NotADatabase, path,
-                   "n'en est pas une : le fichier est d'une autre nature. Choisissez un autre "
-                   "chemin.");
-        break;
-    }
-    case std::filesystem::file_type::none:
-        refuse(errors::StoreFailed, path, "n'est pas accessible : " + error.message() + ".");
-    default:
-        refuse(
-            errors::NotADatabase, path,
-            "n'en est pas une : ce chemin ne mène pas à un fichier. Choisissez un autre chemin.");
-    }
-    return path;
-}
 
 } // namespace
 
@@ -207,12 +139,8 @@ bool SqliteEngine::addHistory() {
 
 void SqliteEngine::verify() {
     const std::string& path = database_.path();
-    // The making of a store that was interrupted has only now been undone.
-    if (database_.number("PRAGMA page_count") == 0)
-        refuseEmpty(path);
-    if (database_.number("PRAGMA application_id") != ApplicationId)
-        refuse(errors::OtherProgram, path,
-               "appartient à un autre programme. Choisissez un autre chemin.");
+    // The making of a store that was interrupted has only now been undone: it may be empty.
+    requireStore(database_);
     const bool withoutHistory =
         database_.number("PRAGMA user_version") == WithoutHistory && !addHistory();
     const std::int64_t version = database_.number("PRAGMA user_version");

@@ -45,5 +45,6 @@ extern const Command restoreCommand;
 extern const Command pruneCommand;
 extern const Command backupCommand;
 extern const Command verifyCommand;
+extern const Command repairCommand;
 
 } // namespace vorandine::dba

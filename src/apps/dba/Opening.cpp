@@ -19,6 +19,10 @@ std::shared_ptr<store::Engine> openStore(const std::string& url, store::OpenMode
     return store::openEngine(url, mode);
 }
 
+std::string pathOf(const std::string& word) {
+    return word.starts_with(SqliteScheme) ? word.substr(SqliteScheme.size()) : word;
+}
+
 void sign(store::Store& store, const CommandLine& line) {
     store.changes().user(line.value(UserOption.name).value_or(systemUser()));
 }

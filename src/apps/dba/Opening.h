@@ -11,9 +11,14 @@
 
 namespace vorandine::dba {
 
+const std::string SqliteScheme = "sqlite:";
+
 // Throws Error as store::openEngine does.
 [[nodiscard]] std::shared_ptr<store::Engine>
 openStore(const std::string& url, store::OpenMode mode = store::OpenMode::Existing);
+
+// Of the commands that are given the file of a store, by its path or by its URL: the path.
+[[nodiscard]] std::string pathOf(const std::string& word);
 
 constexpr Option UserOption{"--user", "NAME", "who makes the change (the system's user)"};
 

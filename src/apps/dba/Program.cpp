@@ -13,9 +13,10 @@ namespace vorandine::dba {
 namespace {
 
 constexpr std::array Commands{
-    &createCommand,  &filesCommand,   &getCommand,    &putCommand,       &deleteCommand,
-    &queryCommand,   &exportCommand,  &importCommand, &importCsvCommand, &checkCommand,
-    &historyCommand, &restoreCommand, &pruneCommand,  &backupCommand,    &verifyCommand,
+    &createCommand,    &filesCommand,  &getCommand,     &putCommand,
+    &deleteCommand,    &queryCommand,  &exportCommand,  &importCommand,
+    &importCsvCommand, &checkCommand,  &historyCommand, &restoreCommand,
+    &pruneCommand,     &backupCommand, &verifyCommand,  &repairCommand,
 };
 
 constexpr std::size_t NameWidth = 12;

@@ -3,11 +3,11 @@
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
 #include "store/Catalogue.h"
+#include "store/Changes.h"
 #include "store/RecordText.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
-#include <algorithm>
 #include <array>
 #include <ostream>
 
@@ -18,28 +18,25 @@ constexpr std::array<Option, 1> Options{{
     {"--json", "", "the outcome as {\"records\":12,\"versions\":3,\"findings\":0}"},
 }};
 
-constexpr std::string_view Scheme = "sqlite:";
-
-bool isPlainVersion(std::string_view key, std::string_view content) {
-    const std::size_t mark = content.find('\xFF');
-    return std::count(key.begin(), key.end(), '\xFF') == 2 &&
-           text::IsPlain(key.substr(key.rfind('\xFF') + 1)) &&
-           text::IsPlain(content.substr(0, mark));
-}
-
 class Verification {
   public:
     Verification(store::Engine& engine, const Console& console)
         : engine_(engine), console_(console), progress_(console, "verified") {}
 
     void run() {
-        for (const std::string& fault : engine_.faults())
-            find(fault);
+        try {
+            for (const std::string& fault : engine_.faults())
+                find(fault);
+        } catch (const Error& error) {
+            if (error.number() != errors::Damaged)
+                throw;
+            find("the pages of the file do not hang together");
+        }
         for (const std::string& name : engine_.files())
             records_ += read(name, [](std::string_view key, std::string_view record) {
                 return text::IsPlain(key) && store::isPlainRecord(record);
             });
-        versions_ = read(std::string(store::HistoryFile), isPlainVersion);
+        versions_ = read(std::string(store::HistoryFile), store::isPlainVersion);
         progress_.clear();
     }
 
@@ -97,10 +94,8 @@ class Verification {
 };
 
 int verify(const CommandLine& line, const Console& console) {
-    const std::string& path = line.words().front();
-    std::shared_ptr<store::Engine> engine;
     try {
-        engine = openStore(path.starts_with(Scheme) ? path : std::string(Scheme) + path);
+        const auto engine = openStore(SqliteScheme + pathOf(line.words().front()));
         Verification verification(*engine, console);
         engine->consistently([&] { verification.run(); });
         return verification.tell(line.has("--json"));

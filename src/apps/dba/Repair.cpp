@@ -1,0 +1,75 @@
+// vorandine-dba repair: makes a sound store of what can be read of a damaged one.
+#include "apps/dba/Commands.h"
+#include "apps/dba/Opening.h"
+#include "apps/dba/Progress.h"
+#include "store/Catalogue.h"
+#include "store/SqliteSalvage.h"
+#include "text/Error.h"
+
+#include <array>
+#include <filesystem>
+#include <ostream>
+
+namespace vorandine::dba {
+namespace {
+
+constexpr std::array<Option, 1> Options{{
+    {"--json", "", "the outcome as {\"records\":12,\"versions\":3,\"lost\":0}"},
+}};
+
+int repair(const CommandLine& line, const Console& console) {
+    const std::string target = pathOf(line.words()[1]);
+    if (std::filesystem::exists(target))
+        throw UsageError(target + " exists already; give a new name");
+    const auto engine = openStore(SqliteScheme + target, store::OpenMode::Create);
+    std::size_t records = 0;
+    std::size_t versions = 0;
+    std::size_t lost = 0;
+    Progress progress(console, "read");
+    try {
+        engine->atomically([&] {
+            lost = store::salvage(
+                pathOf(line.words().front()),
+                [&](const std::string& file, std::string_view key, std::string_view record) {
+                    progress.step();
+                    engine->file(file)->write(key, record);
+                    ++(file == store::HistoryFile ? versions : records);
+                });
+        });
+    } catch (const std::exception&) {
+        std::error_code ignored;
+        std::filesystem::remove(target, ignored); // nothing is in it
+        throw;
+    }
+    progress.clear();
+    if (line.has("--json"))
+        console.out << "{\"records\":" << records << ",\"versions\":" << versions
+                    << ",\"lost\":" << lost << "}\n";
+    else
+        console.out << records << (records == 1 ? " record" : " records") << " and " << versions
+                    << (versions == 1 ? " version" : " versions") << " saved to " << target << "; "
+                    << lost << (lost == 1 ? " page or record" : " pages or records")
+                    << " could not be read\n";
+    return lost == 0 ? Done : Findings;
+}
+
+} // namespace
+
+constexpr Command repairCommand{
+    "repair",
+    "PATH NEWPATH",
+    2,
+    2,
+    "make a new store of what can be read of a damaged one",
+    "Reads the file page by page, past those that are lost, and stores what is sound, history\n"
+    "included, in a new store. The damaged file stays as it is. The exit status is 1 where\n"
+    "something could not be read: a page may have held hundreds of records. Compare with the last\n"
+    "backup then.\n",
+    Options,
+    "  vorandine-dba repair agence.vor sauve.vor\n"
+    "  diff <(vorandine-dba export sqlite:sauvegarde.vor) <(vorandine-dba export "
+    "sqlite:sauve.vor)\n",
+    repair,
+};
+
+} // namespace vorandine::dba

@@ -1,0 +1,55 @@
+// SQLite undoes an interrupted write, keeps writers out and says where the tables begin; their
+// pages are read beside it.
+#include "store/SqliteSalvage.h"
+
+#include "store/Catalogue.h"
+#include "store/Changes.h"
+#include "store/RecordText.h"
+#include "store/SqliteDatabase.h"
+#include "store/SqliteEngine.h"
+#include "store/SqliteLayout.h"
+#include "store/SqlitePages.h"
+#include "text/Characters.h"
+
+#include <map>
+
+namespace vorandine::store {
+namespace {
+
+std::map<std::string, std::uint32_t> rootsOf(SqliteDatabase& database) {
+    std::map<std::string, std::uint32_t> roots;
+    SqliteStatement statement(database, "SELECT name, rootpage FROM sqlite_schema");
+    SqliteStatement::Run run(statement);
+    while (run.step())
+        roots.emplace(run.column(0), static_cast<std::uint32_t>(run.number(1)));
+    return roots;
+}
+
+} // namespace
+
+std::size_t salvage(const std::string& path, const SalvageVisitor& take) {
+    const std::string absolute = sqlite::checkedPath(path, OpenMode::Existing);
+    SqliteDatabase database(absolute, false, SqlitePatience);
+    database.run("BEGIN");
+    sqlite::requireStore(database);
+    const std::map<std::string, std::uint32_t> roots = rootsOf(database);
+    SqlitePages pages(absolute);
+    std::size_t lost = 0;
+    for (const std::string& file : sqlite::tables()) {
+        const auto root = roots.find(file);
+        if (root == roots.end())
+            continue; // the history of a store of the format before
+        pages.visit(root->second, [&](std::string_view key, std::string_view record) {
+            const bool plain = file == HistoryFile ? isPlainVersion(key, record)
+                                                   : text::IsPlain(key) && isPlainRecord(record);
+            if (plain)
+                take(file, key, record);
+            else
+                ++lost;
+        });
+    }
+    database.rollBack(); // nothing was written
+    return lost + pages.lost();
+}
+
+} // namespace vorandine::store

@@ -1,0 +1,22 @@
+// What can still be read of a damaged SQLite store.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vorandine::store {
+
+// Gets each entry that can be read: the engine's file, the history's among them, key and record.
+// The views end with the call.
+using SalvageVisitor =
+    std::function<void(const std::string& file, std::string_view key, std::string_view record)>;
+
+// Reads the store at `path` page by page and hands over what is sound in itself. Gives how many
+// pages and entries could not be read; a page may have held hundreds of entries. Writers wait
+// meanwhile. Throws as openEngine where the file is no store at all, and Error(Damaged) where its
+// first page, which says where the others are, is lost.
+[[nodiscard]] std::size_t salvage(const std::string& path, const SalvageVisitor& take);
+
+} // namespace vorandine::store
