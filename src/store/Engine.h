@@ -22,7 +22,8 @@ struct KeyRange {
 
 // One file of an engine. Every member throws Error with one of the store's numbers (ReadOnly,
 // Locked, Damaged, DiskFull, StoreFailed, StoreMissing where the file was taken away) when the
-// engine fails; a failed write or erase changes nothing.
+// engine fails. A failed write or erase changes nothing, save where only the disk's last word is
+// missing, that it is there for good: the text of that StoreFailed says so.
 class EngineFile {
   public:
     // Gets key and record; false ends the scan. Both views end with the call.

@@ -45,6 +45,10 @@ Meaning meaningOf(int code, int systemError) noexcept {
     if (code == SQLITE_READONLY_DBMOVED)
         return {errors::StoreMissing, "a été déplacée ou supprimée pendant son utilisation. "
                                       "Remettez-la en place et rouvrez-la."};
+    if (code == SQLITE_IOERR_DIR_FSYNC)
+        return {errors::StoreFailed,
+                "a été écrite, mais le disque ne l'a pas confirmé : une coupure de courant "
+                "pourrait annuler cette écriture. Vérifiez le disque, puis recommencez."};
     if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY)
         return {errors::ReadOnly,
                 "a été interrompue pendant une écriture, qu'il faut d'abord annuler, mais le "

@@ -91,6 +91,9 @@ SqliteEngine::SqliteEngine(const std::string& path, OpenMode mode,
     database_.run("PRAGMA trusted_schema = OFF");
     database_.run("PRAGMA cell_size_check = ON");
     database_.run("PRAGMA synchronous = EXTRA");
+    // A write needs no other folder than its own, which may be full while this one is not, and in
+    // which a program that is killed would leave its files.
+    database_.run("PRAGMA temp_store = MEMORY");
     if (mode == OpenMode::Create && database_.number("PRAGMA page_count") == 0)
         create();
     // Not before: SQLite counts the cache in pages, and a new file changes their size.

@@ -10,12 +10,11 @@
 #include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace vorandine::store {
 namespace {
 
+using store_test::asNobody;
 using store_test::raisedBy;
 
 // Another program at the same file.
@@ -240,16 +239,6 @@ TEST_F(SqliteStore, AFullDiskLosesNothingAndIsForgottenWhenItHasRoom) {
     EXPECT_EQ(open(OpenMode::Existing).file("TABLES")->read("1"), large);
 }
 
-TEST_F(SqliteStore, ACreationThatFailsLeavesNoStore) {
-    for (const std::uintmax_t room : {std::uintmax_t{0}, std::uintmax_t{20000}}) {
-        const DiskLimit limit(room);
-        EXPECT_EQ(opening(OpenMode::Create), errors::DiskFull);
-    }
-    EXPECT_NE(opening(OpenMode::Existing), 0U);
-    EXPECT_EQ(opening(OpenMode::Create), 0U);
-    EXPECT_EQ(opening(OpenMode::Existing), 0U);
-}
-
 TEST_F(SqliteStore, AFileTakenAwayIsNoticedWhenWriting) {
     make();
     SqliteEngine engine = open(OpenMode::Existing);
@@ -258,20 +247,6 @@ TEST_F(SqliteStore, AFileTakenAwayIsNoticedWhenWriting) {
               errors::StoreMissing);
     std::filesystem::rename(folder / "elsewhere", path);
     engine.file("TABLES")->write("a", "1");
-}
-
-// Runs `work` as a user without rights on the files made so far; tests may run as root. Gives what
-// `work` gives, up to 127.
-int asNobody(const std::function<int()>& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        if (getuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-            _exit(126);
-        _exit(work());
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 127;
 }
 
 TEST_F(SqliteStore, AProtectedFileIsReadAndNotWritten) {
@@ -311,36 +286,6 @@ TEST_F(SqliteStore, TheFormatBeforeGetsItsHistoryAtTheFirstOpening) {
         record.DBWrite();
         EXPECT_EQ(store.changes().history("TABLES", "0").size(), times);
     }
-}
-
-// A process killed in the middle of a transaction leaves the store as it was before.
-TEST_F(SqliteStore, AnInterruptedWriteIsUndone) {
-    make(200);
-    const pid_t child = fork();
-    if (child == 0) {
-        SqliteEngine engine = open(OpenMode::Existing);
-        engine.atomically([&] {
-            // More than the cache holds, so that pages reach the file before the end.
-            for (int i = 0; i < 40000; ++i)
-                engine.file("TABLES")->write(std::to_string(i % 200) + (i < 200 ? "" : "n") +
-                                                 std::to_string(i < 200 ? 0 : i),
-                                             std::string(1500, 'z'));
-            engine.file("TABLES")->write("0", "changed");
-            kill(getpid(), SIGKILL);
-        });
-        _exit(1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status));
-    EXPECT_TRUE(std::filesystem::exists(path + "-journal"));
-    SqliteEngine engine = open(OpenMode::Existing);
-    int records = 0;
-    engine.file("TABLES")->scan({}, [&](auto, std::string_view record) {
-        ++records;
-        return record == std::string(1000, 'x');
-    });
-    EXPECT_EQ(records, 200);
 }
 
 } // namespace

@@ -1,10 +1,13 @@
 // What the tests of the store share: requests without their separators, files in a folder of their
-// own, and the number and text of an expected Error.
+// own, the number and text of an expected Error, and work done without rights.
 #pragma once
 
 #include "data/DBARecord.h"
 #include "store/Engine.h"
 #include "text/Error.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <functional>
@@ -31,6 +34,22 @@ inline Raised raisedBy(const std::function<void()>& work) {
         return {error.number(), error.what()};
     }
     return {};
+}
+
+constexpr unsigned Nobody = 65534;
+
+// Runs `work` in a process without rights on the files made so far; tests may run as root. Gives
+// what `work` gives, up to 125.
+inline int asNobody(const std::function<int()>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        if (getuid() == 0 && (setgid(Nobody) != 0 || setuid(Nobody) != 0))
+            _exit(126);
+        _exit(work());
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 127;
 }
 
 // A folder that goes with all it holds.
