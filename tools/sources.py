@@ -21,13 +21,14 @@ def includes(path):
 
 
 def closure(path):
-    """The file and all files of src/ that it includes, directly or not."""
+    """The file and all files of src/, or beside it, that it includes, directly or not."""
     seen = {path}
     pending = [path]
     while pending:
-        for name in includes(pending.pop())[0]:
-            header = ROOT / "src" / name
-            if header.is_file() and header not in seen:
-                seen.add(header)
-                pending.append(header)
+        source = pending.pop()
+        for name in includes(source)[0]:
+            for header in (ROOT / "src" / name, source.parent / name):
+                if header.is_file() and header not in seen:
+                    seen.add(header)
+                    pending.append(header)
     return sorted(seen)

@@ -30,6 +30,7 @@ std::string Controle_Numerique(widgets::TextField& W_Zone, std::int16_t& W_NbEnt
         W_Zone.SetFocus();
         return typed;
     };
+    const std::int16_t unsignedWidth = W_NbEntiers;
     if (typed.find('-') != std::string::npos)
         ++W_NbEntiers;
     const auto length = static_cast<int>(text::Len(typed));
@@ -47,7 +48,9 @@ std::string Controle_Numerique(widgets::TextField& W_Zone, std::int16_t& W_NbEnt
         return refuse("La zone doit contenir un nombre, par exemple 7,50");
     if (hasComma && static_cast<int>(value->floorText().size()) > W_NbEntiers)
         return refuse("Trop de chiffres avant la virgule");
-    return Format_Numerique(*value, W_NbEntiers, W_NbDecimales, false);
+    // "-0" loses its sign, and the place of the sign with it: wider, it would be refused next time.
+    return Format_Numerique(*value, value->negative() ? W_NbEntiers : unsignedWidth, W_NbDecimales,
+                            false);
 }
 
 } // namespace vorandine::rules

@@ -27,7 +27,8 @@ constexpr int HundredthsPlaces = 2;
 
 // The text that the caller puts in the field `W_Zone`: its number in fixed form. A number too long
 // before or after the comma, and a text that is no number, are refused: message, focus back to the
-// field, and its text is given back as it stands. A minus sign widens `W_NbEntiers` by 1.
+// field, and its text is given back as it stands. A minus sign widens `W_NbEntiers` by 1. A number
+// in the form given here is taken again as it stands.
 [[nodiscard]] std::string Controle_Numerique(widgets::TextField& W_Zone, std::int16_t& W_NbEntiers,
                                              const std::int16_t& W_NbDecimales,
                                              widgets::World& world);

@@ -16,6 +16,8 @@
 namespace vorandine {
 namespace {
 
+using namespace std::string_literals;
+
 std::string json(const data::DBARecord& record) {
     std::string text;
     host::appendJson(text, record());
@@ -89,9 +91,11 @@ TEST_F(Import, TellsEveryWrongLineAndStoresNothing) {
 {"file":"AIDANT","key":"2","record":{"1":"a\tb"}}
 )"
                            "{\"file\":\"AIDANT\",\"key\":\"2\",\"record\":{\"1\":\"\xE9\"}}\n"
+                           // Behind a zero byte too, nothing may stand unseen.
+                           "{\"file\":\"AIDANT\",\"key\":\"2\",\"record\":{}}\0x\n"s
                            R"({"file":"AIDANT","key":"3","record":{"1":"bon"}})");
     EXPECT_EQ(importAll({{"bon.jsonl", good}, {"mauvais.jsonl", bad}}), std::nullopt);
-    ASSERT_EQ(complaints.size(), 18U);
+    ASSERT_EQ(complaints.size(), 19U);
     for (std::size_t i = 0; i < complaints.size(); ++i)
         EXPECT_TRUE(complaints[i].starts_with("mauvais.jsonl:" + std::to_string(i + 2) + ": "))
             << complaints[i];

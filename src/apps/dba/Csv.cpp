@@ -54,7 +54,9 @@ bool CsvReader::next(CsvRow& row) {
     if (!readLine(text_))
         return false;
     row.line = line_;
-    while (!split(row)) {
+    // Only what came last is split: lines are many where a quote was forgotten.
+    for (std::size_t from = 0; !split(row, from);) {
+        from = text_.size();
         text_.push_back('\n');
         if (text_.size() > LongestRow || !readLine(text_)) {
             row.fault = "a quote that opens here is never closed";
@@ -65,12 +67,12 @@ bool CsvReader::next(CsvRow& row) {
     return true;
 }
 
-bool CsvReader::split(CsvRow& row) const {
-    row.cells.assign(1, {});
-    row.fault.reset();
-    bool quoted = false;
-    bool begins = true; // a quote would open the cell
-    for (std::size_t i = 0; i < text_.size(); ++i) {
+bool CsvReader::split(CsvRow& row, std::size_t from) const {
+    bool quoted = from > 0;
+    bool begins = !quoted; // a quote would open the cell
+    if (begins)
+        row.cells.emplace_back();
+    for (std::size_t i = from; i < text_.size(); ++i) {
         std::string& cell = row.cells.back();
         const char c = text_[i];
         if (quoted) {

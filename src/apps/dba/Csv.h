@@ -43,8 +43,9 @@ class CsvReader {
     std::size_t line_ = 0;
 
     [[nodiscard]] bool readLine(std::string& to);
-    // Cells of text_; false where a quote is open at its end.
-    [[nodiscard]] bool split(CsvRow& row) const;
+    // Adds the cells of text_ from `from` on: 0, or where a quote was open at its end before. False
+    // where one is open at its end now.
+    [[nodiscard]] bool split(CsvRow& row, std::size_t from) const;
     void finish(CsvRow& row) const;
 };
 

@@ -19,6 +19,12 @@ using nlohmann::json;
     throw Error(errors::TextRefused, text);
 }
 
+// Names the character that byte `at` belongs to.
+[[noreturn]] void refuseJson(std::string_view text, std::size_t at) {
+    refuse("JSON incorrect au caractère " + std::to_string(text::Len(text.substr(0, at)) + 1) +
+           ".");
+}
+
 // The attribute that a member's name is the number of, in its one form without leading zeros; 0 if
 // it is no number.
 int attributeNumber(const std::string& name) {
@@ -66,14 +72,18 @@ json parseJson(std::string_view text) {
         }
         return true;
     };
+    json parsed;
     try {
-        return json::parse(text, watch);
+        parsed = json::parse(text, watch);
     } catch (const json::parse_error& error) {
-        const std::string_view before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
-        refuse("JSON incorrect au caractère " + std::to_string(text::Len(before) + 1) + ".");
+        refuseJson(text, error.byte > 0 ? error.byte - 1 : 0);
     } catch (const json::exception&) {
         refuse("JSON incorrect : un nombre dépasse les limites.");
     }
+    // The parser takes a zero byte for the end of the text, whatever stands behind it.
+    if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos)
+        refuseJson(text, zero);
+    return parsed;
 }
 
 void fill(data::DBARecord& record, const json& object,
