@@ -40,16 +40,20 @@ std::vector<std::string_view> between(std::string_view text, char separator) {
 }
 
 // The date if there is one of these numbers; the stored form has room for four-digit years alone.
-std::optional<widgets::Date> calendarDate(std::optional<int> year, std::optional<int> month,
-                                          std::optional<int> day) {
-    if (!year || !month || !day || *year < 1000 || *year > 9999)
+std::optional<widgets::Date> calendarDate(int year, int month, int day) noexcept {
+    if (year < 1000 || year > 9999)
         return std::nullopt;
-    const std::chrono::year_month_day date{std::chrono::year(*year),
-                                           std::chrono::month(static_cast<unsigned>(*month)),
-                                           std::chrono::day(static_cast<unsigned>(*day))};
+    const std::chrono::year_month_day date{std::chrono::year(year),
+                                           std::chrono::month(static_cast<unsigned>(month)),
+                                           std::chrono::day(static_cast<unsigned>(day))};
     if (!date.ok())
         return std::nullopt;
-    return widgets::Date{*year, *month, *day};
+    return widgets::Date{year, month, day};
+}
+
+std::optional<widgets::Date> calendarDate(std::optional<int> year, std::optional<int> month,
+                                          std::optional<int> day) noexcept {
+    return year && month && day ? calendarDate(*year, *month, *day) : std::nullopt;
 }
 
 // A year of two or four digits. The two-digit ones name the hundred years around `current`.
@@ -77,6 +81,22 @@ std::optional<widgets::Date> typedDate(std::string_view text,
     const int current = today().year;
     return calendarDate(pieces.size() == 3 ? typedYear(pieces[2], current) : current,
                         number(pieces[1], 1, 2), number(pieces[0], 1, 2));
+}
+
+// Without a branch for each digit: a check of a store asks it of every date that there is.
+std::optional<widgets::Date> storedDate(std::string_view text) noexcept {
+    if (text.size() != 8)
+        return std::nullopt;
+    const auto digit = [&](std::size_t i) { // above 9 if it is none
+        return static_cast<unsigned char>(text[i]) - unsigned{'0'};
+    };
+    bool others = false;
+    for (std::size_t i = 0; i < 8; ++i)
+        others |= digit(i) > 9;
+    const auto number = [&](std::size_t i) {
+        return static_cast<int>(digit(i) * 10 + digit(i + 1));
+    };
+    return others ? std::nullopt : calendarDate(number(0) * 100 + number(2), number(4), number(6));
 }
 
 // `value` in at least `width` digits.
@@ -107,13 +127,12 @@ std::string DateConverter::Date_Stockee(const std::string& text) const {
 }
 
 std::string DateConverter::Date_Affichee(const std::string& stored) const {
-    if (stored.size() != 8)
-        return stored;
-    const std::string_view whole = stored;
-    const std::optional<widgets::Date> date =
-        calendarDate(number(whole.substr(0, 4), 4, 4), number(whole.substr(4, 2), 2, 2),
-                     number(whole.substr(6, 2), 2, 2));
+    const std::optional<widgets::Date> date = storedDate(stored);
     return date ? displayed(*date) : stored;
+}
+
+bool DateConverter::isStored(std::string_view text) noexcept {
+    return storedDate(text).has_value();
 }
 
 } // namespace vorandine::components

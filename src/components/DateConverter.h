@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace vorandine::components {
 
@@ -26,6 +27,8 @@ class DateConverter : public data::DateObject {
     // Takes d/m/yyyy, day and month with one or two digits and the year with four, nothing around.
     [[nodiscard]] std::string Date_Stockee(const std::string& text) const override;
     [[nodiscard]] std::string Date_Affichee(const std::string& stored) const override;
+    // Whether `text` is a date in stored form, which Date_Affichee shows as one.
+    [[nodiscard]] static bool isStored(std::string_view text) noexcept;
 
   private:
     std::function<widgets::Date()> today_;

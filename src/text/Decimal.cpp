@@ -7,34 +7,55 @@
 #include <cstddef>
 
 namespace vorandine::text {
+namespace {
+
+// A written number in pieces.
+struct Written {
+    bool negative = false;
+    std::string_view whole;
+    std::string_view decimals; // behind the comma
+};
+
+std::optional<Written> piecesOf(std::string_view text) noexcept {
+    while (text.starts_with(' '))
+        text.remove_prefix(1);
+    while (text.ends_with(' '))
+        text.remove_suffix(1);
+    Written pieces;
+    pieces.negative = text.starts_with('-');
+    text.remove_prefix(pieces.negative ? 1 : 0);
+    const auto digits = [&text] {
+        std::size_t count = 0;
+        while (count < text.size() && text[count] >= '0' && text[count] <= '9')
+            ++count;
+        const std::string_view found = text.substr(0, count);
+        text.remove_prefix(count);
+        return found;
+    };
+    pieces.whole = digits();
+    if (text.starts_with(',')) {
+        text.remove_prefix(1);
+        pieces.decimals = digits();
+    }
+    if (!text.empty() || (pieces.whole.empty() && pieces.decimals.empty()))
+        return std::nullopt;
+    return pieces;
+}
+
+} // namespace
+
+bool Decimal::isNumber(std::string_view written) noexcept {
+    return piecesOf(written).has_value();
+}
 
 std::optional<Decimal> Decimal::parse(std::string_view written) {
-    const std::size_t first = written.find_first_not_of(' ');
-    if (first == std::string_view::npos)
+    const std::optional<Written> pieces = piecesOf(written);
+    if (!pieces)
         return std::nullopt;
-    written = written.substr(first, written.find_last_not_of(' ') - first + 1);
-
     Decimal number;
-    if (written.front() == '-') {
-        number.negative_ = true;
-        written.remove_prefix(1);
-    }
-    bool comma = false;
-    bool digit = false;
-    for (const char c : written) {
-        if (c >= '0' && c <= '9') {
-            digit = true;
-            number.digits_.push_back(c);
-            if (comma)
-                ++number.decimals_;
-        } else if (c == ',' && !comma) {
-            comma = true;
-        } else {
-            return std::nullopt;
-        }
-    }
-    if (!digit)
-        return std::nullopt;
+    number.negative_ = pieces->negative;
+    number.digits_.append(pieces->whole).append(pieces->decimals);
+    number.decimals_ = static_cast<int>(pieces->decimals.size());
     number.normalise();
     return number;
 }

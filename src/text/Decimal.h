@@ -18,6 +18,9 @@ class Decimal {
     // comma: "5,", ",5" and "-0,5" are numbers; "", ",", "-", "1 000" and "1.5" are not.
     [[nodiscard]] static std::optional<Decimal> parse(std::string_view written);
 
+    // Whether parse finds a number.
+    [[nodiscard]] static bool isNumber(std::string_view written) noexcept;
+
     // As parse, but what is no number throws Error(NotANumber) with a French text.
     [[nodiscard]] static Decimal require(std::string_view written);
 

@@ -1,5 +1,6 @@
 // What check finds in a store that does not agree with itself, and that it finds nothing else.
 #include "dba_support.h"
+#include "store/Store.h"
 
 #include <nlohmann/json.hpp>
 
@@ -66,11 +67,13 @@ TEST_F(Check, HoldsEveryValueAgainstItsLayout) {
         {"FORMVORANDINE", R"({"5":"20060612","6":"MAN","7":["0","750"]})", "7/2 750: is beyond"},
         {"FORMVORANDINE", R"({"5":["20050301","20060612"]})", "5/2 20060612: is later than"},
         {"FORMVORANDINE", R"({"5":"20060231"})", "5/1 20060231: is no date"},
+        {"FORMVORANDINE", R"({"5":["2006","20060228"]})", "5/1 2006: is no date"},
         {"FORMVORANDINE", R"({"5":"20060228","7":"7,50"})", "7/1 7,50: is no whole number"},
         {"FORMVORANDINE", R"({"5":"20060228","6":"ZZZ"})", "6/1 ZZZ: is no code of the table FO"},
         {"FORMVORANDINE", R"({"1":"X"})", "1/1 X: is none of the values"},
         {"FORMVORANDINE", R"({"2":"ZZ"})", "2/1 ZZ: is no code of the table DIPLOMES"},
         {"FORMVORANDINE", R"({"10":["MEN","ZZZ"]})", "10/2 ZZZ: is no code of ACTIVITES"},
+        {"FORMVORANDINE", R"({"10":"*"})", "10/1 *: is no code of ACTIVITES"},
         {"FORMVORANDINE", R"({"15":"Autre"})", "15/1 Autre: is no entry"},
         {"FORMVORANDINE", R"({"12":"20060101","13":"20051231"})", "13/1 20051231: is earlier than"},
         {"FORMVORANDINE", R"({"4":["a","b"]})", "4/2 b: is one of 2 values"},
@@ -125,12 +128,37 @@ TEST_F(Check, HoldsRecordsAgainstThoseTheyBelongTo) {
     expectOne("DIFAIDANT", "90001BAM", R"({"1":"20051231","2":"100","4":"100"})",
               "0/0 : belongs to employer 'BAM', with whom");
     expectOne("AIDANT", "900012", R"({"1":"x"})", "0/0 : begins with the code of another");
+    expectOne("FORMVORANDINE", "900012", R"({"1":"D"})", "0/0 : begins with the code of another");
+    // The screen looks for a code of 4 characters in CIVILAIDE.
+    put("ASSOCIATION", "BAMA", R"({"1":"Bel Âge à la Maison"})");
+    expectOne("CONTRAT", "90001*2", R"({"3":"BAMA","4":"Bel Âge à la Maison"})",
+              "3/1 BAMA: is no code of ASSOCIATION");
+    put("CONTRAT", "90001*2", R"({"7":"20050101"})"); // of no employer
+    expectOne("DIFAIDANT", "90001", R"({"1":"20051231","2":"100","4":"100"})",
+              "0/0 : belongs to employer '', with whom");
     put("CONTRAT", "90001*1", R"({"3":"PSD","4":"Présence et soutien à domicile","65":"X"})");
     EXPECT_EQ(call({"check", url}), 1);
     EXPECT_EQ(out, "DIFAIDANT 90001PSD belongs to employer 'PSD', with whom the caregiver has no "
                    "contract that counts: nobody sees its hours\n"
                    "    add the contract, or delete the record if the hours are not due\n"
                    "1 finding\n");
+}
+
+// What stands across the ends of blocks in which a record is read makes no difference.
+TEST_F(Check, TellsRecordsThatCannotBeRead) {
+    importSound();
+    const std::string before(63, 'a');
+    const auto store = vorandine::store::openEngine(url, vorandine::store::OpenMode::Existing);
+    const auto write = [&](const std::string& key, const std::string& record) {
+        store->atomically([&] { store->file("UTILISATEURS")->write(key, record); });
+    };
+    write("sound", before + "é" + before + "€" + before);
+    EXPECT_EQ(done({"check", url}), "0 findings\n");
+    for (const char* damage : {"\xC3", "\xA9", "\x01", "\x7F", "\xC2\x80", "\xFC", "\xFF"}) {
+        write("damaged", before + damage + before);
+        EXPECT_EQ(call({"check", url}), 1);
+        EXPECT_TRUE(out.starts_with("UTILISATEURS damaged is damaged")) << out;
+    }
 }
 
 } // namespace

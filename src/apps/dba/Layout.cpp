@@ -53,7 +53,7 @@ constexpr std::array<AttributeLayout, 6> Ledger{{
 constexpr std::array<AttributeLayout, 3> Right{{
     {1, Kind::Whole, One, "level"},
     {2, Kind::Choice, One, "total access", 0, "0 1"},
-    {3, Kind::Activity, Many, "activities that may be chosen"},
+    {3, Kind::Activity, Many, "activities that may be chosen", 0, "*"},
 }};
 
 constexpr std::array<AttributeLayout, 15> TrainingFile{{

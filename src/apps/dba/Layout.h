@@ -20,7 +20,7 @@ enum class Kind {
     Study,         // a code of TABLES DIPLOMES
     Training,      // a code of TABLES FORMPRO
     Qualification, // an entry of TABLES QUALIF
-    Activity,      // a key of ACTIVITES
+    Activity,      // a key of ACTIVITES, or one of `choices`
     Employer,      // a key of ASSOCIATION or CIVILAIDE
 };
 

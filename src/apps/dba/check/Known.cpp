@@ -1,88 +1,109 @@
-// One scan a file; keys of the two kinds of employers cannot meet, since their lengths differ.
+// One pass over each file fills it. Contracts are kept as numbers: there are as many as records.
 #include "apps/dba/check/Known.h"
 
-#include "apps/dba/check/Records.h"
 #include "dif/Employers.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace vorandine::dba {
-namespace {
 
-void keysOf(store::Engine& engine, const char* file, Known::Codes& codes) {
-    eachRecord(engine, file, [&](const data::DBARecord& record) { codes.insert(record.key()); });
+void Known::name(std::string_view code, EmployerName name) {
+    const Employer number = employers_.add(code);
+    if (number >= names_.size())
+        names_.resize(number + 1);
+    names_[number] = std::move(name);
 }
 
-void entriesOf(const data::DBARecord& table, Known::Codes& codes) {
-    for (int i = 1; i <= table.DCount(2); ++i)
-        codes.insert(table(2, i));
+// The screen looks for an employer in one file or the other, by the length of the code.
+void Known::association(const Record& record) {
+    if (dif::isAssociation(record.key()))
+        name(record.key(), {std::string(record(1)), {}});
 }
 
-std::string pair(const std::string& caregiver, const std::string& employer) {
-    return caregiver + '\xFF' + employer;
+void Known::household(const Record& record) {
+    if (!dif::isAssociation(record.key()) &&
+        dif::employerCode(std::string(record.key())) == record.key())
+        name(record.key(), {std::string(record(2)), std::string(record(3))});
 }
 
-} // namespace
-
-Known::Known(store::Engine& engine) {
-    keysOf(engine, "ACTIVITES", activities_);
-    keysOf(engine, "AIDANT", caregivers_);
-    keysOf(engine, "FORMVORANDINE", caregivers_);
-    eachRecord(engine, "TABLES", [&](const data::DBARecord& record) {
-        if (record.key() == "DIPLOMES")
-            entriesOf(record, studies_);
-        else if (record.key() == "FORMPRO")
-            entriesOf(record, trainings_);
-        else if (record.key() == "QUALIF")
-            entriesOf(record, qualifications_);
-    });
-    eachRecord(engine, "CIVILAIDE", [&](const data::DBARecord& record) {
-        if (dif::employerCode(record.key()).size() == record.key().size())
-            employers_[record.key()] = {record(2), record(3)};
-    });
-    eachRecord(engine, "ASSOCIATION", [&](const data::DBARecord& record) {
-        employers_[record.key()] = {record(1), {}};
-    });
-    readContracts(engine);
+void Known::table(const Record& record) {
+    Codes* const codes = record.key() == "DIPLOMES"  ? &studies_
+                         : record.key() == "FORMPRO" ? &trainings_
+                         : record.key() == "QUALIF"  ? &qualifications_
+                                                     : nullptr;
+    if (codes != nullptr)
+        for (Record::Values values = record.values(2); values.more();)
+            codes->add(values.next());
 }
 
-void Known::readContracts(store::Engine& engine) {
-    eachRecord(engine, "CONTRAT", [&](const data::DBARecord& record) {
-        const std::string employer = dif::employerCode(record(3));
-        // A key that two caregivers' codes begin belongs to both, as it does for a request.
-        for (std::size_t size = 1; size <= record.key().size(); ++size) {
-            const std::string caregiver = record.key().substr(0, size);
-            if (caregivers_.contains(caregiver))
-                contracts_[pair(caregiver, employer)] |= record(65).empty();
-        }
-    });
+// A key that two caregivers' codes begin belongs to both, as it does for the screen's request.
+void Known::contract(const Record& record, const Beginnings::Found& caregivers) {
+    const std::string_view code = record(3);
+    if (code.empty())
+        return; // nobody's hours
+    for (const Caregivers::Number caregiver : caregivers)
+        contracts_.push_back({caregiver, employer(code), record(65).empty()});
 }
 
-const EmployerName* Known::employer(const std::string& code) const {
-    const auto found = employers_.find(code);
-    return found == employers_.end() ? nullptr : &found->second;
+void Known::completeContracts() {
+    const auto before = [](const Contract& a, const Contract& b) {
+        return a.caregiver < b.caregiver;
+    };
+    // They came so, save those of caregivers who have no name.
+    if (!std::is_sorted(contracts_.begin(), contracts_.end(), before))
+        std::sort(contracts_.begin(), contracts_.end(), before);
+    contractsOf_.reserve(caregivers_.size() + 1);
+    std::size_t at = 0;
+    for (std::size_t caregiver = 0; caregiver < caregivers_.size(); ++caregiver) {
+        contractsOf_.push_back(at);
+        while (at < contracts_.size() && contracts_[at].caregiver == caregiver)
+            ++at;
+    }
+    contractsOf_.push_back(at);
 }
 
-std::optional<SplitKey> Known::split(std::string_view key) const {
-    for (std::size_t size = key.size(); size > 0; --size)
-        if (caregivers_.contains(key.substr(0, size)))
-            return SplitKey{std::string(key.substr(0, size)), std::string(key.substr(size))};
-    return std::nullopt;
+Known::Employer Known::employer(std::string_view stored) {
+    // The same employer is asked for again and again, by a record and by those that follow it.
+    if (spelled_.empty() || spellings_[last_] != stored) {
+        last_ = spellings_.add(stored);
+        if (last_ == spelled_.size())
+            spelled_.push_back(employers_.add(dif::employerCode(std::string(stored))));
+    }
+    return spelled_[last_];
 }
 
-std::optional<SplitKey> Known::splitLedger(std::string_view key) const {
-    for (std::size_t size = key.size(); size > 0; --size)
-        if (caregivers_.contains(key.substr(0, size)) &&
-            employer(std::string(key.substr(size))) != nullptr)
-            return SplitKey{std::string(key.substr(0, size)), std::string(key.substr(size))};
-    return split(key);
+const EmployerName* Known::nameOf(Employer employer) const noexcept {
+    return employer < names_.size() && names_[employer] ? &*names_[employer] : nullptr;
 }
 
-bool Known::hasContract(const std::string& caregiver, const std::string& employer) const {
-    const auto found = contracts_.find(pair(caregiver, employer));
-    return found != contracts_.end() && found->second;
+std::optional<LedgerKey> Known::split(std::string_view key,
+                                      const Beginnings::Found& beginnings) const {
+    const auto from = [&](Caregivers::Number caregiver) {
+        return LedgerKey{caregiver, key.substr(caregivers_.code(caregiver).size())};
+    };
+    if (beginnings.empty())
+        return std::nullopt;
+    const auto found =
+        std::find_if(beginnings.rbegin(), beginnings.rend(), [&](Caregivers::Number caregiver) {
+            return nameOf(employers_.find(from(caregiver).employer)) != nullptr;
+        });
+    return from(found == beginnings.rend() ? beginnings.back() : *found);
 }
 
-bool Known::everHadContract(const std::string& caregiver, const std::string& employer) const {
-    return contracts_.contains(pair(caregiver, employer));
+bool Known::has(Caregivers::Number caregiver, Employer employer, bool counting) const {
+    for (std::size_t i = contractsOf_[caregiver]; i < contractsOf_[caregiver + 1]; ++i)
+        if (contracts_[i].employer == employer && (contracts_[i].counts || !counting))
+            return true;
+    return false;
+}
+
+bool Known::everHadContract(Caregivers::Number caregiver, Employer employer) const {
+    return has(caregiver, employer, false);
+}
+
+bool Known::hasContract(Caregivers::Number caregiver, std::string_view employer) const {
+    return has(caregiver, employers_.find(employer), true);
 }
 
 } // namespace vorandine::dba

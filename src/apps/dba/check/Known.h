@@ -1,13 +1,17 @@
-// What records refer to, gathered once: the codes, names and contracts that there are.
+// What records refer to, gathered as the files are read: the codes, names and contracts that there
+// are. What a file refers to must have been read before it.
 #pragma once
 
-#include "store/Engine.h"
+#include "apps/dba/check/Caregivers.h"
+#include "apps/dba/check/Codes.h"
+#include "apps/dba/check/Record.h"
 
-#include <map>
+#include <cstdint>
+#include <deque>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vorandine::dba {
 
@@ -15,55 +19,70 @@ namespace vorandine::dba {
 struct EmployerName {
     std::string name;
     std::string firstName; // "" for an association
-
-    friend bool operator==(const EmployerName&, const EmployerName&) = default;
 };
 
-// A caregiver's code at the beginning of a key, and what stands behind it.
-struct SplitKey {
-    std::string caregiver;
-    std::string rest;
+// A caregiver's code at the beginning of a ledger's key, and the employer's code behind it.
+struct LedgerKey {
+    Caregivers::Number caregiver;
+    std::string_view employer;
 };
 
 class Known {
   public:
-    // Reads the small files and the contracts. Records that are damaged are passed over.
-    explicit Known(store::Engine& engine);
+    using Employer = std::uint32_t; // its number; a code that has no employer has one too
 
-    using Codes = std::set<std::string, std::less<>>;
+    // One record of the file that each is named after.
+    void activity(const Record& record) { activities_.add(record.key()); }
+    void association(const Record& record);
+    void household(const Record& record); // of CIVILAIDE
+    void table(const Record& record);
+    void contract(const Record& record, const Beginnings::Found& caregivers);
+    // All contracts have been read.
+    void completeContracts();
 
     [[nodiscard]] const Codes& activities() const noexcept { return activities_; }
     [[nodiscard]] const Codes& studies() const noexcept { return studies_; }
     [[nodiscard]] const Codes& trainings() const noexcept { return trainings_; }
     [[nodiscard]] const Codes& qualifications() const noexcept { return qualifications_; }
     // Who has a name, or a training file.
-    [[nodiscard]] const Codes& caregivers() const noexcept { return caregivers_; }
+    [[nodiscard]] Caregivers& caregivers() noexcept { return caregivers_; }
 
-    // The name of an employer, by its code cut as dif::employerCode does; none if there is none.
-    [[nodiscard]] const EmployerName* employer(const std::string& code) const;
+    // The employer whose code is stored, cut as dif::employerCode does.
+    [[nodiscard]] Employer employer(std::string_view stored);
+    // Its name; none if there is no such employer.
+    [[nodiscard]] const EmployerName* nameOf(Employer employer) const noexcept;
 
-    // The key of a contract or of a line of pay: the longest caregiver's code that it begins with.
-    [[nodiscard]] std::optional<SplitKey> split(std::string_view key) const;
-    // The key of a ledger. Where several caregivers' codes begin it, one whose rest is an employer
-    // comes before a longer one.
-    [[nodiscard]] std::optional<SplitKey> splitLedger(std::string_view key) const;
+    // Where several caregivers' codes begin the key (shortest first), one whose rest is an employer
+    // comes before a longer one. None if there are none.
+    [[nodiscard]] std::optional<LedgerKey> split(std::string_view key,
+                                                 const Beginnings::Found& caregivers) const;
 
-    // Whether the caregiver has a contract with the employer (cut code); one that is not left out.
-    [[nodiscard]] bool hasContract(const std::string& caregiver, const std::string& employer) const;
-    // Likewise, the contracts that are left out included.
-    [[nodiscard]] bool everHadContract(const std::string& caregiver,
-                                       const std::string& employer) const;
+    // Whether the caregiver has a contract with the employer, and one that is not left out.
+    [[nodiscard]] bool everHadContract(Caregivers::Number caregiver, Employer employer) const;
+    [[nodiscard]] bool hasContract(Caregivers::Number caregiver, std::string_view employer) const;
 
   private:
+    struct Contract {
+        Caregivers::Number caregiver;
+        Employer employer;
+        bool counts;
+    };
+
     Codes activities_;
     Codes studies_;
     Codes trainings_;
     Codes qualifications_;
-    Codes caregivers_;
-    std::map<std::string, EmployerName> employers_;
-    std::map<std::string, bool> contracts_; // caregiver 0xFF employer: whether one counts
+    Caregivers caregivers_;
+    Codes employers_;
+    std::vector<std::optional<EmployerName>> names_; // by employer; may end before the last ones
+    Codes spellings_;                                // employers' codes as they are stored
+    std::vector<Employer> spelled_;                  // by spelling
+    std::uint32_t last_ = 0;                         // spelling
+    std::deque<Contract> contracts_;                 // sorted once they are complete
+    std::vector<std::size_t> contractsOf_; // by caregiver, where they begin; and where all end
 
-    void readContracts(store::Engine& engine);
+    void name(std::string_view code, EmployerName name);
+    [[nodiscard]] bool has(Caregivers::Number caregiver, Employer employer, bool counting) const;
 };
 
 } // namespace vorandine::dba

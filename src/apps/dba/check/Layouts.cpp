@@ -1,12 +1,13 @@
 // Values against the table of layouts.
-#include "apps/dba/Layout.h"
 #include "apps/dba/check/Checks.h"
-#include "apps/dba/check/Records.h"
 #include "components/DateConverter.h"
-#include "dif/Employers.h"
+#include "data/DBARecord.h"
 #include "text/Decimal.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 
 namespace vorandine::dba {
 namespace {
@@ -16,166 +17,202 @@ bool digits(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-bool isDate(const std::string& value) {
-    static const components::DateConverter dates([] { return widgets::Date{}; });
-    return dates.Date_Affichee(value) != value;
+// Whether there is nothing but digits in any value: most attributes of figures are so.
+bool onlyDigits(std::string_view values) {
+    unsigned char others = 0; // one byte, so that a vector holds as many as it can
+    for (const char c : values) {
+        const bool digit = static_cast<unsigned char>(c - '0') <= 9;
+        others = static_cast<unsigned char>(others | (digit | (c == data::ValueMark) ? 0 : 1));
+    }
+    return others == 0;
 }
 
-bool isPeriod(const std::string& value) {
-    return digits(value) && value.size() == 6 && isDate(value + "01");
+// `choices` have blanks between.
+bool isChoice(std::string_view value, std::string_view choices) {
+    std::size_t same = 0; // characters of the value that the choice begins with
+    bool choice = true;
+    for (const char c : choices) {
+        if (c == ' ') {
+            if (choice && same == value.size())
+                return true;
+            same = 0;
+            choice = true;
+        } else {
+            choice = choice && same < value.size() && value[same++] == c;
+        }
+    }
+    return choice && same == value.size();
 }
 
-bool isChoice(const std::string& value, std::string_view choices) {
-    return value.find(' ') == std::string::npos &&
-           (' ' + std::string(choices) + ' ').find(' ' + value + ' ') != std::string::npos;
+// Whether a date comes before another one; eight bytes compare as a number does.
+bool earlier(std::string_view a, std::string_view b) {
+    constexpr std::size_t Length = 8;
+    if (a.size() != Length || b.size() != Length)
+        return a < b;
+    std::uint64_t left = 0;
+    std::uint64_t right = 0;
+    std::memcpy(&left, a.data(), Length);
+    std::memcpy(&right, b.data(), Length);
+    if constexpr (std::endian::native == std::endian::little) {
+        left = __builtin_bswap64(left);
+        right = __builtin_bswap64(right);
+    }
+    return left < right;
 }
-
-struct Verdict {
-    const char* problem = nullptr; // none: the value is right
-    const char* advice = nullptr;
-};
 
 constexpr const char* AddCode = "mend the code, or add it where it is missing";
-
-Verdict judge(const std::string& value, const AttributeLayout& layout, const Known& known) {
-    const auto in = [](bool holds, const char* problem, const char* advice) {
-        return holds ? Verdict{} : Verdict{problem, advice};
-    };
-    const std::string_view unsignedValue =
-        value.starts_with('-') ? std::string_view(value).substr(1) : value;
-    switch (layout.kind) {
-    case Kind::Text:
-        break;
-    case Kind::Date:
-        return in(isDate(value), "is no date", "store a date as yyyymmdd, or nothing");
-    case Kind::Hours:
-        return in(digits(value), "is no whole number of hundredths of an hour",
-                  "store 7,50 hours as 750");
-    case Kind::Balance:
-        return in(digits(unsignedValue), "is no whole number of hundredths of an hour",
-                  "store 7,50 hours as 750, below zero with a minus sign");
-    case Kind::Figure:
-        return in(text::Decimal::parse(value).has_value(), "is no number",
-                  "store a number with a decimal comma, such as 752,40");
-    case Kind::Whole:
-        return in(digits(value), "is no whole number", "store digits alone");
-    case Kind::Period:
-        return in(isPeriod(value), "is no period", "store year and month as yyyymm");
-    case Kind::Choice:
-        return in(isChoice(value, layout.choices), "is none of the values that have a meaning",
-                  "store one of those that docs/store.md lists");
-    case Kind::Study:
-        return in(known.studies().contains(value), "is no code of the table DIPLOMES", AddCode);
-    case Kind::Training:
-        return in(known.trainings().contains(value), "is no code of the table FORMPRO", AddCode);
-    case Kind::Qualification:
-        return in(known.qualifications().contains(value), "is no entry of the table QUALIF",
-                  "choose another qualification, or add it to the table");
-    case Kind::Activity:
-        return in(value == "*" || known.activities().contains(value), "is no code of ACTIVITES",
-                  AddCode);
-    case Kind::Employer:
-        return in(known.employer(dif::employerCode(value)) != nullptr,
-                  "is no code of ASSOCIATION (3 characters) or CIVILAIDE (any other length)",
-                  AddCode);
-    }
-    return {};
-}
-
-class LayoutCheck {
-  public:
-    LayoutCheck(const std::string& file, const Known& known, const TellFinding& tell)
-        : file_(file), known_(known), tell_(tell) {}
-
-    void look(const data::DBARecord& record) const {
-        for (const AttributeLayout& attribute : layout(file_)) {
-            const int count = record.DCount(attribute.attribute);
-            if (count == 0)
-                continue;
-            lengths(record, attribute, count);
-            for (int i = 1; i <= count; ++i)
-                value(record, attribute, i);
-            if (attribute.order != Order::Free)
-                order(record, attribute, count);
-        }
-    }
-
-  private:
-    const std::string& file_;
-    const Known& known_;
-    const TellFinding& tell_;
-
-    void find(const data::DBARecord& record, int attribute, int position,
-              const std::string& problem, const std::string& advice) const {
-        tell_({file_, record.key(), attribute, position,
-               position > 0 ? record(attribute, position) : std::string(), problem, advice});
-    }
-
-    void lengths(const data::DBARecord& record, const AttributeLayout& attribute, int count) const {
-        const int number = attribute.attribute;
-        if (attribute.values == Values::One && count > 1)
-            find(record, number, 2,
-                 "is one of " + std::to_string(count) + " values, where one is read",
-                 "leave one value in the attribute");
-        if (attribute.countedBy == 0)
-            return;
-        const int lines = record.DCount(attribute.countedBy);
-        if (count > lines)
-            find(record, number, lines + 1,
-                 "is beyond the " + std::to_string(lines) + " values of attribute " +
-                     std::to_string(attribute.countedBy) + ", which tells how many lines there are",
-                 "remove it, or give its line a value in attribute " +
-                     std::to_string(attribute.countedBy));
-    }
-
-    void value(const data::DBARecord& record, const AttributeLayout& attribute, int i) const {
-        const std::string stored = record(attribute.attribute, i);
-        if (stored.empty())
-            return;
-        const Verdict verdict = judge(stored, attribute, known_);
-        if (verdict.problem != nullptr)
-            find(record, attribute.attribute, i, verdict.problem, verdict.advice);
-    }
-
-    // The first date that stands in the wrong place.
-    void order(const data::DBARecord& record, const AttributeLayout& attribute, int count) const {
-        const bool rising = attribute.order == Order::Rising;
-        std::string before = record(attribute.attribute, 1);
-        for (int i = 2; i <= count; ++i) {
-            const std::string date = record(attribute.attribute, i);
-            if (rising && (date.empty() || before.empty())) {
-                before = date.empty() ? before : date;
-                continue;
-            }
-            if (rising ? date < before : date > before) {
-                find(record, attribute.attribute, i,
-                     rising ? "is earlier than the date before it"
-                            : "is later than the date before it",
-                     rising ? "put the lines in order, oldest first, with all their attributes"
-                            : "put the lines in order, latest first, with all their attributes");
-                return;
-            }
-            before = date;
-        }
-    }
-};
+constexpr const char* NoHours = "is no whole number of hundredths of an hour";
 
 } // namespace
 
-void checkLayouts(store::Engine& engine, const Known& known, const TellFinding& tell,
-                  const std::function<void()>& step) {
-    for (const std::string& file : engine.files()) {
-        const LayoutCheck check(file, known, tell);
-        engine.file(file)->scan({}, [&](std::string_view key, std::string_view text) {
-            step();
-            if (!text::IsPlain(key) || !store::isPlainRecord(text))
-                tell({file, text::IsPlain(key) ? std::string(key) : "(unreadable key)", 0, 0, "",
-                      "is damaged: it is no readable text",
-                      "store the record anew, or take it from a copy of the store"});
-            else
-                check.look(data::DBARecord(nullptr, std::string(key), std::string(text)));
-            return true;
-        });
+void LayoutCheck::find(const Record& record, int attribute, int position, std::string_view value,
+                       const std::string& problem, const std::string& advice) const {
+    tell_({file_, std::string(record.key()), attribute, position, std::string(value), problem,
+           advice});
+}
+
+void LayoutCheck::look(const Record& record) const {
+    int counted = 0; // the list that tells how many lines there are, and how many it tells
+    int lines = 0;
+    for (const AttributeLayout& attribute : attributes_) {
+        if (record(attribute.attribute).empty())
+            continue;
+        const int count = values(record, attribute);
+        if (attribute.countedBy != 0 && attribute.countedBy != counted) {
+            counted = attribute.countedBy;
+            lines = record.count(counted);
+        }
+        if ((attribute.values == Values::One && count > 1) ||
+            (attribute.countedBy != 0 && count > lines))
+            lengths(record, attribute, count, lines);
+    }
+}
+
+void LayoutCheck::lengths(const Record& record, const AttributeLayout& attribute, int count,
+                          int lines) const {
+    const int number = attribute.attribute;
+    const auto at = [&](int position) {
+        Record::Values values = record.values(number);
+        while (--position > 0)
+            values.next();
+        return values.next();
+    };
+    if (attribute.values == Values::One && count > 1)
+        find(record, number, 2, at(2),
+             "is one of " + std::to_string(count) + " values, where one is read",
+             "leave one value in the attribute");
+    if (attribute.countedBy != 0 && count > lines)
+        find(record, number, lines + 1, at(lines + 1),
+             "is beyond the " + std::to_string(lines) + " values of attribute " +
+                 std::to_string(attribute.countedBy) + ", which tells how many lines there are",
+             "remove it, or give its line a value in attribute " +
+                 std::to_string(attribute.countedBy));
+}
+
+int LayoutCheck::values(const Record& record, const AttributeLayout& attribute) const {
+    // One loop a kind: what is asked of a value is known before its values are met.
+    const auto hold = [&](const auto& right, const char* problem, const char* advice) {
+        int position = 0;
+        for (Record::Values values = record.values(attribute.attribute); values.more();) {
+            const std::string_view value = values.next();
+            ++position;
+            if (!value.empty() && !right(value))
+                find(record, attribute.attribute, position, value, problem, advice);
+        }
+        return position;
+    };
+    const auto isIn = [](const Codes& codes) {
+        return [&](std::string_view value) { return codes.contains(value); };
+    };
+    switch (attribute.kind) {
+    case Kind::Text:
+        break;
+    case Kind::Date: {
+        int dates = 0;
+        bool inOrder = true;
+        std::string_view before;
+        const int count = hold(
+            [&](std::string_view value) {
+                if (++dates > 1)
+                    inOrder &= attribute.order == Order::Rising ? !earlier(value, before)
+                                                                : !earlier(before, value);
+                before = value;
+                return components::DateConverter::isStored(value);
+            },
+            "is no date", "store a date as yyyymmdd, or nothing");
+        if (attribute.order != Order::Free && (!inOrder || dates < count))
+            order(record, attribute);
+        return count;
+    }
+    case Kind::Hours:
+        if (onlyDigits(record(attribute.attribute)))
+            break;
+        return hold(digits, NoHours, "store 7,50 hours as 750");
+    case Kind::Balance:
+        if (onlyDigits(record(attribute.attribute)))
+            break;
+        return hold(
+            [](std::string_view value) {
+                return digits(value.substr(value.starts_with('-') ? 1 : 0));
+            },
+            NoHours, "store 7,50 hours as 750, below zero with a minus sign");
+    case Kind::Figure:
+        return hold(text::Decimal::isNumber, "is no number",
+                    "store a number with a decimal comma, such as 752,40");
+    case Kind::Whole:
+        return hold(digits, "is no whole number", "store digits alone");
+    case Kind::Period:
+        return hold(
+            [&](std::string_view value) {
+                return digits(value) && value.size() == 6 &&
+                       components::DateConverter::isStored(std::string(value) + "01");
+            },
+            "is no period", "store year and month as yyyymm");
+    case Kind::Choice:
+        return hold([&](std::string_view value) { return isChoice(value, attribute.choices); },
+                    "is none of the values that have a meaning",
+                    "store one of those that docs/store.md lists");
+    case Kind::Study:
+        return hold(isIn(known_.studies()), "is no code of the table DIPLOMES", AddCode);
+    case Kind::Training:
+        return hold(isIn(known_.trainings()), "is no code of the table FORMPRO", AddCode);
+    case Kind::Qualification:
+        return hold(isIn(known_.qualifications()), "is no entry of the table QUALIF",
+                    "choose another qualification, or add it to the table");
+    case Kind::Activity:
+        return hold(
+            [&](std::string_view value) {
+                return value == attribute.choices || known_.activities().contains(value);
+            },
+            "is no code of ACTIVITES", AddCode);
+    case Kind::Employer:
+        return hold(
+            [&](std::string_view value) {
+                return known_.nameOf(known_.employer(value)) != nullptr;
+            },
+            "is no code of ASSOCIATION (3 characters) or CIVILAIDE (any other length)", AddCode);
+    }
+    return record.count(attribute.attribute);
+}
+
+// The first date that stands in the wrong place. What is no date is told already.
+void LayoutCheck::order(const Record& record, const AttributeLayout& attribute) const {
+    using components::DateConverter;
+    const bool rising = attribute.order == Order::Rising;
+    Record::Values values = record.values(attribute.attribute);
+    std::string_view before = values.next();
+    for (int position = 2; values.more(); ++position) {
+        const std::string_view date = values.next();
+        if (rising && date.empty())
+            continue;
+        if ((rising ? earlier(date, before) : earlier(before, date)) &&
+            DateConverter::isStored(date) && (before.empty() || DateConverter::isStored(before)))
+            return find(record, attribute.attribute, position, date,
+                        rising ? "is earlier than the date before it"
+                               : "is later than the date before it",
+                        rising ? "put the lines in order, oldest first, with all their attributes"
+                               : "put the lines in order, latest first, with all their attributes");
+        before = date;
     }
 }
 

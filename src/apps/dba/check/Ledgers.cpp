@@ -1,21 +1,19 @@
 // Ledgers recomputed line by line, and held against the training files.
 #include "apps/dba/check/Checks.h"
-#include "apps/dba/check/Records.h"
+#include "components/DateConverter.h"
 #include "dif/Balances.h"
 #include "dif/Hours.h"
 #include "dif/LedgerRecord.h"
 #include "text/Error.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
-#include <map>
 #include <optional>
-#include <vector>
 
 namespace vorandine::dba {
 namespace {
 
-using dif::Figures;
 using text::Fixed4;
 
 // Of a training file.
@@ -23,13 +21,47 @@ constexpr int Date = 5;
 constexpr int Code = 6;
 constexpr int Counts = 14;
 
-std::string hours(Fixed4 hundredths) {
-    return dif::plainHours(Fixed4(hundredths.toDecimal().shifted(-dif::HundredthsPlaces)));
+// A stored figure. Nearly all are empty or short whole numbers, which need no decimals.
+struct Figure {
+    std::string_view text;
+    bool isWhole = true;
+    std::int64_t whole = 0; // 0 for the empty text
+
+    Figure() = default;
+    explicit Figure(std::string_view stored) : text(stored) {
+        constexpr std::size_t MostDigits = 15; // sums of which fit
+        if (text.empty())
+            return;
+        const bool negative = text.front() == '-';
+        isWhole = text.size() <= MostDigits && text.size() > (negative ? 1 : 0);
+        std::uint64_t sum = 0;
+        for (const char c : text.substr(negative ? 1 : 0, MostDigits)) {
+            const unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
+            isWhole &= digit <= 9;
+            sum = sum * 10 + digit;
+        }
+        if (isWhole)
+            whole = negative ? -static_cast<std::int64_t>(sum) : static_cast<std::int64_t>(sum);
+    }
+
+    [[nodiscard]] std::optional<Fixed4> exact() const {
+        const std::optional<text::Decimal> value = text::Decimal::parse(text);
+        return value ? std::optional(Fixed4(*value)) : std::nullopt;
+    }
+};
+
+// Whether the balance follows in whole numbers from rights or hours, but not both: one of the ways
+// to recompute then makes just that of the line, the first one too.
+bool follows(const Figure& before, const Figure& rights, const Figure& hours,
+             const Figure& balance) {
+    return before.isWhole && rights.isWhole && hours.isWhole && balance.isWhole &&
+           !balance.text.empty() && (rights.text.empty() || hours.text.empty()) &&
+           balance.whole == before.whole + rights.whole - hours.whole;
 }
 
 // What any of the three ways to recompute makes of a line behind `before`, or of a first line. A
 // first line that a removal left where it is may have any balance: it is held to its own figures.
-std::vector<Fixed4> balances(const std::optional<Fixed4>& before, const Figures& line) {
+std::vector<Fixed4> recomputed(const std::optional<Fixed4>& before, const dif::Figures& line) {
     std::vector<Fixed4> found;
     const auto recompute = [&](const std::function<void(dif::Ledger&)>& way) {
         dif::Ledger ledger;
@@ -47,94 +79,137 @@ std::vector<Fixed4> balances(const std::optional<Fixed4>& before, const Figures&
     return found;
 }
 
-// Tells the first balance that does not follow from the line before it.
-void checkBalances(const data::DBARecord& record, const TellFinding& tell) {
-    const dif::Ledger ledger = dif::ledger(record);
-    std::optional<Fixed4> before;
-    for (std::size_t i = 0; i < ledger.size(); ++i) {
-        const int line = static_cast<int>(i) + 1;
-        const std::string stored = record(dif::attribute::Balance, line);
-        if (!stored.empty() && !dif::figure(record, dif::attribute::Balance, line))
-            return; // no number, which is told elsewhere: nothing follows from it
-        const std::vector<Fixed4> right = balances(before, ledger[i]);
-        if (stored.empty() ||
-            std::find(right.begin(), right.end(), ledger[i].balance) == right.end()) {
-            const Fixed4 balance = ledger[i].balance;
-            const std::string off = balance > right.front()
-                                        ? hours(balance - right.front()) + " hours too many"
-                                        : hours(right.front() - balance) + " hours too few";
-            tell({"DIFAIDANT", record.key(), dif::attribute::Balance, line, stored,
-                  std::string("does not follow from ") +
-                      (before ? "the line before: " : "the hours of the first line: ") + off +
-                      ", it should be " + right.front().toDecimal().toText(),
-                  "look for the line that was changed; the form of the hours computes all "
-                  "balances again"});
-            return;
-        }
-        before = ledger[i].balance;
-    }
+std::string hours(Fixed4 hundredths) {
+    return dif::plainHours(Fixed4(hundredths.toDecimal().shifted(-dif::HundredthsPlaces)));
 }
 
-// Where a training of a caregiver stands, by caregiver, date and code.
-struct Place {
-    std::string key;
-    int line = 0;
-};
-using Trainings = std::map<std::string, Place>;
-
-std::string training(const std::string& caregiver, const std::string& date,
-                     const std::string& code) {
-    return caregiver + '\xFF' + date + '\xFF' + code;
-}
-
-void gatherCharged(const data::DBARecord& record, const Known& known, Trainings& charged) {
-    const auto key = known.splitLedger(record.key());
-    if (!key)
-        return;
-    for (int i = 1; i <= record.DCount(dif::attribute::Date); ++i) {
-        const std::string code = record(dif::attribute::Training, i);
-        if (!code.empty())
-            charged.emplace(training(key->caregiver, record(dif::attribute::Date, i), code),
-                            Place{record.key(), i});
-    }
-}
-
-void gatherMarked(const data::DBARecord& record, Trainings& marked) {
-    for (int i = 1; i <= record.DCount(Date); ++i)
-        if (record(Counts, i) == "1")
-            marked.emplace(training(record.key(), record(Date, i), record(Code, i)),
-                           Place{record.key(), i});
+// A date as a number: its digits, or, of what is no date, a number of its own.
+std::uint32_t dateNumber(std::string_view date, Codes& others) {
+    constexpr std::uint32_t BehindDates = 100000000;
+    if (!components::DateConverter::isStored(date))
+        return BehindDates + others.add(date);
+    std::uint32_t number = 0;
+    for (const char c : date)
+        number = number * 10 + static_cast<std::uint32_t>(c - '0');
+    return number;
 }
 
 } // namespace
 
-void checkLedgers(store::Engine& engine, const Known& known, const TellFinding& tell) {
-    Trainings charged;
-    Trainings marked;
-    eachRecord(engine, "DIFAIDANT", [&](const data::DBARecord& record) {
-        try {
-            checkBalances(record, tell);
-        } catch (const Error& error) {
-            if (error.number() != errors::Overflow)
-                throw;
-            tell({"DIFAIDANT", record.key(), 0, 0, "", "has figures beyond all hours",
-                  "mend the largest of them"});
+// Tells the first balance that does not follow from the line before it.
+void LedgerCheck::balances(const Record& record) const {
+    const int lines = record.count(dif::attribute::Date);
+    Record::Values rights = record.values(dif::attribute::Rights);
+    Record::Values used = record.values(dif::attribute::Hours);
+    Record::Values stored = record.values(dif::attribute::Balance);
+    Figure before;
+    for (int line = 1; line <= lines; ++line) {
+        const Figure gain(rights.next());
+        const Figure use(used.next());
+        const Figure balance(stored.next());
+        if (!follows(before, gain, use, balance)) {
+            const std::optional<Fixed4> exact = balance.exact();
+            if (!balance.text.empty() && !exact)
+                return; // no number, which is told elsewhere: nothing follows from it
+            const std::vector<Fixed4> right = recomputed(line > 1 ? before.exact() : std::nullopt,
+                                                         {gain.exact(), use.exact(), {}});
+            if (!exact || std::find(right.begin(), right.end(), *exact) == right.end()) {
+                const Fixed4 found = exact.value_or(Fixed4());
+                const std::string off = found > right.front()
+                                            ? hours(found - right.front()) + " hours too many"
+                                            : hours(right.front() - found) + " hours too few";
+                tell_({"DIFAIDANT", std::string(record.key()), dif::attribute::Balance, line,
+                       std::string(balance.text),
+                       std::string("does not follow from ") +
+                           (line > 1 ? "the line before: " : "the hours of the first line: ") +
+                           off + ", it should be " + right.front().toDecimal().toText(),
+                       "look for the line that was changed; the form of the hours computes all "
+                       "balances again"});
+                return;
+            }
         }
-        gatherCharged(record, known, charged);
-    });
-    eachRecord(engine, "FORMVORANDINE",
-               [&](const data::DBARecord& record) { gatherMarked(record, marked); });
-    const auto codeOf = [](const std::string& one) { return one.substr(one.rfind('\xFF') + 1); };
-    for (const auto& [one, place] : charged)
-        if (!marked.contains(one))
-            tell({"DIFAIDANT", place.key, dif::attribute::Training, place.line, codeOf(one),
-                  "is charged, but the training file has no such training on that day that counts",
-                  "take the line out of the hours, or put the training back with OUI"});
-    for (const auto& [one, place] : marked)
-        if (!charged.contains(one))
-            tell({"FORMVORANDINE", place.key, Code, place.line, codeOf(one),
-                  "counts for the D.I.F. (OUI), but no employer is charged with it on that day",
-                  "open the training, choose NON, then OUI again and the employer"});
+        before = balance;
+    }
+}
+
+void LedgerCheck::trainingFile(const Record& record, Caregivers::Number caregiver) {
+    Record::Values dates = record.values(Date);
+    Record::Values codes = record.values(Code);
+    Record::Values counts = record.values(Counts);
+    const auto from = static_cast<std::ptrdiff_t>(trainings_.size());
+    for (std::uint32_t line = 1; dates.more(); ++line) {
+        const std::string_view date = dates.next();
+        const std::string_view code = codes.next();
+        const std::string_view count = counts.next();
+        if (count.size() == 1 && count.front() == '1')
+            trainings_.push_back({dateNumber(date, noDates_), codes_.add(code), line, 0});
+    }
+    const auto to = static_cast<std::ptrdiff_t>(trainings_.size());
+    if (to == from)
+        return;
+    if (caregiver >= trainingsOf_.size())
+        trainingsOf_.resize(caregiver + 1);
+    trainingsOf_[caregiver] = {from, to};
+}
+
+bool LedgerCheck::charge(Caregivers::Number caregiver, std::string_view date,
+                         std::string_view code) {
+    if (caregiver >= trainingsOf_.size())
+        return false;
+    const std::uint32_t day = dateNumber(date, noDates_);
+    const std::uint32_t training = codes_.find(code);
+    bool found = false;
+    const auto [from, to] = trainingsOf_[caregiver];
+    const auto end = trainings_.begin() + to;
+    for (auto one = trainings_.begin() + from; one != end; ++one)
+        if (one->date == day && one->code == training) {
+            one->charged = 1;
+            found = true;
+        }
+    return found;
+}
+
+void LedgerCheck::charges(const Record& record, Caregivers::Number caregiver) {
+    Record::Values dates = record.values(dif::attribute::Date);
+    Record::Values codes = record.values(dif::attribute::Training);
+    for (int line = 1; dates.more() && codes.more(); ++line) {
+        const std::string_view date = dates.next();
+        const std::string_view code = codes.next();
+        if (!code.empty() && !charge(caregiver, date, code))
+            tell_({"DIFAIDANT", std::string(record.key()), dif::attribute::Training, line,
+                   std::string(code),
+                   "is charged, but the training file has no such training on that day that counts",
+                   "take the line out of the hours, or put the training back with OUI"});
+    }
+}
+
+void LedgerCheck::ledger(const Record& record, const std::optional<LedgerKey>& key) {
+    try {
+        balances(record);
+    } catch (const Error& error) {
+        if (error.number() != errors::Overflow)
+            throw;
+        tell_({"DIFAIDANT", std::string(record.key()), 0, 0, "", "has figures beyond all hours",
+               "mend the largest of them"});
+    }
+    if (key)
+        charges(record, key->caregiver);
+}
+
+void LedgerCheck::complete() const {
+    for (const Caregivers::Number caregiver : known_.caregivers().sorted()) {
+        if (caregiver >= trainingsOf_.size())
+            continue;
+        const auto [from, to] = trainingsOf_[caregiver];
+        const auto end = trainings_.begin() + to;
+        for (auto one = trainings_.begin() + from; one != end; ++one)
+            if (one->charged == 0)
+                tell_({"FORMVORANDINE", known_.caregivers().code(caregiver), Code,
+                       static_cast<int>(one->line), codes_[one->code],
+                       "counts for the D.I.F. (OUI), but no employer is charged with it on that "
+                       "day",
+                       "open the training, choose NON, then OUI again and the employer"});
+    }
 }
 
 } // namespace vorandine::dba
