@@ -57,15 +57,17 @@ EngineFile* Changes::versions() {
 
 void Changes::atomically(const std::function<void()>& work) {
     struct Running {
-        bool& flag;
-        explicit Running(bool& f) : flag(f) {}
+        Changes& changes;
+        explicit Running(Changes& of) : changes(of) { changes.transaction_ = true; }
         Running(const Running&) = delete;
         Running& operator=(const Running&) = delete;
-        ~Running() { flag = false; }
+        ~Running() {
+            changes.transaction_ = false;
+            changes.gap_.reset();
+        }
     };
     engine_->atomically([&] {
-        const Running running(transaction_);
-        transaction_ = true;
+        const Running running(*this);
         work();
     });
 }
@@ -101,13 +103,21 @@ void Changes::erase(EngineFile& file, const std::string& name, const std::string
 
 // Whether there are versions of a record.
 bool Changes::known(const std::string& name, const std::string& key) {
-    bool found = false;
+    EngineFile* const file = versions();
+    if (file == nullptr)
+        return false;
     const std::string before = keysOf(name, key);
-    if (EngineFile* const file = versions())
-        file->scan({before, before + Mark}, [&](std::string_view, std::string_view) {
-            found = true;
-            return false;
-        });
+    if (gap_ && gap_->from <= before &&
+        (!gap_->to || (before < *gap_->to && !gap_->to->starts_with(before))))
+        return false;
+    std::optional<std::string> next;
+    file->scan({before, std::nullopt}, [&](std::string_view at, std::string_view /*content*/) {
+        next = at;
+        return false;
+    });
+    const bool found = next && next->starts_with(before);
+    if (transaction_ && !found)
+        gap_ = KeyRange{before, next};
     return found;
 }
 
@@ -117,6 +127,7 @@ void Changes::keep(const std::string& name, const std::string& key,
     EngineFile* const kept = versions();
     if (kept == nullptr)
         return;
+    gap_.reset();
     const std::string before = keysOf(name, key);
     Moment moment = clock_();
     while (kept->read(before + momentText(moment)))

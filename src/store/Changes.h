@@ -68,6 +68,9 @@ class Changes {
     std::string user_;
     bool keepCreations_ = true;
     bool transaction_ = false;
+    // Keys between which, as was seen in this transaction, the history has nothing: a load in the
+    // order of keys looks once for many records.
+    std::optional<KeyRange> gap_;
 
     // Null where the engine has none: then nothing is kept.
     [[nodiscard]] EngineFile* versions();

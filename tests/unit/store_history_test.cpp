@@ -57,10 +57,17 @@ TEST_P(History, KeepsWhatWasBeforeEachChangeWithMomentAndUser) {
 // was deleted.
 TEST_P(History, OfALoadIsThatOfReplacedRecords) {
     store.changes().keepCreations(false);
-    put("k", "un");
-    put("k", "deux");
-    store.OpenFile("TABLES")->DeleteRecord("k");
-    put("k", "trois");
+    store.atomically([&] {
+        put("a", "un"); // before the first one known
+        put("k", "un");
+        put("k", "deux");
+        store.OpenFile("TABLES")->DeleteRecord("k");
+        put("j", "un");
+        put("k", "trois");
+        put("l", "un");
+    });
+    for (const std::string key : {"a", "j", "l"})
+        EXPECT_EQ(told(key), "");
     EXPECT_EQ(told("k"), "2026-11-23T02:03:04.567890Z  un\n"
                          "2026-11-23T02:03:04.567891Z  deux\n"
                          "2026-11-23T02:03:04.567892Z  -\n");
