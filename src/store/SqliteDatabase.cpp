@@ -221,6 +221,10 @@ bool SqliteStatement::Run::step() {
     return false;
 }
 
+bool SqliteStatement::Run::changed() const noexcept {
+    return sqlite3_changes(statement_.database_.handle()) > 0;
+}
+
 std::string_view SqliteStatement::Run::column(int column) const noexcept {
     return bytesOf(sqlite3_column_value(statement_.handle_, column));
 }

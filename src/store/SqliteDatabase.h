@@ -79,6 +79,8 @@ class SqliteStatement {
         void bind(int parameter, std::string_view bytes);
         // Whether there is a row; false at the end.
         [[nodiscard]] bool step();
+        // Whether the statement, at its end, has changed a row.
+        [[nodiscard]] bool changed() const noexcept;
         // Columns count from 0; the view ends with the next step.
         [[nodiscard]] std::string_view column(int column) const noexcept;
         [[nodiscard]] std::int64_t number(int column) const noexcept;

@@ -28,6 +28,8 @@ class SqliteEngine::File : public EngineFile {
     File(SqliteEngine& engine, const std::string& name)
         : engine_(engine),
           read_(engine.database_, "SELECT fiche FROM \"" + name + "\" WHERE cle = ?1"),
+          add_(engine.database_,
+               "INSERT INTO \"" + name + "\" VALUES (?1, ?2) ON CONFLICT (cle) DO NOTHING"),
           write_(engine.database_, "INSERT INTO \"" + name +
                                        "\" VALUES (?1, ?2) "
                                        "ON CONFLICT (cle) DO UPDATE SET fiche = excluded.fiche"),
@@ -48,12 +50,11 @@ class SqliteEngine::File : public EngineFile {
 
     std::optional<std::string> write(std::string_view key, std::string_view record) override {
         engine_.requireTransaction();
+        // Most records of a load are new: for those the key is looked for once.
+        if (put(add_, key, record))
+            return std::nullopt;
         std::optional<std::string> before = read(key);
-        SqliteStatement::Run run(write_);
-        run.bind(1, key);
-        run.bind(2, record);
-        while (run.step()) {
-        }
+        put(write_, key, record);
         return before;
     }
 
@@ -78,10 +79,21 @@ class SqliteEngine::File : public EngineFile {
   private:
     SqliteEngine& engine_;
     SqliteStatement read_;
+    SqliteStatement add_;
     SqliteStatement write_;
     SqliteStatement erase_;
     SqliteStatement scanFrom_;
     SqliteStatement scanBetween_;
+
+    // Whether `statement` changed anything.
+    bool put(SqliteStatement& statement, std::string_view key, std::string_view record) {
+        SqliteStatement::Run run(statement);
+        run.bind(1, key);
+        run.bind(2, record);
+        while (run.step()) {
+        }
+        return run.changed();
+    }
 };
 
 SqliteEngine::SqliteEngine(const std::string& path, OpenMode mode,
