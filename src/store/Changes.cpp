@@ -151,7 +151,7 @@ std::vector<Version> Changes::history(const std::string& name, const std::string
 }
 
 // A scan must not be written under: keys are gathered first, so many at a time.
-std::size_t Changes::prune(Moment moment) {
+std::size_t Changes::prune(Moment moment, const std::function<void(std::size_t)>& step) {
     EngineFile* const file = versions();
     if (file == nullptr)
         return 0;
@@ -172,6 +172,7 @@ std::size_t Changes::prune(Moment moment) {
                 file->erase(key);
         });
         dropped += old.size();
+        step(dropped);
     } while (old.size() == PrunedTogether);
     return dropped;
 }

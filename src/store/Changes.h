@@ -59,8 +59,10 @@ class Changes {
     // What was kept of a record, oldest first; also of one that is no more. What a change has made
     // of the record is in the version after it, or for the last one the record as it is.
     [[nodiscard]] std::vector<Version> history(const std::string& name, const std::string& key);
-    // Drops all versions that were replaced before `moment`. How many.
-    std::size_t prune(Moment moment);
+    // Drops all versions that were replaced before `moment`, many of them in a transaction; tells
+    // after each how many were dropped so far. How many.
+    std::size_t prune(
+        Moment moment, const std::function<void(std::size_t dropped)>& step = [](std::size_t) {});
 
   private:
     std::shared_ptr<Engine> engine_;

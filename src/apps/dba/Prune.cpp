@@ -2,6 +2,7 @@
 #include "apps/dba/Agreement.h"
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
+#include "apps/dba/Progress.h"
 
 #include <array>
 #include <charconv>
@@ -37,7 +38,10 @@ int prune(const CommandLine& line, const Console& console) {
         console.err << "vorandine-dba: nothing was dropped\n";
         return Findings;
     }
-    const std::size_t dropped = store.changes().prune(limit);
+    Progress progress(console, "dropped", "versions");
+    const std::size_t dropped =
+        store.changes().prune(limit, [&](std::size_t count) { progress.reach(count); });
+    progress.clear();
     if (line.has("--json"))
         console.out << "{\"dropped\":" << dropped << "}\n";
     else
