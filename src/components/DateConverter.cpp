@@ -43,6 +43,9 @@ std::vector<std::string_view> between(std::string_view text, char separator) {
 std::optional<widgets::Date> calendarDate(int year, int month, int day) noexcept {
     if (year < 1000 || year > 9999)
         return std::nullopt;
+    // Most days are in any month, and need no calendar.
+    if (month >= 1 && month <= 12 && day >= 1 && day <= 28)
+        return widgets::Date{year, month, day};
     const std::chrono::year_month_day date{std::chrono::year(year),
                                            std::chrono::month(static_cast<unsigned>(month)),
                                            std::chrono::day(static_cast<unsigned>(day))};

@@ -27,6 +27,14 @@ bool onlyDigits(std::string_view values) {
     return others == 0;
 }
 
+// Year and month, of four and two digits.
+bool isPeriod(std::string_view text) {
+    if (text.size() != 6 || !digits(text) || text.front() == '0')
+        return false;
+    const int month = (text[4] - '0') * 10 + (text[5] - '0');
+    return month >= 1 && month <= 12;
+}
+
 // `choices` have blanks between.
 bool isChoice(std::string_view value, std::string_view choices) {
     std::size_t same = 0; // characters of the value that the choice begins with
@@ -162,12 +170,7 @@ int LayoutCheck::values(const Record& record, const AttributeLayout& attribute) 
     case Kind::Whole:
         return hold(digits, "is no whole number", "store digits alone");
     case Kind::Period:
-        return hold(
-            [&](std::string_view value) {
-                return digits(value) && value.size() == 6 &&
-                       components::DateConverter::isStored(std::string(value) + "01");
-            },
-            "is no period", "store year and month as yyyymm");
+        return hold(isPeriod, "is no period", "store year and month as yyyymm");
     case Kind::Choice:
         return hold([&](std::string_view value) { return isChoice(value, attribute.choices); },
                     "is none of the values that have a meaning",
