@@ -26,7 +26,7 @@ const std::string Second = keyName(Keys - 1);
         store::Store store = opened(path);
         Random random(seed);
         while (!fs::exists(stop)) {
-            const Id id = idOfSize(random, random.below(Sizes.size()));
+            const Id id = idOfSize(random, random.below(Sizes.size() - 1));
             perform(store, {"writer", {{First, id}, {Second, id}}});
             // Now and then shorter than the pause of a backup, now and then longer.
             std::this_thread::sleep_for(std::chrono::milliseconds(random.below(4)));
