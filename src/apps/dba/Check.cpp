@@ -4,8 +4,8 @@
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
 #include "apps/dba/check/Checks.h"
+#include "apps/host/Exchange.h"
 #include "apps/host/RecordJson.h"
-#include "text/Characters.h"
 
 #include <array>
 #include <functional>
@@ -59,8 +59,7 @@ void pass(store::Engine& engine, const std::string& file, Known& known, const Te
     engine.file(file)->scan({}, [&](std::string_view key, std::string_view text) {
         progress.step();
         if (!record.show(key, text)) {
-            tell({file, text::IsPlain(key) ? std::string(key) : "(unreadable key)", 0, 0, "",
-                  "is damaged: it is no readable text",
+            tell({file, host::shownKey(key), 0, 0, "", "is damaged: it is no readable text",
                   "store the record anew, or take it from a copy of the store"});
             return true;
         }

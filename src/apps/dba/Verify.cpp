@@ -2,6 +2,7 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
+#include "apps/host/Exchange.h"
 #include "store/Catalogue.h"
 #include "store/Changes.h"
 #include "store/RecordText.h"
@@ -80,8 +81,7 @@ class Verification {
                 if (plain(key, content))
                     ++readable;
                 else
-                    find(name + ' ' + (text::IsPlain(key) ? std::string(key) : "(unreadable key)") +
-                         " is damaged: it is no readable text");
+                    find(name + ' ' + host::shownKey(key) + " is damaged: it is no readable text");
                 return true;
             });
         } catch (const Error& error) {

@@ -102,6 +102,10 @@ ImportResult importRecords(store::Store& store, const std::vector<ImportSource>&
     });
 }
 
+std::string shownKey(std::string_view key) {
+    return text::IsPlain(key) ? std::string(key) : "(unreadable key)";
+}
+
 ExportResult exportRecords(store::EngineFile& file, const std::string& name, std::ostream& out,
                            const std::function<void(const std::string&)>& complain,
                            const std::function<void()>& step) {
@@ -111,8 +115,7 @@ ExportResult exportRecords(store::EngineFile& file, const std::string& name, std
         step();
         if (!text::IsPlain(key) || !store::isPlainRecord(record)) {
             ++result.damaged;
-            complain(name + " " + (text::IsPlain(key) ? std::string(key) : "(unreadable key)") +
-                     ": the record is damaged, it is left out");
+            complain(name + " " + shownKey(key) + ": the record is damaged, it is left out");
             return true;
         }
         line.clear();

@@ -11,6 +11,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vorandine::host {
@@ -29,6 +30,9 @@ struct ImportSource {
                                          const std::vector<ImportSource>& sources,
                                          const ImportWatch& watch,
                                          BadLines badLines = BadLines::StoreNothing);
+
+// A key as complaints show it, which may be damaged.
+[[nodiscard]] std::string shownKey(std::string_view key);
 
 struct ExportResult {
     std::size_t written = 0;
