@@ -1,6 +1,6 @@
 // A disk that fills up or fails at every point of a write, and is well again: the write says so,
 // nothing is lost or half there, and the same write, made again on the same opened store, is stored
-// once. And a folder that is protected while the store in it is open.
+// once. And a folder that is protected while the store in it is open, and a protected file.
 //     failing_disk [STRIDE]     STRIDE: only every so many calls fail, to be faster
 #include "disk_works.h"
 #include "test_disk.h"
@@ -109,8 +109,9 @@ class FailingDisk {
     }
 };
 
-// A journal can no longer be made, by whoever has the store open already.
-void protectedFolder() {
+// The folder is protected: a journal can no longer be made, by whoever has the store open already.
+// The file is protected: whoever opens the store can only read it.
+void protectedPlaces() {
     const store_test::Folder folder;
     if (getuid() == 0 && chown(folder.path().c_str(), store_test::Nobody, store_test::Nobody) != 0)
         wrong("the folder cannot be given away");
@@ -119,11 +120,18 @@ void protectedFolder() {
         State state;
         const std::vector<Work> works = diskWorks();
         for (const Step& step : works[0].steps) {
+            const auto refused = [&](store::Store& by, const std::string& what) {
+                if (store_test::raisedBy([&] { perform(by, step); }).number != errors::ReadOnly)
+                    wrong("no error tells that the " + what + " is protected");
+                requireSame(stateOf(by), state, "while the " + what + " is protected");
+            };
             chmod(name.c_str(), 0555);
-            if (store_test::raisedBy([&] { perform(store, step); }).number != errors::ReadOnly)
-                wrong("no error tells that the folder is protected");
-            requireSame(stateOf(store), state, "while the folder is protected");
+            refused(store, "folder");
             chmod(name.c_str(), 0755);
+            chmod(path.c_str(), 0444);
+            store::Store reader = opened(path);
+            refused(reader, "file");
+            chmod(path.c_str(), 0644);
             perform(store, step);
             state = after(std::move(state), step);
             requireSame(stateOf(store), state, "once it no longer is");
@@ -139,7 +147,7 @@ void protectedFolder() {
                 return 1;
             }
         }) != 0)
-        wrong("a protected folder is not taken well");
+        wrong("a protected folder or file is not taken well");
 }
 
 void program(const std::vector<std::string>& words) {
@@ -162,8 +170,8 @@ void program(const std::vector<std::string>& words) {
                       [&](std::uint64_t call) { return failing.round(work, call); });
         std::cout << trouble.name << ": " << failing.faults << " faults; " << std::flush;
     }
-    protectedFolder();
-    std::cout << "a protected folder is told and over\n";
+    protectedPlaces();
+    std::cout << "a protected folder and a protected file are told and over\n";
 }
 
 } // namespace
