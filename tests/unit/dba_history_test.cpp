@@ -73,8 +73,8 @@ TEST_F(History, OfOtherRecordsIsToldByAttributes) {
     EXPECT_EQ(told("CONTRAT"),
               "CHANGE   ATTRIBUTE       VALUE  BEFORE    AFTER     MEANING\n"
               "as first kept\n"
-              "new      3                                PSD       employer\n"
-              "new      NomAideContrat                   Présence  employer's name\n"
+              "         3                                PSD       employer\n"
+              "         NomAideContrat                   Présence  employer's name\n"
               "MOMENT changed by sylvie\n"
               "gone     3                      PSD                 employer\n"
               "changed  NomAideContrat         Présence  Autre     employer's name\n"

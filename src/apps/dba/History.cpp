@@ -28,7 +28,7 @@ class Telling {
         const auto statement = statementFor(name_);
         if (!json && versions.front().record) {
             statement->heading("as first kept");
-            statement->tell(record(std::nullopt), record(versions.front().record));
+            statement->opening(record(versions.front().record));
         }
         for (std::size_t i = 0; i < versions.size(); ++i) {
             const State& before = versions[i].record;

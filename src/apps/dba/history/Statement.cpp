@@ -14,12 +14,6 @@
 namespace vorandine::dba {
 namespace {
 
-const char* wordFor(const Step& step) {
-    if (!step.before)
-        return "new";
-    return step.after ? "changed" : "gone";
-}
-
 std::vector<std::string> valuesOf(const data::DBARecord& record, int attribute) {
     std::vector<std::string> values;
     for (int i = 1; i <= record.DCount(attribute); ++i)
@@ -42,6 +36,12 @@ class ByAttributes : public Statement {
   private:
     std::string file_;
 
+    [[nodiscard]] const char* word(const Step& step) const {
+        if (!step.before)
+            return came_;
+        return step.after ? "changed" : "gone";
+    }
+
     void tell(int attribute, const std::vector<std::string>& before,
               const std::vector<std::string>& after) {
         const AttributeLayout* const known = layout(file_, attribute);
@@ -51,10 +51,10 @@ class ByAttributes : public Statement {
             if (step.same)
                 continue;
             const std::size_t position = step.after.value_or(step.before.value_or(0)) + 1;
-            table_.add(
-                {wordFor(step), headOf(file_, attribute), list ? std::to_string(position) : "",
-                 step.before ? before[*step.before] : "", step.after ? after[*step.after] : "",
-                 known == nullptr ? "" : std::string(known->meaning)});
+            table_.add({word(step), headOf(file_, attribute), list ? std::to_string(position) : "",
+                        step.before ? before[*step.before] : "",
+                        step.after ? after[*step.after] : "",
+                        known == nullptr ? "" : std::string(known->meaning)});
         }
     }
 };
@@ -86,7 +86,7 @@ class OfHours : public Statement {
                 if (step.before && step.after)
                     add("was", before, *step.before, "");
                 if (step.after)
-                    add(step.before ? "is" : "new", after, *step.after, "");
+                    add(step.before ? "is" : came_, after, *step.after, "");
                 else
                     add("gone", before, *step.before, "");
             } else if (old != balance(after, *step.after)) {

@@ -19,6 +19,12 @@ class Statement {
 
     // A line of its own, across the columns.
     void heading(std::string text) { table_.addLine(std::move(text)); }
+    // What a record held before the first change.
+    void opening(const data::DBARecord& record) {
+        came_ = "";
+        tell({nullptr, record.key(), ""}, record);
+        came_ = "new";
+    }
     // What is in `after` and not in `before`, and the other way round.
     virtual void tell(const data::DBARecord& before, const data::DBARecord& after) = 0;
     void print(std::ostream& out) const { table_.print(out); }
@@ -27,6 +33,7 @@ class Statement {
     explicit Statement(Table table) : table_(std::move(table)) {}
 
     Table table_;
+    const char* came_ = "new"; // what a value or line that was not there is called
 };
 
 // The statement for records of that file.
