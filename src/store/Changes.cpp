@@ -3,9 +3,9 @@
 #include "store/Changes.h"
 
 #include "store/Catalogue.h"
+#include "store/RecordText.h"
 #include "text/Characters.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -31,21 +31,25 @@ Moment now() {
 }
 
 std::string momentText(Moment moment) {
-    const std::time_t seconds = moment / PerSecond;
+    const Moment rest = (moment % PerSecond + PerSecond) % PerSecond; // before 1970 too
+    const std::time_t seconds = (moment - rest) / PerSecond;
     std::tm utc{};
     gmtime_r(&seconds, &utc);
     std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d.%06dZ",
                   utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
-                  utc.tm_sec, static_cast<int>(moment % PerSecond));
+                  utc.tm_sec, static_cast<int>(rest));
     return text.data();
 }
 
 bool isPlainVersion(std::string_view key, std::string_view content) noexcept {
-    return std::count(key.begin(), key.end(), Mark) == 2 &&
-           text::IsPlain(key.substr(0, key.find(Mark))) &&
-           text::IsPlain(key.substr(key.rfind(Mark) + 1)) &&
-           text::IsPlain(content.substr(0, content.find(Mark)));
+    const std::size_t first = key.find(Mark);
+    const std::size_t second = key.rfind(Mark);
+    const std::size_t mark = content.find(Mark);
+    return first != second && text::IsPlain(key.substr(0, first)) &&
+           text::IsPlain(key.substr(first + 1, second - first - 1)) &&
+           text::IsPlain(key.substr(second + 1)) && text::IsPlain(content.substr(0, mark)) &&
+           (mark == std::string_view::npos || isPlainRecord(content.substr(mark + 1)));
 }
 
 Changes::Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock)
@@ -169,9 +173,8 @@ std::size_t Changes::prune(Moment moment, const std::function<void(std::size_t)>
         });
         engine_->atomically([&] {
             for (const std::string& key : old)
-                file->erase(key);
+                dropped += file->erase(key) ? 1 : 0;
         });
-        dropped += old.size();
         step(dropped);
     } while (old.size() == PrunedTogether);
     return dropped;

@@ -31,7 +31,8 @@ struct Version {
     std::optional<std::string> record; // the whole text before; none where the change made it
 };
 
-// Whether an entry of the history's file is one: what it says of file, moment and user is plain.
+// Whether an entry of the history's file is one: all that it says is plain. The record may have
+// been damaged before it was replaced.
 [[nodiscard]] bool isPlainVersion(std::string_view key, std::string_view content) noexcept;
 
 // Shared by a store and its files. All members throw what the engine throws.

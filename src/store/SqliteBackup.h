@@ -8,10 +8,9 @@
 
 namespace vorandine::store {
 
-// Copies the file of `from` as Engine::backUp tells. The copy grows under the name PATH.part, takes
-// its own name once it is complete and on the disk, and an interrupted one is written over by the
-// next. Writers get their turn between two steps; a write by another program makes the copy begin
-// anew, and after some of those it is made in one go, which writers wait for.
+// Copies the file of `from` as Engine::backUp tells. The copy grows as a PartFile. Writers get
+// their turn between two steps; a write by another program makes the copy begin anew, and after
+// some of those it is made in one go, which writers wait for.
 void backUp(SqliteDatabase& from, const std::string& path, const CopyStep& step);
 
 } // namespace vorandine::store

@@ -101,7 +101,7 @@ SqliteDatabase::SqliteDatabase(std::string path, bool create, std::chrono::milli
     try {
         if (code != SQLITE_OK)
             fail(code);
-        sqlite3_busy_handler(handle_, &SqliteDatabase::waitForLock, this);
+        waitAnew();
         const int added =
             sqlite3_create_function_v2(handle_, "visite", 2, SQLITE_UTF8 | SQLITE_DIRECTONLY, this,
                                        &SqliteDatabase::callVisitor, nullptr, nullptr, nullptr);
@@ -159,6 +159,11 @@ void SqliteDatabase::fail(int code) const {
         text +=
             std::string(" (SQLite ") + std::to_string(code) + " : " + sqlite3_errstr(code) + ")";
     throw Error(meaning.number, text);
+}
+
+// Setting the handler makes SQLite count its attempts from zero.
+void SqliteDatabase::waitAnew() noexcept {
+    sqlite3_busy_handler(handle_, &SqliteDatabase::waitForLock, this);
 }
 
 // Nobody is told when a lock is free: one has to come by at the right time. SQLite's own waiting

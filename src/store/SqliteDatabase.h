@@ -38,6 +38,10 @@ class SqliteDatabase {
     // Ends the open transaction, if there still is one, with nothing written.
     void rollBack() noexcept;
 
+    // The next wait for a lock has the whole patience again, though SQLite may take it for the same
+    // wait as the last: it does between two steps of a backup.
+    void waitAnew() noexcept;
+
     // Throws what SQLite's result `code` means for the user.
     [[noreturn]] void fail(int code) const;
 

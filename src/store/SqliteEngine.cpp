@@ -49,7 +49,7 @@ class SqliteEngine::File : public EngineFile {
     }
 
     std::optional<std::string> write(std::string_view key, std::string_view record) override {
-        engine_.requireTransaction();
+        engine_.requireWritable();
         // Most records of a load are new: for those the key is looked for once.
         if (put(add_, key, record))
             return std::nullopt;
@@ -59,7 +59,7 @@ class SqliteEngine::File : public EngineFile {
     }
 
     std::optional<std::string> erase(std::string_view key) override {
-        engine_.requireTransaction();
+        engine_.requireWritable();
         SqliteStatement::Run run(erase_);
         run.bind(1, key);
         std::optional<std::string> before;
@@ -134,7 +134,7 @@ void SqliteEngine::create() {
     });
 }
 
-// False where the file may not be written: it can be read all the same.
+// False where that cannot be written now: the store can be read all the same.
 bool SqliteEngine::addHistory() {
     try {
         atomically([&] {
@@ -145,7 +145,8 @@ bool SqliteEngine::addHistory() {
             database_.run("PRAGMA user_version = " + std::to_string(FormatVersion));
         });
     } catch (const Error& error) {
-        if (error.number() != errors::ReadOnly)
+        if (error.number() != errors::ReadOnly && error.number() != errors::DiskFull &&
+            error.number() != errors::Locked)
             throw;
         return false;
     }
@@ -158,13 +159,6 @@ void SqliteEngine::verify() {
     requireStore(database_);
     const bool withoutHistory =
         database_.number("PRAGMA user_version") == WithoutHistory && !addHistory();
-    const std::int64_t version = database_.number("PRAGMA user_version");
-    if (version != FormatVersion && !withoutHistory)
-        refuse(errors::OtherVersion, path,
-               "est au format " + std::to_string(version) + ", ce programme lit le format " +
-                   std::to_string(FormatVersion) +
-                   ". Utilisez la version du programme qui l'a "
-                   "écrite.");
     std::set<std::string, std::less<>> missing;
     for (const std::string& name : tables())
         if (name != HistoryFile || !withoutHistory)
@@ -233,11 +227,24 @@ std::vector<std::string> SqliteEngine::faults() {
         found.emplace_back(run.column(0));
     if (found == std::vector<std::string>{"ok"})
         found.clear();
+    // A key that has become anything but a BLOB stands before all keys, where nobody looks for it.
+    for (const auto& [name, file] : files_)
+        if (database_.number("SELECT count(*) FROM \"" + name + "\" WHERE cle < x''") > 0)
+            found.push_back("keys in " + name + " are no BLOBs");
     return found;
 }
 
 void SqliteEngine::backUp(const std::string& path, const CopyStep& step) {
     store::backUp(database_, path, step);
+}
+
+// Nothing is written without its history.
+void SqliteEngine::requireWritable() const {
+    if (!files_.contains(std::string(HistoryFile)))
+        refuse(errors::ReadOnly, database_.path(),
+               "est d'un format ancien, qui n'a pas pu être mis à jour à l'ouverture. Rouvrez-la "
+               "avec le droit de la modifier et de la place sur le disque.");
+    requireTransaction();
 }
 
 // A disk that fills up ends a transaction from within. Whoever then goes on writing must not have

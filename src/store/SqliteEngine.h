@@ -40,6 +40,7 @@ class SqliteEngine : public Engine {
     void create();
     bool addHistory();
     void verify();
+    void requireWritable() const;
     void requireTransaction() const;
 };
 

@@ -80,6 +80,12 @@ void requireStore(SqliteDatabase& database) {
     if (database.number("PRAGMA application_id") != ApplicationId)
         refuse(errors::OtherProgram, database.path(),
                "appartient à un autre programme. Choisissez un autre chemin.");
+    const std::int64_t version = database.number("PRAGMA user_version");
+    if (version != FormatVersion && version != WithoutHistory)
+        refuse(errors::OtherVersion, database.path(),
+               "est au format " + std::to_string(version) + ", ce programme lit le format " +
+                   std::to_string(FormatVersion) +
+                   ". Utilisez la version du programme qui l'a écrite.");
 }
 
 } // namespace vorandine::store::sqlite

@@ -30,7 +30,8 @@ constexpr int PageBytes = 16384;
 // checks that need no connection; throws as openEngine does.
 [[nodiscard]] std::string checkedPath(const std::string& given, OpenMode mode);
 
-// Throws Error(NotADatabase) for an empty file, Error(OtherProgram) for one of another program.
+// Throws Error(NotADatabase) for an empty file, Error(OtherProgram) for one of another program,
+// Error(OtherVersion) for a store of a format that this program does not know.
 void requireStore(SqliteDatabase& database);
 
 } // namespace vorandine::store::sqlite

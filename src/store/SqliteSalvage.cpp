@@ -30,15 +30,21 @@ std::map<std::string, std::uint32_t> rootsOf(SqliteDatabase& database) {
 std::size_t salvage(const std::string& path, const SalvageVisitor& take) {
     const std::string absolute = sqlite::checkedPath(path, OpenMode::Existing);
     SqliteDatabase database(absolute, false, SqlitePatience);
+    // Else SQLite would not even name the tables of a file that has lost its end.
+    database.run("PRAGMA writable_schema = ON");
     database.run("BEGIN");
     sqlite::requireStore(database);
     const std::map<std::string, std::uint32_t> roots = rootsOf(database);
+    const bool withoutHistory = database.number("PRAGMA user_version") == sqlite::WithoutHistory;
     SqlitePages pages(absolute);
     std::size_t lost = 0;
     for (const std::string& file : sqlite::tables()) {
         const auto root = roots.find(file);
-        if (root == roots.end())
-            continue; // the history of a store of the format before
+        if (root == roots.end()) {
+            if (file != HistoryFile || !withoutHistory)
+                ++lost;
+            continue;
+        }
         pages.visit(root->second, [&](std::string_view key, std::string_view record) {
             const bool plain = file == HistoryFile ? isPlainVersion(key, record)
                                                    : text::IsPlain(key) && isPlainRecord(record);

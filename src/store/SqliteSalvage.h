@@ -15,8 +15,8 @@ using SalvageVisitor =
 
 // Reads the store at `path` page by page and hands over what is sound in itself. Gives how many
 // pages and entries could not be read; a page may have held hundreds of entries. Writers wait
-// meanwhile. Throws as openEngine where the file is no store at all, and Error(Damaged) where its
-// first page, which says where the others are, is lost.
+// meanwhile. Throws as openEngine where the file is no store, or not one that this program knows;
+// where the first page is lost, which says so, it cannot be told from another program's.
 [[nodiscard]] std::size_t salvage(const std::string& path, const SalvageVisitor& take);
 
 } // namespace vorandine::store

@@ -39,7 +39,7 @@ TEST_F(History, OfALedgerReadsAsAStatement) {
         "karim");
     put("DIFAIDANT",
         R"({"1":["20060612","20061231"],"2":["","1x"],"3":"700","4":["-700","1300"],)"
-        R"("5":"HYG","6":"é"})",
+        R"("5":"HYG","6":["é","ê"]})",
         "karim");
     done({"delete", "--yes", "--user", "odile", url, "DIFAIDANT", "00012PSD"});
     EXPECT_EQ(told("DIFAIDANT"),
@@ -56,11 +56,11 @@ TEST_F(History, OfALedgerReadsAsAStatement) {
               "was      2     12/06/2006          7,50  HYG       12,50\n"
               "is       2     31/12/2006  1x                      13,00\n"
               "gone     3     31/12/2006  20,00                   32,50\n"
-              "attribute 6 was '', is 'é'\n"
+              "attribute 6 was '', is 'é | ê'\n"
               "MOMENT deleted by odile\n"
               "gone     1     12/06/2006          7,00  HYG       -7,00\n"
               "gone     2     31/12/2006  1x                      13,00\n"
-              "attribute 6 was 'é', is ''\n");
+              "attribute 6 was 'é | ê', is ''\n");
 }
 
 TEST_F(History, OfOtherRecordsIsToldByAttributes) {
@@ -109,6 +109,7 @@ TEST_F(History, RestoresWhatWasAndIsItselfRestored) {
     EXPECT_EQ(restore(moments[0]), 0); // before there was one
     EXPECT_EQ(content(), "none");
     EXPECT_EQ(restore("2"), 2); // begins all of them
+    EXPECT_EQ(restore(""), 2);
     EXPECT_EQ(restore("x"), 2);
     const std::string all = told("AIDANT");
     EXPECT_NE(all.find("MOMENT created by odile"), std::string::npos) << all;
@@ -127,8 +128,16 @@ TEST_F(History, GoesWithABackupWhichIsAStoreItself) {
     put("AIDANT", R"({"1":"un"})", "sylvie");
     put("AIDANT", R"({"1":"deux"})", "sylvie");
     const std::string copy = folder / "copie.vor";
-    write("copie.vor.part", ""); // of a copy that was interrupted
-    done({"backup", url, copy});
+    // Nothing that is there is touched: what a copy that was interrupted left, or another program,
+    // and what SQLite would undo the new file with.
+    for (const std::string name : {"copie.vor", "copie.vor.part", "copie.vor-journal"}) {
+        const std::string path = write(name, "x");
+        EXPECT_EQ(call({"backup", url, copy}), 2) << name;
+        EXPECT_EQ(call({"repair", folder / "base.vor", copy}), 2) << name;
+        EXPECT_EQ(std::filesystem::file_size(path), 1U) << name;
+        std::filesystem::remove(path);
+    }
+    done({"backup", url, "sqlite:" + copy});
     EXPECT_FALSE(std::filesystem::exists(copy + ".part"));
     put("AIDANT", R"({"1":"trois"})", "sylvie");
     EXPECT_EQ(call({"backup", url, copy}), 2); // never written over
@@ -174,8 +183,11 @@ TEST_F(History, DamageIsFoundAndTheRestSaved) {
     }
     EXPECT_GE(whole, 9);
     EXPECT_LE(few, 1);
-    std::filesystem::resize_file(bad, Page * (pages / 2));
-    EXPECT_EQ(call({"verify", bad}), 1) << out << err;
+    std::filesystem::resize_file(bad, Page * (pages - 2));
+    EXPECT_EQ(call({"verify", "--json", bad}), 1) << out << err;
+    EXPECT_EQ(call({"repair", "--json", bad, saved}), 1) << err;
+    EXPECT_GT(nlohmann::json::parse(out)["records"], 50);
+    std::filesystem::remove(saved);
     done({"repair", path, saved});
     EXPECT_EQ(done({"export", "sqlite:" + saved}), done({"export", url}));
     EXPECT_EQ(call({"repair", path, saved}), 2); // it is there

@@ -2,6 +2,7 @@
 // is over once its cause is gone.
 #include "store/SqliteEngine.h"
 
+#include "store/SqliteSalvage.h"
 #include "store_support.h"
 
 #include <csignal>
@@ -279,6 +280,16 @@ TEST_F(SqliteStore, AProtectedFileIsReadAndNotWritten) {
 TEST_F(SqliteStore, TheFormatBeforeGetsItsHistoryAtTheFirstOpening) {
     make(1);
     Other(path).run("DROP TABLE HISTORIQUE; PRAGMA user_version = 1");
+    {
+        // As long as that cannot be, the store is read, and not written without a history.
+        Other other(path);
+        other.run("BEGIN; SELECT * FROM TABLES");
+        SqliteEngine engine = open(OpenMode::Existing);
+        other.run("COMMIT");
+        EXPECT_EQ(engine.file("TABLES")->read("0"), std::string(1000, 'x'));
+        EXPECT_EQ(raisedBy([&] { engine.file("TABLES")->write("0", "1"); }).number,
+                  errors::ReadOnly);
+    }
     for (std::size_t times = 1; times <= 2; ++times) {
         Store store(std::make_shared<SqliteEngine>(path, OpenMode::Existing));
         auto record = store.OpenFile("TABLES")->ReadRecord("0");
@@ -286,6 +297,20 @@ TEST_F(SqliteStore, TheFormatBeforeGetsItsHistoryAtTheFirstOpening) {
         record.DBWrite();
         EXPECT_EQ(store.changes().history("TABLES", "0").size(), times);
     }
+}
+
+TEST_F(SqliteStore, WhatNoScanMeetsIsAFaultAndWhatIsMissingIsLost) {
+    make(1);
+    const auto lost = [&] { return salvage(path, [](auto, auto, auto) {}); };
+    EXPECT_EQ(open(OpenMode::Existing).faults().size(), 0U);
+    EXPECT_EQ(lost(), 0U);
+    Other(path).run("INSERT INTO TABLES VALUES ('a text for a key', x'31')");
+    EXPECT_EQ(open(OpenMode::Existing).faults().size(), 1U);
+    EXPECT_EQ(lost(), 1U);
+    Other(path).run("DROP TABLE CONTRAT");
+    EXPECT_EQ(lost(), 2U);
+    Other(path).run("PRAGMA user_version = 3");
+    EXPECT_EQ(raisedBy([&] { (void)lost(); }).number, errors::OtherVersion);
 }
 
 } // namespace

@@ -9,7 +9,7 @@ namespace vorandine::dba {
 namespace {
 
 int backup(const CommandLine& line, const Console& console) {
-    const std::string& path = line.words()[1];
+    const std::string path = pathOf(line.words()[1]);
     Progress progress(console, "copied", "pages");
     openStore(line.words().front())->backUp(path, [&](std::size_t pages) {
         progress.reach(pages);

@@ -3,11 +3,10 @@
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
 #include "store/Catalogue.h"
+#include "store/PartFile.h"
 #include "store/SqliteSalvage.h"
-#include "text/Error.h"
 
 #include <array>
-#include <filesystem>
 #include <ostream>
 
 namespace vorandine::dba {
@@ -19,28 +18,23 @@ constexpr std::array<Option, 1> Options{{
 
 int repair(const CommandLine& line, const Console& console) {
     const std::string target = pathOf(line.words()[1]);
-    if (std::filesystem::exists(target))
-        throw UsageError(target + " exists already; give a new name");
-    const auto engine = openStore(SqliteScheme + target, store::OpenMode::Create);
+    store::PartFile part(target);
+    auto engine = openStore(SqliteScheme + part.path(), store::OpenMode::Create);
     std::size_t records = 0;
     std::size_t versions = 0;
     std::size_t lost = 0;
     Progress progress(console, "read");
-    try {
-        engine->atomically([&] {
-            lost = store::salvage(
-                pathOf(line.words().front()),
-                [&](const std::string& file, std::string_view key, std::string_view record) {
-                    progress.step();
-                    engine->file(file)->write(key, record);
-                    ++(file == store::HistoryFile ? versions : records);
-                });
-        });
-    } catch (const std::exception&) {
-        std::error_code ignored;
-        std::filesystem::remove(target, ignored); // nothing is in it
-        throw;
-    }
+    engine->atomically([&] {
+        lost = store::salvage(
+            pathOf(line.words().front()),
+            [&](const std::string& file, std::string_view key, std::string_view record) {
+                progress.step();
+                engine->file(file)->write(key, record);
+                ++(file == store::HistoryFile ? versions : records);
+            });
+    });
+    engine.reset();
+    part.keep();
     progress.clear();
     if (line.has("--json"))
         console.out << "{\"records\":" << records << ",\"versions\":" << versions
@@ -62,7 +56,9 @@ constexpr Command repairCommand{
     2,
     "make a new store of what can be read of a damaged one",
     "Reads the file page by page, past those that are lost, and stores what is sound, history\n"
-    "included, in a new store. The damaged file stays as it is. The exit status is 1 where\n"
+    "included, in a new store, called NEWPATH.part until it is whole. The damaged file stays as "
+    "it\n"
+    "is. The exit status is 1 where\n"
     "something could not be read: a page may have held hundreds of records. Compare with the last\n"
     "backup then.\n",
     Options,

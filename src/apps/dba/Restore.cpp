@@ -12,6 +12,8 @@ constexpr std::array<Option, 1> Options{{UserOption}};
 
 // The one whose moment begins with `word`.
 store::Version find(const std::vector<store::Version>& versions, const std::string& word) {
+    if (word.empty())
+        throw UsageError("VERSION is empty");
     const store::Version* found = nullptr;
     for (const store::Version& version : versions) {
         if (!version.moment.starts_with(word))

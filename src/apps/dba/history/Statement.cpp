@@ -21,6 +21,13 @@ std::vector<std::string> valuesOf(const data::DBARecord& record, int attribute) 
     return values;
 }
 
+std::string joined(const data::DBARecord& record, int attribute) {
+    std::string text;
+    for (const std::string& value : valuesOf(record, attribute))
+        text += (text.empty() ? "" : " | ") + value;
+    return text;
+}
+
 class ByAttributes : public Statement {
   public:
     explicit ByAttributes(std::string file)
@@ -96,8 +103,8 @@ class OfHours : public Statement {
         for (int attribute = dif::attribute::Carried;
              attribute <= std::max(before.DCount(), after.DCount()); ++attribute)
             if (before(attribute) != after(attribute))
-                heading("attribute " + std::to_string(attribute) + " was '" + before(attribute) +
-                        "', is '" + after(attribute) + "'");
+                heading("attribute " + std::to_string(attribute) + " was '" +
+                        joined(before, attribute) + "', is '" + joined(after, attribute) + "'");
     }
 
   private:
