@@ -163,6 +163,10 @@ bool isPlainResult(std::string_view result) noexcept {
     return true;
 }
 
+bool isPlainEntry(std::string_view key, std::string_view record) noexcept {
+    return text::IsPlain(key) && isPlainRecord(record);
+}
+
 bool isPlainRecord(std::string_view record) noexcept {
     return record.find(data::SubvalueMark) == std::string_view::npos && isPlainResult(record);
 }

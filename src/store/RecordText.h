@@ -34,4 +34,7 @@ class AttributeCursor {
 // The same of a request's result, in which data::SubvalueMark separates too.
 [[nodiscard]] bool isPlainResult(std::string_view result) noexcept;
 
+// Whether the key of a record and the record are both plain: what can be shown and stored anew.
+[[nodiscard]] bool isPlainEntry(std::string_view key, std::string_view record) noexcept;
+
 } // namespace vorandine::store

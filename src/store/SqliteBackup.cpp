@@ -2,6 +2,7 @@
 #include "store/SqliteBackup.h"
 
 #include "store/PartFile.h"
+#include "store/SqliteEngine.h"
 
 #include <chrono>
 #include <memory>
@@ -15,7 +16,6 @@ constexpr int PagesAtOnce = 256; // of 16 KiB
 constexpr int AllPages = -1;
 constexpr std::chrono::milliseconds Pause{1}; // for writers who wait for the lock
 constexpr int MostBeginnings = 5;
-constexpr std::chrono::milliseconds Patience{5000};
 
 void copy(SqliteDatabase& from, SqliteDatabase& to, const CopyStep& step) {
     const std::unique_ptr<sqlite3_backup, int (*)(sqlite3_backup*)> backup(
@@ -49,7 +49,7 @@ void copy(SqliteDatabase& from, SqliteDatabase& to, const CopyStep& step) {
 void backUp(SqliteDatabase& from, const std::string& path, const CopyStep& step) {
     PartFile part(path);
     {
-        SqliteDatabase to(part.path(), false, Patience);
+        SqliteDatabase to(part.path(), false, SqlitePatience);
         to.run("PRAGMA synchronous = EXTRA");
         copy(from, to, step);
     }

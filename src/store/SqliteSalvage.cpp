@@ -9,7 +9,6 @@
 #include "store/SqliteEngine.h"
 #include "store/SqliteLayout.h"
 #include "store/SqlitePages.h"
-#include "text/Characters.h"
 
 #include <map>
 
@@ -46,8 +45,8 @@ std::size_t salvage(const std::string& path, const SalvageVisitor& take) {
             continue;
         }
         pages.visit(root->second, [&](std::string_view key, std::string_view record) {
-            const bool plain = file == HistoryFile ? isPlainVersion(key, record)
-                                                   : text::IsPlain(key) && isPlainRecord(record);
+            const bool plain =
+                file == HistoryFile ? isPlainVersion(key, record) : isPlainEntry(key, record);
             if (plain)
                 take(file, key, record);
             else

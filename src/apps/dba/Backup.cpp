@@ -27,11 +27,9 @@ constexpr Command backupCommand{
     2,
     2,
     "copy a store, history included, to a new file while programs use it",
-    "The copy shows one state of the store and is a store itself: sqlite:PATH. PATH must not "
-    "exist\n"
-    "yet; while the copy grows it is called PATH.part. Programs that write go on; those that "
-    "write\n"
-    "without a pause wait a moment at last.\n",
+    "The copy shows one state of the store and is a store itself: sqlite:PATH. PATH must not\n"
+    "exist yet; while the copy grows it is called PATH.part, which an interrupted backup leaves\n"
+    "behind. Programs that write go on; those that write without a pause wait a moment at last.\n",
     {},
     "  vorandine-dba backup sqlite:agence.vor /media/usb/agence-$(date +%F).vor\n"
     "  vorandine-dba backup sqlite:agence.vor copie.vor && vorandine-dba verify copie.vor\n",

@@ -56,15 +56,12 @@ constexpr Command repairCommand{
     2,
     "make a new store of what can be read of a damaged one",
     "Reads the file page by page, past those that are lost, and stores what is sound, history\n"
-    "included, in a new store, called NEWPATH.part until it is whole. The damaged file stays as "
-    "it\n"
-    "is. The exit status is 1 where\n"
-    "something could not be read: a page may have held hundreds of records. Compare with the last\n"
-    "backup then.\n",
+    "included, in a new store, called NEWPATH.part until it is whole. The damaged file stays as\n"
+    "it is. The exit status is 1 where something could not be read: a page may have held hundreds\n"
+    "of records. Compare with the last backup then.\n",
     Options,
     "  vorandine-dba repair agence.vor sauve.vor\n"
-    "  diff <(vorandine-dba export sqlite:sauvegarde.vor) <(vorandine-dba export "
-    "sqlite:sauve.vor)\n",
+    "  diff <(vorandine-dba export sqlite:hier.vor) <(vorandine-dba export sqlite:sauve.vor)\n",
     repair,
 };
 

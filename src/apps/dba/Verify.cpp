@@ -6,7 +6,6 @@
 #include "store/Catalogue.h"
 #include "store/Changes.h"
 #include "store/RecordText.h"
-#include "text/Characters.h"
 #include "text/Error.h"
 
 #include <array>
@@ -34,9 +33,7 @@ class Verification {
             find("the pages of the file do not hang together");
         }
         for (const std::string& name : engine_.files())
-            records_ += read(name, [](std::string_view key, std::string_view record) {
-                return text::IsPlain(key) && store::isPlainRecord(record);
-            });
+            records_ += read(name, store::isPlainEntry);
         versions_ = read(std::string(store::HistoryFile), store::isPlainVersion);
         progress_.clear();
     }
@@ -118,9 +115,8 @@ constexpr Command verifyCommand{
     1,
     "tell whether the file of a store is sound to its last byte",
     "Looks at the whole file, at every record and at every version of the history. What is wrong\n"
-    "is told on standard error, and the exit status is 1. Whether records agree with each other "
-    "is\n"
-    "what check looks for.\n",
+    "is told on standard error, and the exit status is 1. Whether records agree with each other\n"
+    "is what check looks for.\n",
     Options,
     "  vorandine-dba verify agence.vor\n"
     "  vorandine-dba verify --json /media/usb/agence-2026-11-23.vor\n",

@@ -113,7 +113,7 @@ ExportResult exportRecords(store::EngineFile& file, const std::string& name, std
     std::string line;
     file.scan({}, [&](std::string_view key, std::string_view record) {
         step();
-        if (!text::IsPlain(key) || !store::isPlainRecord(record)) {
+        if (!store::isPlainEntry(key, record)) {
             ++result.damaged;
             complain(name + " " + shownKey(key) + ": the record is damaged, it is left out");
             return true;
