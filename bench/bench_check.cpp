@@ -5,7 +5,7 @@
 #include "measure.h"
 
 #include "apps/dba/Program.h"
-#include "apps/host/Exchange.h"
+#include "exchange/Exchange.h"
 #include "store/Store.h"
 #include "unit/store_support.h"
 
@@ -37,14 +37,14 @@ class Filling {
     Filling(store::Engine& engine, int records)
         : engine_(engine), wanted_(static_cast<std::size_t>(records)) {
         store::Store demo(store::openEngine("memory:", store::OpenMode::Create));
-        host::ImportWatch watch;
+        exchange::ImportWatch watch;
         watch.complain = [](const std::string& complaint) { throw std::runtime_error(complaint); };
         const auto folder = std::filesystem::path(__FILE__).parent_path() / "../demo";
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
             if (entry.path().extension() != ".jsonl")
                 continue;
             std::ifstream lines(entry.path());
-            static_cast<void>(host::importRecords(demo, {{entry.path(), lines}}, watch));
+            static_cast<void>(exchange::importRecords(demo, {{entry.path(), lines}}, watch));
         }
         for (const std::string& file : demo.files())
             demo.changes().engine().file(file)->scan({}, [&](auto key, auto record) {

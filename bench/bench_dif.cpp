@@ -64,7 +64,7 @@ std::string record(const std::vector<std::pair<std::size_t, std::string>>& attri
         all[attribute - 1] = value;
     std::string text;
     for (const std::string& value : all)
-        text += value + data::AttributeMark;
+        text += value + records::AttributeMark;
     text.pop_back();
     return text;
 }
@@ -92,7 +92,7 @@ std::string ledger(int lines) {
     for (const auto& [attribute, values] : content) {
         std::string list;
         for (const std::string& value : values)
-            list += value + data::ValueMark;
+            list += value + records::ValueMark;
         list.pop_back();
         attributes.emplace_back(attribute, list);
     }

@@ -4,9 +4,9 @@
 // Tells too by how much the memory of this process grew, which must not depend on the records.
 #include "measure.h"
 
-#include "apps/host/Exchange.h"
-#include "apps/host/ExchangeLine.h"
-#include "data/DBARecord.h"
+#include "exchange/Exchange.h"
+#include "exchange/ExchangeLine.h"
+#include "records/DBARecord.h"
 #include "store/Store.h"
 #include "unit/store_support.h"
 
@@ -48,12 +48,13 @@ std::string record(int number) {
     static const std::string names[] = {"Présence et soutien à domicile", "LE GUEN", "BRÛLÉ",
                                         "Maintien à domicile des Pays d'Aulne et de l'Èvre"};
     std::mt19937 random(static_cast<unsigned>(number));
-    std::string text(2, data::AttributeMark);
-    text += "P" + std::to_string(100 + random() % 900) + data::AttributeMark;
-    text += names[random() % 4] + data::AttributeMark + "Marie-Thérèse";
-    text += std::string(2, data::AttributeMark) + std::to_string(20030101 + random() % 20 * 10000);
-    text += data::AttributeMark + std::to_string(20230131 + random() % 3 * 10000);
-    text += std::string(63 - 8, data::AttributeMark) + "202609";
+    std::string text(2, records::AttributeMark);
+    text += "P" + std::to_string(100 + random() % 900) + records::AttributeMark;
+    text += names[random() % 4] + records::AttributeMark + "Marie-Thérèse";
+    text +=
+        std::string(2, records::AttributeMark) + std::to_string(20030101 + random() % 20 * 10000);
+    text += records::AttributeMark + std::to_string(20230131 + random() % 3 * 10000);
+    text += std::string(63 - 8, records::AttributeMark) + "202609";
     return text;
 }
 
@@ -96,16 +97,16 @@ void importInto(const std::string& path, const std::string& lines) {
     std::filesystem::remove(path);
     store::Store store(store::openEngine("sqlite:" + path, store::OpenMode::Create));
     std::ifstream in(lines, std::ios::binary);
-    host::ImportWatch watch;
+    exchange::ImportWatch watch;
     watch.complain = [](const std::string& complaint) { throw std::runtime_error(complaint); };
-    if (!host::importRecords(store, {{lines, in}}, watch).stored)
+    if (!exchange::importRecords(store, {{lines, in}}, watch).stored)
         throw std::runtime_error("the import stored nothing");
 }
 
 std::size_t exportTo(const std::string& path, const std::string& lines) {
     const auto engine = store::openEngine("sqlite:" + path, store::OpenMode::Existing);
     std::ofstream out(lines, std::ios::binary);
-    return host::exportRecords(
+    return exchange::exportRecords(
                *engine->file("CONTRAT"), "CONTRAT", out, [](const std::string&) {}, [] {})
         .written;
 }
@@ -117,7 +118,7 @@ void writeInputs(const std::string& lines, const std::string& bytes, int records
     for (int i = 0; i < records; ++i) {
         const std::string texts[] = {key(i), record(i)};
         line.clear();
-        host::appendExchangeLine(line, "CONTRAT", texts[0], texts[1]);
+        exchange::appendExchangeLine(line, "CONTRAT", texts[0], texts[1]);
         json << line;
         for (const std::string& text : texts) {
             const std::size_t size = text.size();

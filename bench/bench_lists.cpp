@@ -4,10 +4,10 @@
 // chosen). Fails beyond the limits printed.
 #include "components/DateConverter.h"
 #include "components/Help.h"
-#include "data/DBARecord.h"
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/QtWorld.h"
 #include "measure.h"
+#include "records/DBARecord.h"
 #include "rules/Numbers.h"
 #include "text/Decimal.h"
 #include "unit/control_support.h"
@@ -60,11 +60,11 @@ struct Office {
 
     // The lines as the file's window shows them, read by someone who needs nothing else of it.
     std::vector<Line> lines(const std::string& code) {
-        const data::DBARecord labels = store->OpenFile("TABLES")->ReadRecord("FORMPRO");
+        const records::DBARecord labels = store->OpenFile("TABLES")->ReadRecord("FORMPRO");
         std::map<std::string, std::string> labelOf;
         for (int i = 1; i <= labels.DCount(2); ++i)
             labelOf[labels(2, i)] = labels(3, i);
-        const data::DBARecord file = store->OpenFile("FORMVORANDINE")->ReadRecord(code);
+        const records::DBARecord file = store->OpenFile("FORMVORANDINE")->ReadRecord(code);
         std::vector<Line> lines;
         const int count = file.DCount(6);
         lines.reserve(static_cast<std::size_t>(count));
@@ -143,7 +143,7 @@ class Shown {
 class Ours : public Shown {
   public:
     Ours(Office& office, const std::string& code)
-        : form_({office.world, office.dates, office.help, std::make_shared<data::DBAClient>(),
+        : form_({office.world, office.dates, office.help, std::make_shared<ports::DBAClient>(),
                  office.store, office.rights},
                 code, "DURAND Marie", [](const Error& error) { throw error; }),
           window_(form_.form(), office.world) {

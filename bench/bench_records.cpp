@@ -1,7 +1,7 @@
 // What one value costs in a walk over an attribute, in a short one and in a long one: the cost must
 // not grow with the length. Fails if a value of the long attribute costs more than twice as much.
-#include "data/DBARecord.h"
 #include "measure.h"
+#include "records/DBARecord.h"
 
 #include <chrono>
 #include <cstdio>
@@ -10,7 +10,7 @@
 
 namespace {
 
-using vorandine::data::DBARecord;
+using vorandine::records::DBARecord;
 
 constexpr int Short = 1'000;
 constexpr int Long = 30'000;
@@ -82,7 +82,7 @@ const Walk Walks[] = {
 std::string attribute(int values) {
     std::string text = "20030101";
     for (int v = 2; v <= values; ++v)
-        text += vorandine::data::ValueMark + std::to_string(20030000 + v % 9999);
+        text += vorandine::records::ValueMark + std::to_string(20030000 + v % 9999);
     return text;
 }
 

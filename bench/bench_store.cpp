@@ -4,9 +4,9 @@
 #include "bare.h"
 #include "measure.h"
 
-#include "data/DBARecord.h"
-#include "store/SqliteEngine.h"
+#include "records/DBARecord.h"
 #include "store/Store.h"
+#include "store/sqlite/SqliteEngine.h"
 
 #include <cstdlib>
 #include <exception>
@@ -38,7 +38,7 @@ struct Contract {
     [[nodiscard]] std::string record() const {
         std::string text;
         for (const std::string& attribute : attributes)
-            text += attribute + data::AttributeMark;
+            text += attribute + records::AttributeMark;
         text.pop_back();
         return text;
     }
@@ -113,8 +113,8 @@ bench::Comparison contractRequests(store::Store& store, const Bare& normalised,
                 "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = \"" + code +
                 "]\" AND AVEC 8 >= \"20050501\" OR = \"\" PAR NomAideContrat PAR PrenomAideContrat "
                 "PAR 3 PAR 8" +
-                data::AttributeMark + "CONTRAT" + data::AttributeMark + "0 3 8";
-            const data::DBARecord rows = store.Select(request);
+                records::AttributeMark + "CONTRAT" + records::AttributeMark + "0 3 8";
+            const records::DBARecord rows = store.Select(request);
             sink += rows().size();
         }
     };
@@ -138,7 +138,7 @@ bench::Comparison contractRequests(store::Store& store, const Bare& normalised,
     return bench::compare(21, ours, theirs, bench::Clock::Processor);
 }
 
-bench::Comparison pointReads(data::DBAFile& file, const Bare& bare,
+bench::Comparison pointReads(ports::DBAFile& file, const Bare& bare,
                              const std::vector<std::string>& keys) {
     const auto ours = [&] {
         for (const std::string& key : keys)
@@ -160,12 +160,12 @@ bench::Comparison pointReads(data::DBAFile& file, const Bare& bare,
 
 bench::Comparison wholeFile(store::Store& store, const Bare& bare) {
     const std::string request = std::string("SSELECT CONTRAT AVEC 65 = \"Y\"") +
-                                data::AttributeMark + "CONTRAT" + data::AttributeMark + "0";
+                                records::AttributeMark + "CONTRAT" + records::AttributeMark + "0";
     const Statement query(bare, "SELECT cle, fiche FROM CONTRAT ORDER BY cle");
     return bench::compare(
         9,
         [&] {
-            const data::DBARecord rows = store.Select(request);
+            const records::DBARecord rows = store.Select(request);
             sink += rows().size();
         },
         [&] {

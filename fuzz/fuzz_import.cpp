@@ -3,12 +3,12 @@
 // An input is a line; one that begins with C a table, with the separator and then w for
 // Windows-1252 in front of it.
 #include "Property.h"
-#include "apps/dba/Csv.h"
-#include "apps/dba/CsvMapping.h"
-#include "apps/host/ExchangeLine.h"
-#include "apps/host/RecordJson.h"
 #include "components/DateConverter.h"
-#include "store/RecordText.h"
+#include "exchange/Csv.h"
+#include "exchange/CsvMapping.h"
+#include "exchange/ExchangeLine.h"
+#include "exchange/RecordJson.h"
+#include "records/RecordText.h"
 #include "text/Decimal.h"
 
 #include <optional>
@@ -30,7 +30,7 @@ using Json = nlohmann::json;
 
 std::optional<Json> parsed(std::string_view line) {
     try {
-        return host::parseJson(line);
+        return exchange::parseJson(line);
     } catch (const Error& error) {
         fuzz::holdError(error, errors::TextRefused);
         return std::nullopt;
@@ -48,8 +48,8 @@ std::optional<Taken> longWay(const std::optional<Json>& line) {
         !key->is_string())
         return std::nullopt;
     try {
-        data::DBARecord record;
-        host::fill(record, *content, [](const std::string&) { return 0; });
+        records::DBARecord record;
+        exchange::fill(record, *content, [](const std::string&) { return 0; });
         return Taken{*file, *key, std::as_const(record)()};
     } catch (const Error& error) {
         fuzz::holdError(error, errors::TextRefused);
@@ -62,8 +62,8 @@ bool sameAs(const Taken& a, std::string_view file, std::string_view key, std::st
 }
 
 void checkLine(std::string_view line) {
-    host::ExchangeLine read;
-    const bool isShort = host::readExchangeLine(line, read);
+    exchange::ExchangeLine read;
+    const bool isShort = exchange::readExchangeLine(line, read);
     const std::optional<Json> tree = parsed(line);
     // No JSON goes on with a bracket.
     hold(!tree || !parsed(std::string(line) + ']'), "nothing but blanks stands behind a value");
@@ -74,28 +74,28 @@ void checkLine(std::string_view line) {
     // A key that is not plain is refused by the store.
     if (!taken || !text::IsPlain(taken->file) || !text::IsPlain(taken->key))
         return;
-    hold(store::isPlainRecord(taken->record), "a record that is taken is plain");
+    hold(records::isPlainRecord(taken->record), "a record that is taken is plain");
 
     std::string written;
-    host::appendExchangeLine(written, taken->file, taken->key, taken->record);
+    exchange::appendExchangeLine(written, taken->file, taken->key, taken->record);
     hold(written.ends_with('\n'), "a line ends in its break");
     written.pop_back();
     const auto again = longWay(parsed(written));
     hold(again && sameAs(*again, taken->file, taken->key, taken->record),
          "what is written reads back");
     if (written.find('\\') == std::string::npos)
-        hold(host::readExchangeLine(written, read) &&
+        hold(exchange::readExchangeLine(written, read) &&
                  sameAs(*taken, read.file, read.key, read.record),
              "what is written without escapes is read the short way");
 }
 
 void checkConversions(const std::string& cell) {
-    using dba::Kind;
+    using records::Kind;
     const auto shown = [](const std::string& stored) {
         return text::Decimal::require(stored).shifted(-2).toText();
     };
     for (const Kind kind : {Kind::Text, Kind::Date, Kind::Hours, Kind::Balance, Kind::Figure}) {
-        const auto [stored, fault] = dba::convert(cell, kind);
+        const auto [stored, fault] = exchange::convert(cell, kind);
         hold(text::IsPlain(stored) && text::IsPlain(fault), "cells and complaints are plain");
         hold(fault.empty() || stored.empty(), "a cell is stored or refused");
         hold(!fault.empty() || stored.empty() == cell.empty(), "a cell is not lost");
@@ -116,7 +116,7 @@ void checkConversions(const std::string& cell) {
     }
 }
 
-void checkRow(const dba::CsvRow& row, char separator) {
+void checkRow(const exchange::CsvRow& row, char separator) {
     std::string written;
     for (const std::string& cell : row.cells) {
         hold(text::IsPlain(cell) && !cell.starts_with(' ') && !cell.ends_with(' '),
@@ -128,22 +128,23 @@ void checkRow(const dba::CsvRow& row, char separator) {
         written += '"';
     }
     std::istringstream in(written);
-    dba::CsvReader reader(in, separator, dba::Encoding::Utf8);
-    dba::CsvRow again;
+    exchange::CsvReader reader(in, separator, exchange::Encoding::Utf8);
+    exchange::CsvRow again;
     hold(reader.next(again) && !again.fault && again.cells == row.cells, "cells read back");
     hold(!reader.next(again), "as one row");
 }
 
 void checkTable(fuzz::Input input) {
     const char separator = static_cast<char>(input.byte());
-    const auto encoding = input.byte() == 'w' ? dba::Encoding::Windows1252 : dba::Encoding::Utf8;
+    const auto encoding =
+        input.byte() == 'w' ? exchange::Encoding::Windows1252 : exchange::Encoding::Utf8;
     if (separator == '"' || separator == '\n' || separator == '\r')
         return;
     std::istringstream in{std::string(input.rest())};
     const auto lines =
         static_cast<std::size_t>(std::count(input.rest().begin(), input.rest().end(), '\n') + 1);
-    dba::CsvReader reader(in, separator, encoding);
-    dba::CsvRow row;
+    exchange::CsvReader reader(in, separator, encoding);
+    exchange::CsvRow row;
     for (std::size_t last = 0; reader.next(row); last = row.line) {
         hold(row.line > last && row.line <= lines, "each row has a line of its own");
         hold(!row.cells.empty() && row.faultColumn <= row.cells.size(), "a fault is of a cell");

@@ -3,8 +3,8 @@
 // An input is a record's whole text; behind each byte 0xFF stands one step: what is done, to which
 // attribute and value, and the text written.
 #include "Property.h"
-#include "data/DBARecord.h"
-#include "store/RecordText.h"
+#include "records/DBARecord.h"
+#include "records/RecordText.h"
 
 #include <algorithm>
 #include <optional>
@@ -22,7 +22,7 @@ constexpr int Highest = 12;
 Values valuesOf(std::string_view attribute) {
     if (attribute.empty())
         return {};
-    const auto pieces = fuzz::split(attribute, data::ValueMark);
+    const auto pieces = fuzz::split(attribute, records::ValueMark);
     return {pieces.begin(), pieces.end()};
 }
 
@@ -32,7 +32,7 @@ class Table {
     explicit Table(std::string_view text) {
         if (text.empty())
             return;
-        for (const std::string_view attribute : fuzz::split(text, data::AttributeMark))
+        for (const std::string_view attribute : fuzz::split(text, records::AttributeMark))
             attributes_.push_back(valuesOf(attribute));
     }
 
@@ -43,15 +43,15 @@ class Table {
         if (a < 1 || a > width())
             return text;
         for (const std::string& value : attributes_[static_cast<std::size_t>(a) - 1])
-            text.append(value).push_back(data::ValueMark);
+            text.append(value).push_back(records::ValueMark);
         return text.substr(0, text.empty() ? 0 : text.size() - 1);
     }
 
     [[nodiscard]] std::string whole() const {
         std::string text;
         for (int a = 1; a <= width(); ++a)
-            text.append(attribute(a)).push_back(data::AttributeMark);
-        return text.erase(text.find_last_not_of(data::AttributeMark) + 1);
+            text.append(attribute(a)).push_back(records::AttributeMark);
+        return text.erase(text.find_last_not_of(records::AttributeMark) + 1);
     }
 
     // At least `count` values, empty ones added.
@@ -78,7 +78,7 @@ class Table {
 // The one thing done of a step that may be refused.
 enum class Step { SetValue, Append, Insert, SetAttribute, Delete, Whole, Last = Whole };
 
-void doStep(data::DBARecord& record, Step step, int a, int v, const std::string& text) {
+void doStep(records::DBARecord& record, Step step, int a, int v, const std::string& text) {
     switch (step) {
     case Step::SetValue:
         record(a, v) = text;
@@ -106,8 +106,8 @@ std::optional<std::uint32_t> refusal(Step step, int a, int v, const std::string&
     const bool ofAttribute = step == Step::SetAttribute;
     if (step == Step::Delete || step == Step::Whole)
         return std::nullopt;
-    if (text.find(data::AttributeMark) != std::string::npos ||
-        (!ofAttribute && text.find(data::ValueMark) != std::string::npos))
+    if (text.find(records::AttributeMark) != std::string::npos ||
+        (!ofAttribute && text.find(records::ValueMark) != std::string::npos))
         return errors::TextRefused;
     const bool placed = step == Step::SetValue || step == Step::Insert;
     if (a < 1 || (placed && v < 1 && !(step == Step::SetValue && v == -1)))
@@ -145,11 +145,11 @@ void doStep(Table& table, Step step, int a, int v, const std::string& text) {
 
 // Reads the bytes in every way there is.
 void checkReading(std::string_view text) {
-    const data::DBARecord record(nullptr, {}, std::string(text));
+    const records::DBARecord record(nullptr, {}, std::string(text));
     bool plain = true;
     bool plainResult = true;
-    store::AttributeCursor ascending(text);
-    store::AttributeCursor hopping(text);
+    records::AttributeCursor ascending(text);
+    records::AttributeCursor hopping(text);
     const int width = record.DCount();
     for (int a = 1; a <= width + 1; ++a) {
         const std::string attribute = record(a);
@@ -159,21 +159,21 @@ void checkReading(std::string_view text) {
         for (int v = 1; v <= std::max(1, record.DCount(a)); ++v) {
             const std::string value = record(a, v);
             plain = plain && text::IsPlain(value);
-            for (const std::string_view part : fuzz::split(value, data::SubvalueMark))
+            for (const std::string_view part : fuzz::split(value, records::SubvalueMark))
                 plainResult = plainResult && text::IsPlain(part);
         }
     }
-    same(store::attributeText(text, width), record(width), "so does one look at the last");
-    hold(store::isPlainRecord(text) == plain, "a record is plain where its values are");
-    hold(store::isPlainResult(text) == plainResult, "so is a result");
+    same(records::attributeText(text, width), record(width), "so does one look at the last");
+    hold(records::isPlainRecord(text) == plain, "a record is plain where its values are");
+    hold(records::isPlainResult(text) == plainResult, "so is a result");
 }
 
-void checkAgainst(const Table& table, const data::DBARecord& record) {
+void checkAgainst(const Table& table, const records::DBARecord& record) {
     const std::string whole = record();
     same(whole, table.whole(), "the record holds what was written");
-    hold(!whole.ends_with(data::AttributeMark), "a text does not end in empty attributes");
+    hold(!whole.ends_with(records::AttributeMark), "a text does not end in empty attributes");
     hold(record.DCount() == table.width(), "attributes are counted to the last one set");
-    const data::DBARecord reread(nullptr, {}, whole);
+    const records::DBARecord reread(nullptr, {}, whole);
     same(reread(), whole, "the text reads back");
     for (int a = 1; a <= table.width(); ++a) {
         const std::string attribute = table.attribute(a);
@@ -194,7 +194,7 @@ void check(fuzz::Input input) {
     if (input.empty())
         return;
     Table table(text);
-    data::DBARecord record(nullptr, {}, std::string(text));
+    records::DBARecord record(nullptr, {}, std::string(text));
     while (!input.empty()) {
         const auto step = static_cast<Step>(input.number(static_cast<int>(Step::Last)));
         const int a = input.number(Highest + 1) - 1;

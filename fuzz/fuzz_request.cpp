@@ -2,10 +2,10 @@
 // and the rows found are those that a look at every record finds.
 // An input is a request's whole text; behind a byte 0xFF may stand a key, behind another a record.
 #include "Property.h"
+#include "records/RecordText.h"
 #include "store/Comparison.h"
-#include "store/MemoryEngine.h"
-#include "store/RecordText.h"
 #include "store/Selection.h"
+#include "store/memory/MemoryEngine.h"
 #include "text/Collation.h"
 
 #include <charconv>
@@ -24,7 +24,7 @@ struct Row {
     std::vector<std::string_view> attributes; // lie in the record
 
     Row(std::string_view itsKey, std::string_view itsRecord) : key(itsKey), record(itsRecord) {
-        attributes = fuzz::split(record, data::AttributeMark);
+        attributes = fuzz::split(record, records::AttributeMark);
     }
     Row(const Row&) = delete;
     Row& operator=(const Row&) = delete;
@@ -98,14 +98,14 @@ std::string written(const store::Request& request) {
         for (const store::Alternative& one : condition.alternatives) {
             hold(first || one.op == store::Operator::Equal, "OR goes with = alone");
             text += first ? sign(one.op) : " OR = ";
-            text += store::quoted(one.value + (one.beginsWith ? "]" : ""));
+            text += ports::quoted(one.value + (one.beginsWith ? "]" : ""));
             first = false;
         }
         hold(!first, "a condition has an alternative");
     }
     for (const int attribute : request.order)
         text += " PAR " + std::to_string(attribute);
-    text += data::AttributeMark + request.file + data::AttributeMark;
+    text += records::AttributeMark + request.file + records::AttributeMark;
     for (const int attribute : request.wanted)
         text += std::to_string(attribute) + " ";
     return text;
@@ -125,7 +125,7 @@ void checkRefusal(const Error& refusal, std::string_view asked) {
     std::size_t character = 0;
     const std::string_view number = told.substr(before.size());
     std::from_chars(number.data(), number.data() + number.size(), character);
-    const std::string_view part = store::attributeText(asked, ofWanted ? 3 : 1);
+    const std::string_view part = records::attributeText(asked, ofWanted ? 3 : 1);
     hold(character >= 1 && character <= text::Len(part) + 1, "a refusal's place is in the request");
 }
 
@@ -144,7 +144,7 @@ void checkComparison(std::string_view stored, std::string_view asked) {
 bool satisfied(const store::Condition& condition, const Row& row) {
     bool any = false;
     for (const std::string_view value :
-         fuzz::split(row.field(condition.attribute), data::ValueMark))
+         fuzz::split(row.field(condition.attribute), records::ValueMark))
         for (const store::Alternative& one : condition.alternatives) {
             checkComparison(value, one.value);
             any = any || store::satisfies(value, one);
@@ -167,12 +167,12 @@ std::optional<std::string> naive(const store::Request& request, const std::vecto
         std::string text;
         for (const int attribute : request.wanted) {
             for (const std::string_view value :
-                 fuzz::split(row->field(attribute), data::ValueMark)) {
+                 fuzz::split(row->field(attribute), records::ValueMark)) {
                 if (!text::IsPlain(value))
                     return std::nullopt;
-                text.append(value).push_back(data::SubvalueMark);
+                text.append(value).push_back(records::SubvalueMark);
             }
-            text.back() = data::ValueMark;
+            text.back() = records::ValueMark;
         }
         text.pop_back();
         line.push_back(text);
@@ -181,8 +181,8 @@ std::optional<std::string> naive(const store::Request& request, const std::vecto
     found = static_cast<int>(sorted.size());
     std::string text;
     for (const auto& line : sorted)
-        text.append(line.back()).push_back(data::AttributeMark);
-    text.erase(text.find_last_not_of(data::AttributeMark) + 1);
+        text.append(line.back()).push_back(records::AttributeMark);
+    text.erase(text.find_last_not_of(records::AttributeMark) + 1);
     return text;
 }
 
@@ -191,7 +191,7 @@ void checkRows(const store::Request& request, store::EngineFile& file,
     int found = 0;
     const std::optional<std::string> expected = naive(request, rows, found);
     try {
-        const data::DBARecord result = store::select(request, file);
+        const records::DBARecord result = store::select(request, file);
         hold(expected.has_value(), "what is not plain is not shown");
         fuzz::same(result(), *expected, "the rows are those of a look at every record");
         hold(result.DCount() == found, "there is an attribute for each row");

@@ -2,7 +2,7 @@
 // Gregorian calendar, years 1000 to 9999.
 #pragma once
 
-#include "data/DateObject.h"
+#include "ports/DateObject.h"
 #include "widgets/World.h"
 
 #include <functional>
@@ -11,7 +11,7 @@
 
 namespace vorandine::components {
 
-class DateConverter : public data::DateObject {
+class DateConverter : public ports::DateObject {
   public:
     // `today` is asked whenever a typed date leaves its century or its year open. Must not be
     // empty; what it throws goes through Saisie_Date.

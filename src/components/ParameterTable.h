@@ -2,7 +2,7 @@
 // and the rules by which a user adds to it and changes it.
 #pragma once
 
-#include "data/DBARecord.h"
+#include "records/DBARecord.h"
 
 #include <optional>
 #include <string>
@@ -26,7 +26,7 @@ struct Refusal {
 class ParameterTable {
   public:
     ParameterTable() = default;
-    explicit ParameterTable(data::DBARecord record) : record_(std::move(record)) {}
+    explicit ParameterTable(records::DBARecord record) : record_(std::move(record)) {}
 
     // In table order. What has no code is no entry.
     [[nodiscard]] std::vector<Parameter> entries() const;
@@ -44,7 +44,7 @@ class ParameterTable {
     void write() const { record_.DBWrite(); }
 
   private:
-    data::DBARecord record_;
+    records::DBARecord record_;
 
     [[nodiscard]] std::string code(int position) const;
     [[nodiscard]] std::string label(int position) const;

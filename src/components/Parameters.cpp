@@ -5,6 +5,7 @@
 #include "text/Characters.h"
 #include "text/Error.h"
 #include "text/Search.h"
+#include "widgets/Form.h"
 #include "widgets/Inventory.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
@@ -30,10 +31,11 @@ struct Change {
     }
 };
 
-class Parameters : public trainings::ParametersControl {
+class Parameters : public widgets::UserControl, public ports::ParametersControl {
   public:
-    explicit Parameters(trainings::ParametersHost& host);
+    explicit Parameters(ports::ParametersHost& host);
 
+    [[nodiscard]] widgets::UserControl& surface() noexcept override { return *this; }
     void Init_Param() override;
 
   private:
@@ -49,13 +51,13 @@ class Parameters : public trainings::ParametersControl {
     widgets::CommandButton Cmd_ModifierParam;
     widgets::CommandButton Cmd_RetourParam;
 
-    trainings::ParametersHost& host_;
+    ports::ParametersHost& host_;
     ParameterTable table_;         // with the changes made in it
     std::vector<Change> changes_;  // in the order made, not stored yet
     std::vector<Parameter> shown_; // the lines of Lst_Param
     bool storingFailed_ = false;
 
-    [[nodiscard]] data::DBARecord read() const;
+    [[nodiscard]] records::DBARecord read() const;
     void fill();
     void showLine();
     void make(bool added);
@@ -65,7 +67,7 @@ class Parameters : public trainings::ParametersControl {
     bool repeat(ParameterTable& stored);
 };
 
-Parameters::Parameters(trainings::ParametersHost& host) : host_(host) {
+Parameters::Parameters(ports::ParametersHost& host) : host_(host) {
     using enum widgets::Trait;
     place({120, 120, 6975, 5010});
     // clang-format off
@@ -107,15 +109,10 @@ void Parameters::Init_Param() {
 }
 
 // A table that is not there yet is an empty one.
-data::DBARecord Parameters::read() const {
+records::DBARecord Parameters::read() const {
     const auto file = TheDatabase->OpenFile("TABLES");
-    try {
-        return file->ReadRecord(Table_Param);
-    } catch (const Error& error) {
-        if (error.number() != errors::RecordMissing)
-            throw;
-        return file->NewRecord(Table_Param);
-    }
+    std::optional<records::DBARecord> found = ports::find(*file, Table_Param);
+    return found ? *std::move(found) : file->NewRecord(Table_Param);
 }
 
 void Parameters::fill() {
@@ -227,7 +224,7 @@ bool Parameters::repeat(ParameterTable& stored) {
 
 } // namespace
 
-std::unique_ptr<trainings::ParametersControl> makeParameters(trainings::ParametersHost& host) {
+std::unique_ptr<ports::ParametersControl> makeParameters(ports::ParametersHost& host) {
     return std::make_unique<Parameters>(host);
 }
 

@@ -2,7 +2,7 @@
 // user adds entries and changes labels as far as the rights of the key "PARAMETRES" go.
 #pragma once
 
-#include "trainings/ParametersControl.h"
+#include "ports/ParametersControl.h"
 
 #include <memory>
 
@@ -11,7 +11,6 @@ namespace vorandine::components {
 // What the user does is collected and stored at once, on leaving, in the record as it then stands:
 // what others have stored meanwhile is kept. Where that fails the control stays, with all that was
 // typed, and the error goes to the form.
-[[nodiscard]] std::unique_ptr<trainings::ParametersControl>
-makeParameters(trainings::ParametersHost& host);
+[[nodiscard]] std::unique_ptr<ports::ParametersControl> makeParameters(ports::ParametersHost& host);
 
 } // namespace vorandine::components

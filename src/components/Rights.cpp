@@ -16,7 +16,7 @@ bool holds(const std::vector<std::string>& activities, const std::string& code) 
     return std::find(activities.begin(), activities.end(), code) != activities.end();
 }
 
-class RestrictionList : public data::ListeDroits {
+class RestrictionList : public ports::ListeDroits {
   public:
     explicit RestrictionList(int entries) : entries_(entries) {}
     void InitialiserListe() override { count_ = entries_; }
@@ -27,7 +27,7 @@ class RestrictionList : public data::ListeDroits {
     int count_ = 0;
 };
 
-class Module : public data::DroitsModule {
+class Module : public ports::DroitsModule {
   public:
     explicit Module(ModuleRights rights)
         : rights_(std::move(rights)), list_(std::make_shared<RestrictionList>(rights_.listCount)) {}
@@ -38,7 +38,7 @@ class Module : public data::DroitsModule {
         return holds(rights_.activities, code) || holds(rights_.activities, EveryActivity);
     }
     [[nodiscard]] bool AccesTotal() override { return rights_.total; }
-    [[nodiscard]] std::shared_ptr<class data::ListeDroits> ListeDroits() override { return list_; }
+    [[nodiscard]] std::shared_ptr<class ports::ListeDroits> ListeDroits() override { return list_; }
 
   private:
     ModuleRights rights_;
@@ -52,7 +52,7 @@ std::int32_t levelOf(const std::string& text) {
     return error == std::errc{} && stop == end ? level : 0;
 }
 
-ModuleRights read(const data::DBARecord& record) {
+ModuleRights read(const records::DBARecord& record) {
     ModuleRights rights;
     rights.level = levelOf(record(1));
     rights.total = record(2) == "1";
@@ -69,20 +69,15 @@ ModuleRights read(const data::DBARecord& record) {
 Rights::Rights(std::function<ModuleRights(const std::string&)> lookUp)
     : lookUp_(std::move(lookUp)) {}
 
-std::shared_ptr<data::DroitsModule> Rights::Droits(const std::string& key) {
+std::shared_ptr<ports::DroitsModule> Rights::Droits(const std::string& key) {
     return std::make_shared<Module>(lookUp_(key));
 }
 
 std::function<ModuleRights(const std::string&)>
-storedRights(std::shared_ptr<data::DBADatabase> database, std::string user) {
+storedRights(std::shared_ptr<ports::DBADatabase> database, std::string user) {
     return [database = std::move(database), user = std::move(user)](const std::string& key) {
-        try {
-            return read(database->OpenFile("DROITS")->ReadRecord(user + "*" + key));
-        } catch (const Error& error) {
-            if (error.number() != errors::RecordMissing)
-                throw;
-            return ModuleRights{0, false, 0, {}};
-        }
+        const auto stored = ports::find(*database->OpenFile("DROITS"), user + "*" + key);
+        return stored ? read(*stored) : ModuleRights{0, false, 0, {}};
     };
 }
 

@@ -9,8 +9,8 @@
 // A user without a record for a module has no right there.
 #pragma once
 
-#include "data/DBAFile.h"
-#include "data/Rights.h"
+#include "ports/Database.h"
+#include "ports/Rights.h"
 
 #include <cstdint>
 #include <functional>
@@ -28,15 +28,15 @@ struct ModuleRights {
     std::vector<std::string> activities = {"*"};
 };
 
-class Rights : public data::DroitsUtilisateur {
+class Rights : public ports::DroitsUtilisateur {
   public:
-    // `lookUp` gives the rights for a key of data::DroitsUtilisateur::Droits, anew at each call.
+    // `lookUp` gives the rights for a key of ports::DroitsUtilisateur::Droits, anew at each call.
     // Must not be empty; what it throws goes through Droits.
     explicit Rights(std::function<ModuleRights(const std::string& key)> lookUp);
 
     // The module keeps what it was given: rights changed later show in the next one. Its list is
     // one object, whose Count is 0 until InitialiserListe has run.
-    [[nodiscard]] std::shared_ptr<data::DroitsModule> Droits(const std::string& key) override;
+    [[nodiscard]] std::shared_ptr<ports::DroitsModule> Droits(const std::string& key) override;
 
   private:
     std::function<ModuleRights(const std::string&)> lookUp_;
@@ -46,6 +46,6 @@ class Rights : public data::DroitsUtilisateur {
 // restrictions has one entry an activity, none for a user who may choose all. The function given
 // throws what opening the file and reading throw, save that a missing record means no right.
 [[nodiscard]] std::function<ModuleRights(const std::string& key)>
-storedRights(std::shared_ptr<data::DBADatabase> database, std::string user);
+storedRights(std::shared_ptr<ports::DBADatabase> database, std::string user);
 
 } // namespace vorandine::components

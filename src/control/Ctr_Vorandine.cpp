@@ -7,7 +7,6 @@
 #include "control/Inventory.h"
 #include "control/Screen.h"
 #include "control/TrainingDif.h"
-#include "data/Variables.h"
 #include "dif/DetailArea.h"
 #include "dif/Employers.h"
 #include "dif/Frm_CalculRemu.h"
@@ -15,6 +14,7 @@
 #include "experience/Activities.h"
 #include "experience/Availability.h"
 #include "experience/Studies.h"
+#include "ports/Variables.h"
 #include "text/Error.h"
 #include "trainings/LabelAddition.h"
 #include "trainings/TrainingLines.h"
@@ -36,8 +36,8 @@ widgets::Control& ControlCollection::operator()(int i) const {
 }
 
 struct Ctr_Vorandine::Parts {
-    Parts(Ctr_Vorandine& control, widgets::World& world, data::DateObject& Conv_Date,
-          HelpObject& help, trainings::MakeParameters makeParameters)
+    Parts(Ctr_Vorandine& control, widgets::World& world, ports::DateObject& Conv_Date,
+          ports::HelpObject& help, ports::MakeParameters makeParameters)
         : screen(control), lock(screen), helpMenu(control, screen, variables, help, world),
           notice(screen.Etq_MessageDif), ledgers(variables, control.W_Params, Conv_Date),
           trainingDif(screen, ledgers, notice, variables, Conv_Date, droitsUtilisateur, control,
@@ -123,9 +123,9 @@ struct Ctr_Vorandine::Parts {
         }
     }
 
-    data::Variables variables;
-    std::shared_ptr<data::DroitsUtilisateur> droitsUtilisateur;
-    std::shared_ptr<data::DroitsModule> droitsModule;
+    ports::Variables variables;
+    std::shared_ptr<ports::DroitsUtilisateur> droitsUtilisateur;
+    std::shared_ptr<ports::DroitsModule> droitsModule;
     Screen screen;
     EditLock lock;
     HelpMenu helpMenu;
@@ -143,14 +143,14 @@ struct Ctr_Vorandine::Parts {
     Dossier dossier;
 };
 
-Ctr_Vorandine::Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date, HelpObject& help,
-                             trainings::MakeParameters makeParameters)
+Ctr_Vorandine::Ctr_Vorandine(widgets::World& world, ports::DateObject& Conv_Date,
+                             ports::HelpObject& help, ports::MakeParameters makeParameters)
     : parts_(std::make_unique<Parts>(*this, world, Conv_Date, help, std::move(makeParameters))) {}
 
 Ctr_Vorandine::~Ctr_Vorandine() {
     parts_->droitsModule.reset();
     parts_->droitsUtilisateur.reset();
-    data::Fermer_Fichiers(parts_->variables);
+    ports::Fermer_Fichiers(parts_->variables);
     if (parent() != nullptr)
         parent()->remove(*this);
 }
@@ -160,9 +160,9 @@ void Ctr_Vorandine::Init() {
         throw Error(errors::NotReady,
                     "Le contrôle n'a pas reçu les droits de l'utilisateur et la base de données.");
     parts_->Appliquer_Droits();
-    data::Ouvrir_Fichiers(parts_->variables);
-    W_Params = data::DBARecord();
-    parts_->variables.Rec_Copie = data::DBARecord();
+    ports::Ouvrir_Fichiers(parts_->variables);
+    W_Params = records::DBARecord();
+    parts_->variables.Rec_Copie = records::DBARecord();
     parts_->screen.Ong_Vorandine.Tab(0);
     parts_->trainings.range(parts_->trainings.count() - 1);
     parts_->studies.Remplir_Diplome();
@@ -170,16 +170,16 @@ void Ctr_Vorandine::Init() {
     parts_->openDossier(W_Code, W_NomPrenom);
 }
 
-void Ctr_Vorandine::DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights) {
+void Ctr_Vorandine::DroitsUtilisateur(const std::shared_ptr<ports::DroitsUtilisateur>& rights) {
     parts_->droitsUtilisateur = rights;
     parts_->droitsModule = rights->Droits("VORANDINEDROIT");
 }
 
-void Ctr_Vorandine::TheClient(const std::shared_ptr<data::DBAClient>& client) {
+void Ctr_Vorandine::TheClient(const std::shared_ptr<ports::DBAClient>& client) {
     parts_->variables.TheClient = client;
 }
 
-void Ctr_Vorandine::TheDatabase(const std::shared_ptr<data::DBADatabase>& database) {
+void Ctr_Vorandine::TheDatabase(const std::shared_ptr<ports::DBADatabase>& database) {
     parts_->variables.TheDatabase = database;
 }
 

@@ -3,11 +3,11 @@
 // Init; from then on the user works in it, until it unloads the form itself.
 #pragma once
 
-#include "control/Help.h"
-#include "data/DBAFile.h"
-#include "data/DateObject.h"
-#include "data/Rights.h"
-#include "trainings/ParametersControl.h"
+#include "ports/Database.h"
+#include "ports/DateObject.h"
+#include "ports/Help.h"
+#include "ports/ParametersControl.h"
+#include "ports/Rights.h"
 #include "widgets/Form.h"
 #include "widgets/World.h"
 
@@ -38,19 +38,19 @@ class ControlCollection {
 // runs: a host waits until the form is unloaded and the gesture has returned.
 class Ctr_Vorandine : public widgets::UserControl {
   public:
-    Ctr_Vorandine(widgets::World& world, data::DateObject& Conv_Date, HelpObject& help,
-                  trainings::MakeParameters makeParameters);
+    Ctr_Vorandine(widgets::World& world, ports::DateObject& Conv_Date, ports::HelpObject& help,
+                  ports::MakeParameters makeParameters);
     Ctr_Vorandine(const Ctr_Vorandine&) = delete;
     Ctr_Vorandine& operator=(const Ctr_Vorandine&) = delete;
     ~Ctr_Vorandine() override; // UserControl_Terminate
 
     std::string W_NomPrenom;
     std::string W_Code; // the key of the caregiver's record
-    data::DBARecord W_Params;
+    records::DBARecord W_Params;
     std::int16_t W_Sortir = 0; // 1 once the user has left by Cmd_OK or Cmd_Retour
 
     // Asks the rights object for "VORANDINEDROIT" at once; what it throws goes through.
-    void DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights);
+    void DroitsUtilisateur(const std::shared_ptr<ports::DroitsUtilisateur>& rights);
 
     void Afficher_DonneesListe();
     void Afficher_Donnees();
@@ -68,8 +68,8 @@ class Ctr_Vorandine : public widgets::UserControl {
     void MAJ_TabDyn();
     void Remplir_Diplome();
 
-    void TheClient(const std::shared_ptr<data::DBAClient>& client);
-    void TheDatabase(const std::shared_ptr<data::DBADatabase>& database);
+    void TheClient(const std::shared_ptr<ports::DBAClient>& client);
+    void TheDatabase(const std::shared_ptr<ports::DBADatabase>& database);
 
     void Recherche_Place();
     // Takes the selected training out of the stored ledgers. No error leaves it; what could not be

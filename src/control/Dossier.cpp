@@ -14,7 +14,7 @@ namespace vorandine::control {
 using experience::Activities;
 
 Dossier::Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
-                 data::Variables& variables, widgets::UserControl& control, widgets::World& world,
+                 ports::Variables& variables, widgets::UserControl& control, widgets::World& world,
                  std::int16_t& W_Sortir)
     : s_(screen), on_(subjects), ledgers_(ledgers), v_(variables), control_(control), world_(world),
       W_Sortir_(W_Sortir) {
@@ -23,7 +23,7 @@ Dossier::Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& l
 }
 
 void Dossier::Afficher_Donnees() {
-    const data::DBARecord& rec = v_.Rec_Dossier;
+    const records::DBARecord& rec = v_.Rec_Dossier;
     rules::StatementByStatement tries;
     on_.studies.showStudies(rec, tries);
     on_.trainings.show(rec, v_.F_FORMPRO, tries);
@@ -34,7 +34,7 @@ void Dossier::Afficher_Donnees() {
 }
 
 void Dossier::MAJ_TabDyn() {
-    data::DBARecord& rec = v_.Rec_Dossier;
+    records::DBARecord& rec = v_.Rec_Dossier;
     rec() = "";
     on_.trainings.compose(rec);
     on_.studies.compose(rec);

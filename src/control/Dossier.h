@@ -3,11 +3,11 @@
 #pragma once
 
 #include "control/Screen.h"
-#include "data/Variables.h"
 #include "dif/Ledgers.h"
 #include "experience/Activities.h"
 #include "experience/Availability.h"
 #include "experience/Studies.h"
+#include "ports/Variables.h"
 #include "trainings/TrainingLines.h"
 #include "widgets/World.h"
 
@@ -28,7 +28,7 @@ struct Subjects {
 class Dossier {
   public:
     Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
-            data::Variables& variables, widgets::UserControl& control, widgets::World& world,
+            ports::Variables& variables, widgets::UserControl& control, widgets::World& world,
             std::int16_t& W_Sortir);
     Dossier(const Dossier&) = delete;
     Dossier& operator=(const Dossier&) = delete;
@@ -46,7 +46,7 @@ class Dossier {
     Screen& s_;
     Subjects on_;
     const dif::Ledgers& ledgers_;
-    data::Variables& v_;
+    ports::Variables& v_;
     widgets::UserControl& control_;
     widgets::World& world_;
     std::int16_t& W_Sortir_;

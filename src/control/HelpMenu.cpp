@@ -10,8 +10,8 @@ constexpr int RightButton = 2;
 
 } // namespace
 
-HelpMenu::HelpMenu(widgets::UserControl& surface, Screen& screen, const data::Variables& variables,
-                   HelpObject& help, widgets::World& world)
+HelpMenu::HelpMenu(widgets::UserControl& surface, Screen& screen, const ports::Variables& variables,
+                   ports::HelpObject& help, widgets::World& world)
     : screen_(screen), variables_(variables), help_(help), world_(world) {
     for (widgets::Control* const each : std::initializer_list<widgets::Control*>{
              &surface, &screen.Ong_Vorandine, &screen.Cdr_Etudes, &screen.Cdr_Experience})

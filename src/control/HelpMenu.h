@@ -1,9 +1,9 @@
 // The help menu: one right click away on the surfaces that have it, and what its entry does.
 #pragma once
 
-#include "control/Help.h"
 #include "control/Screen.h"
-#include "data/Variables.h"
+#include "ports/Help.h"
+#include "ports/Variables.h"
 #include "widgets/World.h"
 
 namespace vorandine::control {
@@ -12,16 +12,16 @@ class HelpMenu {
   public:
     // All must outlive this object. Takes over MouseDown of `surface`, of the tab container and of
     // the frames of studies and experience, and Click of the menu's entry.
-    HelpMenu(widgets::UserControl& surface, Screen& screen, const data::Variables& variables,
-             HelpObject& help, widgets::World& world);
+    HelpMenu(widgets::UserControl& surface, Screen& screen, const ports::Variables& variables,
+             ports::HelpObject& help, widgets::World& world);
     HelpMenu(const HelpMenu&) = delete;
     HelpMenu& operator=(const HelpMenu&) = delete;
     ~HelpMenu() = default;
 
   private:
     Screen& screen_;
-    const data::Variables& variables_;
-    HelpObject& help_;
+    const ports::Variables& variables_;
+    ports::HelpObject& help_;
     widgets::World& world_;
 
     void pressed(const widgets::MouseEvent& event);

@@ -32,8 +32,8 @@ std::string told(const dif::TakenOut& taken, const char* failed) {
 } // namespace
 
 TrainingDif::TrainingDif(Screen& screen, dif::Ledgers& ledgers, dif::FileNotice& notice,
-                         data::Variables& variables, const data::DateObject& Conv_Date,
-                         const std::shared_ptr<data::DroitsUtilisateur>& rights,
+                         ports::Variables& variables, const ports::DateObject& Conv_Date,
+                         const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                          widgets::UserControl& control, widgets::World& world)
     : s_(screen), ledgers_(ledgers), notice_(notice), v_(variables), Conv_Date_(Conv_Date),
       rights_(rights), control_(control), world_(world) {}

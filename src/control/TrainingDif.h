@@ -3,11 +3,11 @@
 #pragma once
 
 #include "control/Screen.h"
-#include "data/DateObject.h"
-#include "data/Rights.h"
-#include "data/Variables.h"
 #include "dif/FileNotice.h"
 #include "dif/Ledgers.h"
+#include "ports/DateObject.h"
+#include "ports/Rights.h"
+#include "ports/Variables.h"
 #include "trainings/TypingRow.h"
 #include "widgets/Form.h"
 #include "widgets/World.h"
@@ -21,8 +21,8 @@ namespace vorandine::control {
 class TrainingDif : public trainings::DifHours {
   public:
     TrainingDif(Screen& screen, dif::Ledgers& ledgers, dif::FileNotice& notice,
-                data::Variables& variables, const data::DateObject& Conv_Date,
-                const std::shared_ptr<data::DroitsUtilisateur>& rights,
+                ports::Variables& variables, const ports::DateObject& Conv_Date,
+                const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                 widgets::UserControl& control, widgets::World& world);
     TrainingDif(const TrainingDif&) = delete;
     TrainingDif& operator=(const TrainingDif&) = delete;
@@ -37,9 +37,9 @@ class TrainingDif : public trainings::DifHours {
     Screen& s_;
     dif::Ledgers& ledgers_;
     dif::FileNotice& notice_;
-    data::Variables& v_;
-    const data::DateObject& Conv_Date_;
-    const std::shared_ptr<data::DroitsUtilisateur>& rights_;
+    ports::Variables& v_;
+    const ports::DateObject& Conv_Date_;
+    const std::shared_ptr<ports::DroitsUtilisateur>& rights_;
     widgets::UserControl& control_;
     widgets::World& world_;
 

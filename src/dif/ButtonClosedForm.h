@@ -2,7 +2,7 @@
 // the rights of its own part of the application.
 #pragma once
 
-#include "data/Rights.h"
+#include "ports/Rights.h"
 #include "widgets/Form.h"
 
 #include <memory>
@@ -14,7 +14,7 @@ namespace vorandine::dif {
 class ButtonClosedForm : public widgets::Form {
   public:
     // Keeps the rights object and asks it for those of this form; what it throws goes through.
-    void DroitsUtilisateur(const std::shared_ptr<data::DroitsUtilisateur>& rights) {
+    void DroitsUtilisateur(const std::shared_ptr<ports::DroitsUtilisateur>& rights) {
         droitsUtilisateur_ = rights;
         droitsModule_ = rights->Droits(rightsKey_);
     }
@@ -30,8 +30,8 @@ class ButtonClosedForm : public widgets::Form {
 
   private:
     std::string rightsKey_;
-    std::shared_ptr<data::DroitsUtilisateur> droitsUtilisateur_;
-    std::shared_ptr<data::DroitsModule> droitsModule_;
+    std::shared_ptr<ports::DroitsUtilisateur> droitsUtilisateur_;
+    std::shared_ptr<ports::DroitsModule> droitsModule_;
     bool W_Fermer_ = false;
 };
 

@@ -118,19 +118,19 @@ void DetailArea::showLedger() {
         W_CleDif_ = "";
         with_.notice.ofDetail(why);
     };
-    data::Variables& v = with_.variables;
+    ports::Variables& v = with_.variables;
     bool found = false;
     rules::StatementByStatement tries;
     if (!tries([&] { found = readLedger(v, key); }))
         keep("Le détail n'a pas pu être lu. Double-cliquez à nouveau sur l'employeur.");
     if (!found)
         return;
-    const data::DBARecord& record = v.Rec_DIFAIDANT;
+    const records::DBARecord& record = v.Rec_DIFAIDANT;
     const int lines = record.DCount(attribute::Date);
     if (lines > widgets::MaxLines)
         keep("Le détail compte " + std::to_string(lines) +
              " lignes : il ne peut pas être modifié ici.");
-    const data::TrainingLabels labels(v.F_FORMPRO);
+    const records::TrainingLabels labels(v.F_FORMPRO);
     for (int i = 1; i <= std::min(lines, widgets::MaxLines); ++i) {
         ShownLine line = shownLine(record, i, with_.Conv_Date, labels);
         w_.Lst_DetailDif.AddItem(std::move(line.text));

@@ -2,11 +2,11 @@
 // changed or deleted. What is confirmed is stored at once, then shown as the file holds it.
 #pragma once
 
-#include "data/DateObject.h"
-#include "data/Variables.h"
 #include "dif/Employers.h"
 #include "dif/FileNotice.h"
 #include "dif/Ledgers.h"
+#include "ports/DateObject.h"
+#include "ports/Variables.h"
 #include "widgets/Form.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
@@ -53,8 +53,8 @@ struct DetailCollaborators {
     Ledgers& ledgers;
     FileNotice& notice;
     LineLock& lock;
-    data::Variables& variables;
-    data::DateObject& Conv_Date;
+    ports::Variables& variables;
+    ports::DateObject& Conv_Date;
     widgets::UserControl& control;
     widgets::World& world;
 };

@@ -38,7 +38,7 @@ std::string employerCode(const std::string& stored) {
     return text::Len(stored) == LongCodeLength ? text::Left(stored, AssociationLength) : stored;
 }
 
-std::string employerName(data::Variables& variables, const std::string& code) {
+std::string employerName(ports::Variables& variables, const std::string& code) {
     std::string name;
     rules::StatementByStatement tries;
     tries([&] {
@@ -47,25 +47,26 @@ std::string employerName(data::Variables& variables, const std::string& code) {
             name = std::as_const(variables.Rec_ASSOCIATION)(1);
         } else {
             variables.Rec_CIVILAIDE = variables.F_CIVILAIDE->ReadRecord(code);
-            const data::DBARecord& person = variables.Rec_CIVILAIDE;
+            const records::DBARecord& person = variables.Rec_CIVILAIDE;
             name = person(2) + ' ' + person(3);
         }
     });
     return name;
 }
 
-std::string employerNameOrCode(data::Variables& variables, const std::string& code) {
+std::string employerNameOrCode(ports::Variables& variables, const std::string& code) {
     std::string name = employerName(variables, code);
     return text::Trim(name).empty() ? code : name;
 }
 
-data::DBARecord Employers::contracts() {
+records::DBARecord Employers::contracts() {
     const std::string& caregiver = w_.Etq_CodeAidant.Caption();
-    return data::select(v_, W_Params_,
-                        "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = \"" + caregiver +
-                            "]\" AND AVEC 8 >= \"" + Conv_Date_.Date_Stockee(FirstDay) +
-                            "\" OR = \"\" PAR NomAideContrat PAR PrenomAideContrat PAR 3 PAR 8",
-                        "CONTRAT", "0 3 8");
+    return ports::select(
+        *v_.TheDatabase, W_Params_,
+        "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = " + ports::quoted(caregiver + "]") +
+            " AND AVEC 8 >= " + ports::quoted(Conv_Date_.Date_Stockee(FirstDay)) +
+            " OR = \"\" PAR NomAideContrat PAR PrenomAideContrat PAR 3 PAR 8",
+        "CONTRAT", "0 3 8");
 }
 
 // Rows stand in runs of one employer. A run's line is complete, and added, when an open contract is
@@ -83,13 +84,13 @@ void Employers::Select_DifAidant() {
         if (!code.empty() && date != OpenContract)
             Remplir_Liste_Dif(code, date, contract);
     };
-    const data::DBARecord rows = contracts();
+    const records::DBARecord rows = contracts();
     const int count = rows.DCount();
     for (int i = 1; i <= count; ++i) {
         const std::string employer = employerCode(rows(i, 2));
         // Of an odd contract with several ends the first one counts.
         std::string end = rows(i, 3);
-        end.resize(std::min(end.find(data::SubvalueMark), end.size()));
+        end.resize(std::min(end.find(records::SubvalueMark), end.size()));
         if (employer != code) {
             endRun();
             code = employer;
@@ -133,7 +134,7 @@ void Employers::Remplir_Liste_Dif(const std::string& W_Empl, const std::string& 
 }
 
 void Employers::sums(SummaryLine& line) const {
-    const data::DBARecord& record = v_.Rec_DIFAIDANT;
+    const records::DBARecord& record = v_.Rec_DIFAIDANT;
     text::Fixed4 acquired;
     text::Fixed4 consumed;
     text::Fixed4 remaining;

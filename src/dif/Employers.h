@@ -2,10 +2,10 @@
 // each in three lists kept in step.
 #pragma once
 
-#include "data/DateObject.h"
-#include "data/Variables.h"
 #include "dif/Columns.h"
 #include "dif/FileNotice.h"
+#include "ports/DateObject.h"
+#include "ports/Variables.h"
 #include "widgets/Form.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
@@ -31,17 +31,17 @@ struct EmployerWidgets {
 
 // An association's name (3 characters) or a private employer's first and last name (any other
 // length), read into the shared record of its file; "" if it cannot be read.
-[[nodiscard]] std::string employerName(data::Variables& variables, const std::string& code);
+[[nodiscard]] std::string employerName(ports::Variables& variables, const std::string& code);
 
 // The same, or the code where there is no name.
-[[nodiscard]] std::string employerNameOrCode(data::Variables& variables, const std::string& code);
+[[nodiscard]] std::string employerNameOrCode(ports::Variables& variables, const std::string& code);
 
 // All that is handed over must outlive it.
 class Employers {
   public:
-    Employers(const EmployerWidgets& widgets, data::Variables& variables, data::DBARecord& W_Params,
-              const data::DateObject& Conv_Date, FileNotice& notice, widgets::UserControl& control,
-              widgets::World& world)
+    Employers(const EmployerWidgets& widgets, ports::Variables& variables,
+              records::DBARecord& W_Params, const ports::DateObject& Conv_Date, FileNotice& notice,
+              widgets::UserControl& control, widgets::World& world)
         : w_(widgets), v_(variables), W_Params_(W_Params), Conv_Date_(Conv_Date), notice_(notice),
           control_(control), world_(world) {}
     Employers(const Employers&) = delete;
@@ -61,14 +61,14 @@ class Employers {
 
   private:
     EmployerWidgets w_;
-    data::Variables& v_;
-    data::DBARecord& W_Params_;
-    const data::DateObject& Conv_Date_;
+    ports::Variables& v_;
+    records::DBARecord& W_Params_;
+    const ports::DateObject& Conv_Date_;
     FileNotice& notice_;
     widgets::UserControl& control_;
     widgets::World& world_;
 
-    [[nodiscard]] data::DBARecord contracts();
+    [[nodiscard]] records::DBARecord contracts();
     void sums(SummaryLine& line) const;
 };
 

@@ -35,7 +35,7 @@ int monthOf(const std::string& period) {
 
 } // namespace
 
-Frm_CalculRemu::Frm_CalculRemu(data::Variables& variables, widgets::World& world)
+Frm_CalculRemu::Frm_CalculRemu(ports::Variables& variables, widgets::World& world)
     : ButtonClosedForm("CALCULREMU"), v_(variables), world_(world) {
     furnish();
     Cmd_OK.Click = [this] { Cmd_OK_Click(); };
@@ -89,12 +89,12 @@ void Frm_CalculRemu::Remplir_Annee() {
         Cbo_An.AddItem(std::to_string(year - before));
 }
 
-data::DBARecord Frm_CalculRemu::rows() {
+records::DBARecord Frm_CalculRemu::rows() {
     rules::LongTask task(*this, world_);
     const PayPeriod period = twelveMonthsTo(Cbo_Mois.ListIndex(), std::stoi(Cbo_An.Text()));
-    data::DBARecord request;
-    data::DBARecord found =
-        data::select(v_, request, payRequest(W_Aidant, W_Empl, period), "DETAILCALCUL", "0 6 16");
+    records::DBARecord request;
+    records::DBARecord found = ports::select(
+        *v_.TheDatabase, request, payRequest(W_Aidant, W_Empl, period), "DETAILCALCUL", "0 6 16");
     task.letEventsThrough();
     return found;
 }
@@ -109,7 +109,7 @@ void Frm_CalculRemu::Cmd_OK_Click() {
             choice->SetFocus();
             return;
         }
-    const data::DBARecord found = rows();
+    const records::DBARecord found = rows();
     if (found().empty()) {
         rules::warn(world_, "Aucun résultat pour la période sélectionnée.",
                     widgets::Icon::Information);
@@ -127,8 +127,8 @@ void Frm_CalculRemu::Cmd_OK_Click() {
 }
 
 void runCalculRemu(const std::string& caregiver, const std::string& employer,
-                   const std::string& contract, data::Variables& variables,
-                   const std::shared_ptr<data::DroitsUtilisateur>& rights,
+                   const std::string& contract, ports::Variables& variables,
+                   const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                    widgets::UserControl& control, widgets::World& world) {
     variables.Rec_CONTRAT = variables.F_CONTRAT->ReadRecord(contract);
     Frm_CalculRemu form(variables, world);

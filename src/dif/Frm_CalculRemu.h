@@ -3,9 +3,9 @@
 // shown.
 #pragma once
 
-#include "data/Rights.h"
-#include "data/Variables.h"
 #include "dif/ButtonClosedForm.h"
+#include "ports/Rights.h"
+#include "ports/Variables.h"
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
 #include "widgets/World.h"
@@ -18,7 +18,7 @@ namespace vorandine::dif {
 // Set the inputs, call Init, run the form modally. All that is handed over must outlive the form.
 class Frm_CalculRemu : public ButtonClosedForm {
   public:
-    Frm_CalculRemu(data::Variables& variables, widgets::World& world);
+    Frm_CalculRemu(ports::Variables& variables, widgets::World& world);
     Frm_CalculRemu(const Frm_CalculRemu&) = delete;
     Frm_CalculRemu& operator=(const Frm_CalculRemu&) = delete;
     ~Frm_CalculRemu() override = default;
@@ -30,7 +30,7 @@ class Frm_CalculRemu : public ButtonClosedForm {
     void Init();
 
   private:
-    data::Variables& v_;
+    ports::Variables& v_;
     widgets::World& world_;
 
     widgets::Label Label1;
@@ -44,14 +44,14 @@ class Frm_CalculRemu : public ButtonClosedForm {
     void furnish();
     void Remplir_Annee();
     void Cmd_OK_Click();
-    [[nodiscard]] data::DBARecord rows();
+    [[nodiscard]] records::DBARecord rows();
 };
 
 // Cmd_CalculDif_Click of `control`: reads the contract and runs the form for its employer. Throws
 // what reading the contract throws, and what the rights throw.
 void runCalculRemu(const std::string& caregiver, const std::string& employer,
-                   const std::string& contract, data::Variables& variables,
-                   const std::shared_ptr<data::DroitsUtilisateur>& rights,
+                   const std::string& contract, ports::Variables& variables,
+                   const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                    widgets::UserControl& control, widgets::World& world);
 
 } // namespace vorandine::dif

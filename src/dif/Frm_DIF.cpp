@@ -54,7 +54,7 @@ void enumerate(std::string& list, const std::string& item) {
 
 } // namespace
 
-Frm_DIF::Frm_DIF(data::Variables& variables, Ledgers& ledgers, widgets::World& world)
+Frm_DIF::Frm_DIF(ports::Variables& variables, Ledgers& ledgers, widgets::World& world)
     : ButtonClosedForm("FORMDIF"), v_(variables), ledgers_(ledgers), world_(world) {
     furnish();
     Lst_Dif.DblClick = [this] { Lst_Dif_DblClick(); };
@@ -104,15 +104,16 @@ void Frm_DIF::Init() {
 
 void Frm_DIF::Remplir_Liste() {
     rules::StatementByStatement tries;
-    data::DBARecord request;
-    data::DBARecord rows;
+    records::DBARecord request;
+    records::DBARecord rows;
     tries([&] {
-        rows = data::select(v_, request,
-                            "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = \"" +
-                                Etq_CodeDif.Caption() + "]\" AND AVEC 7 <= \"" + W_DateFormation +
-                                "\" AND AVEC 8 >= \"" + W_DateFormation +
-                                "\" OR = \"\" PAR NomAideContrat PAR PrenomAideContrat",
-                            "CONTRAT", "0 3");
+        const std::string date = ports::quoted(W_DateFormation);
+        rows = ports::select(*v_.TheDatabase, request,
+                             "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = " +
+                                 ports::quoted(Etq_CodeDif.Caption() + "]") +
+                                 " AND AVEC 7 <= " + date + " AND AVEC 8 >= " + date +
+                                 " OR = \"\" PAR NomAideContrat PAR PrenomAideContrat",
+                             "CONTRAT", "0 3");
     });
     const int count = rows.DCount();
     for (int i = 1; i <= count; ++i)
@@ -124,7 +125,7 @@ void Frm_DIF::Remplir_Liste() {
 void Frm_DIF::addEmployer(const std::string& stored) {
     const std::string code = employerCode(stored);
     readLedger(v_, Etq_CodeDif.Caption() + code);
-    const data::DBARecord& ledger = v_.Rec_DIFAIDANT;
+    const records::DBARecord& ledger = v_.Rec_DIFAIDANT;
     const std::string balance = ledger(attribute::Balance, ledger.DCount(attribute::Balance));
     if (balance.empty())
         return;

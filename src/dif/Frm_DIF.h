@@ -2,9 +2,9 @@
 // nothing limits it, the form only says at every moment where it stands.
 #pragma once
 
-#include "data/Variables.h"
 #include "dif/ButtonClosedForm.h"
 #include "dif/Ledgers.h"
+#include "ports/Variables.h"
 #include "text/Fixed4.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
@@ -20,7 +20,7 @@ namespace vorandine::dif {
 // the form.
 class Frm_DIF : public ButtonClosedForm {
   public:
-    Frm_DIF(data::Variables& variables, Ledgers& ledgers, widgets::World& world);
+    Frm_DIF(ports::Variables& variables, Ledgers& ledgers, widgets::World& world);
     Frm_DIF(const Frm_DIF&) = delete;
     Frm_DIF& operator=(const Frm_DIF&) = delete;
     ~Frm_DIF() override = default;
@@ -35,7 +35,7 @@ class Frm_DIF : public ButtonClosedForm {
     void Init();
 
   private:
-    data::Variables& v_;
+    ports::Variables& v_;
     Ledgers& ledgers_;
     widgets::World& world_;
     text::Fixed4 W_TotalConso_;

@@ -28,7 +28,7 @@ std::string stored(const std::string& shown) {
 }
 
 // A date that was shown as it is stored, since it is none, goes back as it is.
-std::string storedDate(const std::string& shown, const data::DateObject& Conv_Date) {
+std::string storedDate(const std::string& shown, const ports::DateObject& Conv_Date) {
     std::string date = Conv_Date.Date_Stockee(shown);
     return date.empty() ? text::Trim(shown) : date;
 }
@@ -40,21 +40,18 @@ std::optional<Fixed4> number(const std::string& figure) {
 
 } // namespace
 
-bool readLedger(data::Variables& variables, const std::string& key) {
-    variables.Rec_DIFAIDANT = data::DBARecord();
-    try {
-        variables.Rec_DIFAIDANT = variables.F_DIFAIDANT->ReadRecord(key);
-    } catch (const Error& error) {
-        if (error.number() != errors::RecordMissing)
-            throw;
+bool readLedger(ports::Variables& variables, const std::string& key) {
+    variables.Rec_DIFAIDANT = records::DBARecord();
+    std::optional<records::DBARecord> stored = ports::find(*variables.F_DIFAIDANT, key);
+    if (!stored)
         return false;
-    }
+    variables.Rec_DIFAIDANT = *std::move(stored);
     variables.Dif_Attribut6 = std::as_const(variables.Rec_DIFAIDANT)(attribute::Carried);
     return true;
 }
 
-ShownLine shownLine(const data::DBARecord& record, int i, const data::DateObject& Conv_Date,
-                    const data::TrainingLabels& labels) {
+ShownLine shownLine(const records::DBARecord& record, int i, const ports::DateObject& Conv_Date,
+                    const records::TrainingLabels& labels) {
     std::string code = record(attribute::Training, i);
     const std::string* const label = labels.find(code);
     std::string balance = shown(record(attribute::Balance, i));
@@ -66,8 +63,8 @@ ShownLine shownLine(const data::DBARecord& record, int i, const data::DateObject
     return {line.toText(), std::move(code)};
 }
 
-void replaceLines(data::DBARecord& record, const std::vector<ShownLine>& lines,
-                  const data::DateObject& Conv_Date) {
+void replaceLines(records::DBARecord& record, const std::vector<ShownLine>& lines,
+                  const ports::DateObject& Conv_Date) {
     for (const ShownLine& line : lines)
         DetailLine::requireInColumns(line.text);
     for (const int list : {attribute::Date, attribute::Rights, attribute::Hours, attribute::Balance,
@@ -85,11 +82,11 @@ void replaceLines(data::DBARecord& record, const std::vector<ShownLine>& lines,
     }
 }
 
-std::optional<Fixed4> figure(const data::DBARecord& record, int list, int i) {
+std::optional<Fixed4> figure(const records::DBARecord& record, int list, int i) {
     return number(record(list, i));
 }
 
-Ledger ledger(const data::DBARecord& record) {
+Ledger ledger(const records::DBARecord& record) {
     Ledger lines;
     const int count = record.DCount(attribute::Date);
     lines.reserve(static_cast<std::size_t>(count));
@@ -99,7 +96,7 @@ Ledger ledger(const data::DBARecord& record) {
     return lines;
 }
 
-void setBalances(data::DBARecord& record, const Ledger& ledger, std::size_t first) {
+void setBalances(records::DBARecord& record, const Ledger& ledger, std::size_t first) {
     for (std::size_t i = first; i < ledger.size(); ++i)
         record(attribute::Balance, static_cast<int>(i) + 1) =
             ledger[i].balance.toDecimal().toText();

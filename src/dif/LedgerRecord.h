@@ -2,11 +2,11 @@
 // lists, one value a line, oldest line first. Figures are whole hundredths of an hour.
 #pragma once
 
-#include "data/DBARecord.h"
-#include "data/DateObject.h"
-#include "data/TrainingLabels.h"
-#include "data/Variables.h"
 #include "dif/Balances.h"
+#include "ports/DateObject.h"
+#include "ports/Variables.h"
+#include "records/DBARecord.h"
+#include "records/TrainingLabels.h"
 
 #include <optional>
 #include <string>
@@ -26,7 +26,7 @@ constexpr int Carried = 6;  // not this control's affair, carried along
 // Reads the ledger under `key` into Rec_DIFAIDANT, and its attribute 6 into Dif_Attribut6. False if
 // there is none; throws where it cannot be read. In both cases the record in hand is then a free
 // one: it must not stay another employer's.
-bool readLedger(data::Variables& variables, const std::string& key);
+bool readLedger(ports::Variables& variables, const std::string& key);
 
 // A line as the detail shows it, with the code of its training beside it.
 struct ShownLine {
@@ -36,23 +36,23 @@ struct ShownLine {
 
 // The line `i`, from 1. What does not convert is shown as it is stored, so that it can be written
 // back; a training that has left the table has no label.
-[[nodiscard]] ShownLine shownLine(const data::DBARecord& record, int i,
-                                  const data::DateObject& Conv_Date,
-                                  const data::TrainingLabels& labels);
+[[nodiscard]] ShownLine shownLine(const records::DBARecord& record, int i,
+                                  const ports::DateObject& Conv_Date,
+                                  const records::TrainingLabels& labels);
 
 // Puts `lines` in place of all lines of `record`; attributes from 6 on stay. Throws
 // Error(FigureTooWide) for a line that does not stand in its columns, and then the record is as it
 // was.
-void replaceLines(data::DBARecord& record, const std::vector<ShownLine>& lines,
-                  const data::DateObject& Conv_Date);
+void replaceLines(records::DBARecord& record, const std::vector<ShownLine>& lines,
+                  const ports::DateObject& Conv_Date);
 
 // The figure of line `i`, from 1, in one of the lists, and the figures of all lines, in hundredths.
 // Throw Error(Overflow) for a number beyond all hours.
-[[nodiscard]] std::optional<text::Fixed4> figure(const data::DBARecord& record, int list, int i);
-[[nodiscard]] Ledger ledger(const data::DBARecord& record);
+[[nodiscard]] std::optional<text::Fixed4> figure(const records::DBARecord& record, int list, int i);
+[[nodiscard]] Ledger ledger(const records::DBARecord& record);
 
 // Writes the balances of `ledger` into the lines from `first` (from 0) on.
-void setBalances(data::DBARecord& record, const Ledger& ledger, std::size_t first);
+void setBalances(records::DBARecord& record, const Ledger& ledger, std::size_t first);
 
 // The figures of lines as the detail shows them, in hours.
 [[nodiscard]] Figures shownFigures(std::string_view line);

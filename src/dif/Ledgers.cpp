@@ -40,7 +40,7 @@ Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& li
             write();
         }
     });
-    v_.Rec_DIFAIDANT = data::DBARecord();
+    v_.Rec_DIFAIDANT = records::DBARecord();
     return written ? Stored::Done : Stored::NotWritten;
 }
 
@@ -56,8 +56,8 @@ Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fi
     if (!tries([&] { there = readLedger(v_, key); }) || !there)
         return Stored::NotRead;
     const bool written = tries([&] {
-        data::DBARecord& record = v_.Rec_DIFAIDANT;
-        const data::DBARecord& stored = record;
+        records::DBARecord& record = v_.Rec_DIFAIDANT;
+        const records::DBARecord& stored = record;
         const int lines = stored.DCount(attribute::Date);
         int before = lines; // the last line that is earlier; a date that is none never is
         while (before > 0 && !earlier(stored(attribute::Date, before), date))
@@ -91,8 +91,8 @@ TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const std::string& 
 }
 
 std::optional<text::Fixed4> Ledgers::removeLines(const std::string& code, const std::string& date) {
-    data::DBARecord& record = v_.Rec_DIFAIDANT;
-    const data::DBARecord& stored = record;
+    records::DBARecord& record = v_.Rec_DIFAIDANT;
+    const records::DBARecord& stored = record;
     std::optional<text::Fixed4> hours;
     // From the last line on: what a removal moves up has been looked at.
     for (int j = stored.DCount(attribute::Date); j >= 1; --j) {
@@ -113,12 +113,12 @@ TakenOut Ledgers::walk(const std::string& caregiver, const std::string& code,
     if (code.empty())
         return taken;
     rules::StatementByStatement tries;
-    data::DBARecord found;
+    records::DBARecord found;
     if (!tries([&] {
-            found = data::select(v_, W_Params_,
-                                 "SSELECT DIFAIDANT AVEC 0 = \"" + caregiver +
-                                     "]\" AND AVEC 5 = \"" + code + "\"",
-                                 "DIFAIDANT", "0");
+            found = ports::select(*v_.TheDatabase, W_Params_,
+                                  "SSELECT DIFAIDANT AVEC 0 = " + ports::quoted(caregiver + "]") +
+                                      " AND AVEC 5 = " + ports::quoted(code),
+                                  "DIFAIDANT", "0");
         }))
         taken.outcome = Stored::NotRead;
     const int rows = found.DCount();

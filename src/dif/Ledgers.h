@@ -2,10 +2,10 @@
 // hours of a training, and all of a caregiver's from which a training is taken out.
 #pragma once
 
-#include "data/DateObject.h"
-#include "data/Variables.h"
 #include "dif/FileNotice.h"
 #include "dif/LedgerRecord.h"
+#include "ports/DateObject.h"
+#include "ports/Variables.h"
 
 #include "text/Fixed4.h"
 
@@ -31,8 +31,8 @@ struct TakenOut {
 // leaves the file as it was. All that is handed over must outlive it.
 class Ledgers {
   public:
-    Ledgers(data::Variables& variables, data::DBARecord& W_Params,
-            const data::DateObject& Conv_Date)
+    Ledgers(ports::Variables& variables, records::DBARecord& W_Params,
+            const ports::DateObject& Conv_Date)
         : v_(variables), W_Params_(W_Params), Conv_Date_(Conv_Date) {}
 
     // Stores `lines` as the whole ledger under `key`, which is made if there is none, and deleted
@@ -58,9 +58,9 @@ class Ledgers {
     [[nodiscard]] bool written() const noexcept { return written_; }
 
   private:
-    data::Variables& v_;
-    data::DBARecord& W_Params_;
-    const data::DateObject& Conv_Date_;
+    ports::Variables& v_;
+    records::DBARecord& W_Params_;
+    const ports::DateObject& Conv_Date_;
     bool written_ = false;
 
     void write();

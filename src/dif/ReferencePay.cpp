@@ -57,7 +57,7 @@ PayPeriod twelveMonthsTo(int month, int year) {
 std::string payRequest(const std::string& caregiver, const std::string& employer,
                        const PayPeriod& period) {
     const bool association = isAssociation(employer);
-    std::string request = "SSELECT DETAILCALCUL AVEC 0 = \"" + caregiver + "]\"";
+    std::string request = "SSELECT DETAILCALCUL AVEC 0 = " + ports::quoted(caregiver + "]");
     request += condition("CodeAideDetailCalcul =", association ? employer + "]" : employer);
     if (association)
         request += condition("ConvColContratDetailCalcul <>", "02");
@@ -66,7 +66,7 @@ std::string payRequest(const std::string& caregiver, const std::string& employer
     return request + condition("PeriodeDetailCalcul <=", period.end);
 }
 
-std::optional<Decimal> payOverHours(const data::DBARecord& rows) {
+std::optional<Decimal> payOverHours(const records::DBARecord& rows) {
     Fixed4 pay;
     Fixed4 hours;
     const int count = rows.DCount();

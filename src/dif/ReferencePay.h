@@ -2,7 +2,7 @@
 // to for an hour.
 #pragma once
 
-#include "data/DBARecord.h"
+#include "records/DBARecord.h"
 #include "text/Decimal.h"
 
 #include <optional>
@@ -26,6 +26,6 @@ struct PayPeriod {
 // Pay over hours of `rows`, of which value 2 is a line's hours and value 3 its net pay, both ""
 // for 0; with up to 15 significant digits. Nothing if there is no hour to divide by. Throws
 // Error(NotANumber) for a value that is none, Error(Overflow) for sums beyond all pay.
-[[nodiscard]] std::optional<text::Decimal> payOverHours(const data::DBARecord& rows);
+[[nodiscard]] std::optional<text::Decimal> payOverHours(const records::DBARecord& rows);
 
 } // namespace vorandine::dif

@@ -6,9 +6,9 @@
 
 namespace vorandine::experience {
 
-Activities::Activities(const ActivityWidgets& widgets, data::Variables& variables,
-                       data::DBARecord& W_Params, const std::shared_ptr<data::DroitsModule>& module,
-                       widgets::World& world)
+Activities::Activities(const ActivityWidgets& widgets, ports::Variables& variables,
+                       records::DBARecord& W_Params,
+                       const std::shared_ptr<ports::DroitsModule>& module, widgets::World& world)
     : w_(widgets), v_(variables), W_Params_(W_Params), module_(module), world_(world) {
     const auto select = [this] { Cmd_SelectSect_Click(); };
     const auto remove = [this] { giveUp(); };
@@ -24,7 +24,8 @@ Activities::Activities(const ActivityWidgets& widgets, data::Variables& variable
 }
 
 void Activities::Remplir_Secteurs(Mode mode) {
-    W_Activites_ = data::select(v_, W_Params_, "SSELECT ACTIVITES PAR 1", "ACTIVITES", "0 1");
+    W_Activites_ =
+        ports::select(*v_.TheDatabase, W_Params_, "SSELECT ACTIVITES PAR 1", "ACTIVITES", "0 1");
     const int rows = W_Activites_.DCount();
     for (int i = 1; i <= rows; ++i) {
         const std::string code = W_Activites_(i, 1);
@@ -80,7 +81,7 @@ void Activities::Cmd_SelectSect_Click() {
 
 void Activities::Cmd_Tous_Click() {
     module_->ListeDroits()->InitialiserListe();
-    const std::shared_ptr<data::ListeDroits> W_Liste = module_->ListeDroits();
+    const std::shared_ptr<ports::ListeDroits> W_Liste = module_->ListeDroits();
     if (!module_->AccesTotal() || W_Liste->Count() != 0)
         rules::warn(world_, "Attention : Vous n'avez pas les droits pour accéder à TOUS les "
                             "secteurs disponibles.\r\nLes secteurs pour lesquels vous n'avez aucun "
@@ -103,7 +104,7 @@ std::string Activities::labelOf(const std::string& code, rules::StatementByState
     return label.empty() ? code : label;
 }
 
-void Activities::show(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+void Activities::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {
     if (rec(10).empty()) {
         tries([&] { Remplir_Secteurs(Selected); });
         return;
@@ -121,7 +122,7 @@ void Activities::show(const data::DBARecord& rec, rules::StatementByStatement& t
     }
 }
 
-void Activities::compose(data::DBARecord& rec) const {
+void Activities::compose(records::DBARecord& rec) const {
     for (int i = 0; !w_.Lst_CodSectSelect.List(i).empty(); ++i)
         rec(10, i + 1) = w_.Lst_CodSectSelect.List(i);
 }

@@ -2,8 +2,8 @@
 // moved by button, double click or drag as far as the user's rights go.
 #pragma once
 
-#include "data/Rights.h"
-#include "data/Variables.h"
+#include "ports/Rights.h"
+#include "ports/Variables.h"
 #include "rules/StatementByStatement.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
@@ -30,8 +30,8 @@ struct ActivityWidgets {
 // rights of the moment.
 class Activities {
   public:
-    Activities(const ActivityWidgets& widgets, data::Variables& variables,
-               data::DBARecord& W_Params, const std::shared_ptr<data::DroitsModule>& module,
+    Activities(const ActivityWidgets& widgets, ports::Variables& variables,
+               records::DBARecord& W_Params, const std::shared_ptr<ports::DroitsModule>& module,
                widgets::World& world);
     Activities(const Activities&) = delete;
     Activities& operator=(const Activities&) = delete;
@@ -47,20 +47,20 @@ class Activities {
 
     // Shows the codes of attribute 10 as chosen; every activity if it is empty. A code without
     // activity is shown as itself, and kept.
-    void show(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    void show(const records::DBARecord& rec, rules::StatementByStatement& tries);
     // Puts the chosen codes into attribute 10 of `rec`, which is empty.
-    void compose(data::DBARecord& rec) const;
+    void compose(records::DBARecord& rec) const;
 
     // Empties the two lists of labels; the codes are left alone.
     void ClearListes();
 
   private:
     ActivityWidgets w_;
-    data::Variables& v_;
-    data::DBARecord& W_Params_;
-    const std::shared_ptr<data::DroitsModule>& module_;
+    ports::Variables& v_;
+    records::DBARecord& W_Params_;
+    const std::shared_ptr<ports::DroitsModule>& module_;
     widgets::World& world_;
-    data::DBARecord W_Activites_;
+    records::DBARecord W_Activites_;
 
     void Lst_SectPossibles_DblClick();
     void Cmd_SelectSect_Click();

@@ -11,7 +11,7 @@ namespace {
 constexpr int DatesTab = 1;
 }
 
-Availability::Availability(const AvailabilityWidgets& widgets, data::DateObject& Conv_Date,
+Availability::Availability(const AvailabilityWidgets& widgets, ports::DateObject& Conv_Date,
                            widgets::World& world)
     : w_(widgets), Conv_Date_(Conv_Date), world_(world) {
     for (widgets::TextBox* const field :
@@ -20,7 +20,7 @@ Availability::Availability(const AvailabilityWidgets& widgets, data::DateObject&
                         "La date saisie est invalide, veuillez la saisir à nouveau.");
 }
 
-void Availability::show(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+void Availability::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {
     tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(11))); });
     tries([&] { w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(12))); });
     tries([&] {
@@ -33,7 +33,7 @@ std::string Availability::stored(const widgets::TextBox& field) const {
     return Conv_Date_.Date_Stockee(field.Text());
 }
 
-void Availability::compose(data::DBARecord& rec) const {
+void Availability::compose(records::DBARecord& rec) const {
     rec(11) = stored(w_.Txt_DatSaisieAidant);
     rec(12) = stored(w_.Txt_DatDispoAidant);
     rec(13) = w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);

@@ -1,8 +1,8 @@
 // The three dates of tab 1: date of entry, start and end of availability.
 #pragma once
 
-#include "data/DBARecord.h"
-#include "data/DateObject.h"
+#include "ports/DateObject.h"
+#include "records/DBARecord.h"
 #include "rules/StatementByStatement.h"
 #include "widgets/Form.h"
 #include "widgets/TextField.h"
@@ -22,16 +22,16 @@ struct AvailabilityWidgets {
 // Gives its fields their rules. All that is handed over must outlive it.
 class Availability {
   public:
-    Availability(const AvailabilityWidgets& widgets, data::DateObject& Conv_Date,
+    Availability(const AvailabilityWidgets& widgets, ports::DateObject& Conv_Date,
                  widgets::World& world);
     Availability(const Availability&) = delete;
     Availability& operator=(const Availability&) = delete;
     ~Availability() = default;
 
     // Shows attributes 11 to 13 of `rec`.
-    void show(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    void show(const records::DBARecord& rec, rules::StatementByStatement& tries);
     // Puts them into `rec`. Without a start there is no end.
-    void compose(data::DBARecord& rec) const;
+    void compose(records::DBARecord& rec) const;
 
     // Today stands in for a date of entry or a start that is missing.
     void fillWithToday();
@@ -41,7 +41,7 @@ class Availability {
 
   private:
     AvailabilityWidgets w_;
-    data::DateObject& Conv_Date_;
+    ports::DateObject& Conv_Date_;
     widgets::World& world_;
 
     [[nodiscard]] std::string stored(const widgets::TextBox& field) const;

@@ -13,7 +13,7 @@ constexpr std::size_t CodeLength = 2; // of a study, at the beginning of its ent
 
 } // namespace
 
-Studies::Studies(const StudyWidgets& widgets, const data::Variables& variables,
+Studies::Studies(const StudyWidgets& widgets, const ports::Variables& variables,
                  widgets::World& world)
     : w_(widgets), v_(variables) {
     rules::entryRule(w_.Cbo_EtudeAidant, world,
@@ -36,7 +36,7 @@ void Studies::Remplir_Diplome() {
         w_.Cbo_Qualif.AddItem(v_.F_QUALIF(2, i));
 }
 
-void Studies::showStudies(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+void Studies::showStudies(const records::DBARecord& rec, rules::StatementByStatement& tries) {
     tries([&] {
         if (rec(1) == "D")
             w_.Opt_Diplome.Value(true);
@@ -55,20 +55,20 @@ void Studies::showStudies(const data::DBARecord& rec, rules::StatementByStatemen
     tries([&] { w_.Txt_SpecialAidant.Text(rec(4)); });
 }
 
-void Studies::showExperience(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+void Studies::showExperience(const records::DBARecord& rec, rules::StatementByStatement& tries) {
     const int shown = std::min(rec.DCount(9), static_cast<int>(w_.Txt_ExpProfAidant.size()));
     for (int i = 1; i <= shown; ++i)
         tries([&] { w_.Txt_ExpProfAidant.at(static_cast<std::size_t>(i) - 1).Text(rec(9, i)); });
 }
 
-void Studies::showQualification(const data::DBARecord& rec, rules::StatementByStatement& tries) {
+void Studies::showQualification(const records::DBARecord& rec, rules::StatementByStatement& tries) {
     tries([&] {
         if (!rec(15).empty())
             w_.Cbo_Qualif.Text(rec(15));
     });
 }
 
-void Studies::compose(data::DBARecord& rec) const {
+void Studies::compose(records::DBARecord& rec) const {
     rec(1) = w_.Opt_Diplome.Value() ? "D" : "N";
     rec(2) = text::Left(w_.Cbo_EtudeAidant.Text(), CodeLength);
     rec(3) = w_.Txt_AnDipAidant.Text();

@@ -2,8 +2,8 @@
 // qualification must be entries of their tables.
 #pragma once
 
-#include "data/DBARecord.h"
-#include "data/Variables.h"
+#include "ports/Variables.h"
+#include "records/DBARecord.h"
 #include "rules/StatementByStatement.h"
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
@@ -27,7 +27,7 @@ struct StudyWidgets {
 // Gives its fields their leaving rules. All that is handed over must outlive it.
 class Studies {
   public:
-    Studies(const StudyWidgets& widgets, const data::Variables& variables, widgets::World& world);
+    Studies(const StudyWidgets& widgets, const ports::Variables& variables, widgets::World& world);
     Studies(const Studies&) = delete;
     Studies& operator=(const Studies&) = delete;
     ~Studies() = default;
@@ -36,15 +36,15 @@ class Studies {
     void Remplir_Diplome();
 
     // Each shows its attributes of `rec`: 1 to 4; 9; 15.
-    void showStudies(const data::DBARecord& rec, rules::StatementByStatement& tries);
-    void showExperience(const data::DBARecord& rec, rules::StatementByStatement& tries);
-    void showQualification(const data::DBARecord& rec, rules::StatementByStatement& tries);
+    void showStudies(const records::DBARecord& rec, rules::StatementByStatement& tries);
+    void showExperience(const records::DBARecord& rec, rules::StatementByStatement& tries);
+    void showQualification(const records::DBARecord& rec, rules::StatementByStatement& tries);
     // Puts attributes 1 to 4, 9 and 15 into `rec`, which is empty of them.
-    void compose(data::DBARecord& rec) const;
+    void compose(records::DBARecord& rec) const;
 
   private:
     StudyWidgets w_;
-    const data::Variables& v_;
+    const ports::Variables& v_;
 };
 
 } // namespace vorandine::experience

@@ -39,7 +39,7 @@ void yearRule(widgets::TextField& field) {
     };
 }
 
-void dateRule(widgets::TextField& field, data::DateObject& Conv_Date, widgets::World& world,
+void dateRule(widgets::TextField& field, ports::DateObject& Conv_Date, widgets::World& world,
               const std::string& message) {
     field.KeyPress = [](char32_t& key) {
         if (!digitOrBackspace(key))

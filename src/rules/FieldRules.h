@@ -2,7 +2,7 @@
 // typed. Each function gives a field its rule; the objects handed over must outlive the field.
 #pragma once
 
-#include "data/DateObject.h"
+#include "ports/DateObject.h"
 #include "widgets/TextField.h"
 #include "widgets/World.h"
 
@@ -15,7 +15,7 @@ void yearRule(widgets::TextField& field);
 
 // Any key but a digit types "/"; on leaving, the text is rewritten as a date, or `message` refuses
 // it.
-void dateRule(widgets::TextField& field, data::DateObject& Conv_Date, widgets::World& world,
+void dateRule(widgets::TextField& field, ports::DateObject& Conv_Date, widgets::World& world,
               const std::string& message);
 
 // Digits and one comma, which the point types too; on leaving, the number is put in its fixed form

@@ -2,8 +2,7 @@
 // where there was none: the byte occurs in no UTF-8 text, nor in a record's whole text.
 #include "store/Changes.h"
 
-#include "store/Catalogue.h"
-#include "store/RecordText.h"
+#include "records/RecordText.h"
 #include "text/Characters.h"
 
 #include <array>
@@ -49,7 +48,7 @@ bool isPlainVersion(std::string_view key, std::string_view content) noexcept {
     return first != second && text::IsPlain(key.substr(0, first)) &&
            text::IsPlain(key.substr(first + 1, second - first - 1)) &&
            text::IsPlain(key.substr(second + 1)) && text::IsPlain(content.substr(0, mark)) &&
-           (mark == std::string_view::npos || isPlainRecord(content.substr(mark + 1)));
+           (mark == std::string_view::npos || records::isPlainRecord(content.substr(mark + 1)));
 }
 
 Changes::Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock)

@@ -14,6 +14,10 @@
 
 namespace vorandine::store {
 
+// The engine's file in which records are kept as they were (store/Changes.h). Every store has it;
+// it is none of those that hosts open.
+constexpr std::string_view HistoryFile = "HISTORIQUE";
+
 // Keys k with from <= k, and k < to if there is a `to`, in binary order.
 struct KeyRange {
     std::string from;
@@ -57,7 +61,7 @@ class Engine {
 
     // The file of that name, which lives as long as the engine; null if there is none.
     [[nodiscard]] virtual EngineFile* file(const std::string& name) = 0;
-    // The names of all files of the catalogue, sorted; the history is none of them.
+    // The names of all files of records/Layout.h, sorted; the history is none of them.
     [[nodiscard]] virtual std::vector<std::string> files() = 0;
     // Runs `work`; all its writes take effect together, or none if it throws, which it may. Not to
     // be called by `work`: that throws Error(StoreFailed).

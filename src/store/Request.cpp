@@ -4,8 +4,8 @@
 // with one or more blanks between any two words.
 #include "store/Request.h"
 
-#include "store/Catalogue.h"
-#include "store/RecordText.h"
+#include "records/Layout.h"
+#include "records/RecordText.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
@@ -29,14 +29,14 @@ std::optional<int> attributeNumber(std::string_view digits) {
     int number = 0;
     for (const char digit : digits) {
         number = number * 10 + (digit - '0');
-        if (number > LastAttribute)
+        if (number > records::LastAttribute)
             return std::nullopt;
     }
     return number;
 }
 
 std::string tooHigh() {
-    return "un numéro d'attribut va de 0 à " + std::to_string(LastAttribute) + ".";
+    return "un numéro d'attribut va de 0 à " + std::to_string(records::LastAttribute) + ".";
 }
 
 class QueryParser {
@@ -143,7 +143,7 @@ class QueryParser {
                 refuseAt(at, tooHigh());
             return *number;
         }
-        const std::optional<int> number = dictionaryAttribute(file_, name);
+        const std::optional<int> number = records::dictionaryAttribute(file_, name);
         if (!number)
             refuseAt(at, "« " + std::string(name) +
                              " » n'est ni un numéro ni un nom du dictionnaire de « " +
@@ -230,18 +230,10 @@ std::vector<int> wantedAttributes(std::string_view list) {
 
 Request parseRequest(std::string_view request) {
     Request parsed;
-    QueryParser(attributeText(request, 1)).parse(parsed, attributeText(request, 2));
-    parsed.wanted = wantedAttributes(attributeText(request, 3));
+    QueryParser(records::attributeText(request, 1))
+        .parse(parsed, records::attributeText(request, 2));
+    parsed.wanted = wantedAttributes(records::attributeText(request, 3));
     return parsed;
-}
-
-std::string quoted(const std::string& value) {
-    if (value.find('"') != std::string::npos)
-        throw Error(
-            errors::RequestRefused,
-            "Une valeur qui contient un guillemet ne peut pas figurer dans une requête : « " +
-                value + " ».");
-    return '"' + value + '"';
 }
 
 } // namespace vorandine::store

@@ -35,10 +35,4 @@ struct Request {
 // which character of the query, the first one being 1.
 [[nodiscard]] Request parseRequest(std::string_view request);
 
-// `value` in double quotes, as a query takes it. A closing bracket at its end stays what it is in a
-// query, "begins with": quoted(code + "]") asks for what begins with the code, and no query can ask
-// for a text that ends in a bracket itself. Throws Error(RequestRefused) if `value` holds a double
-// quote, which a query cannot express.
-[[nodiscard]] std::string quoted(const std::string& value);
-
 } // namespace vorandine::store

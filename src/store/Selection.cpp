@@ -1,8 +1,8 @@
 // The executor: key range, conditions on the stored bytes, rows, sort.
 #include "store/Selection.h"
 
+#include "records/RecordText.h"
 #include "store/Comparison.h"
-#include "store/RecordText.h"
 #include "text/Collation.h"
 #include "text/Error.h"
 
@@ -26,14 +26,14 @@ class Fields {
 
   private:
     std::string_view key_;
-    AttributeCursor cursor_;
+    records::AttributeCursor cursor_;
 };
 
 // An attribute of several values satisfies a condition if one of its values does; an empty one
 // counts as one empty value.
 bool holds(const Condition& condition, std::string_view field) noexcept {
     for (std::size_t from = 0;;) {
-        const std::size_t to = std::min(field.find(data::ValueMark, from), field.size());
+        const std::size_t to = std::min(field.find(records::ValueMark, from), field.size());
         const std::string_view value = field.substr(from, to - from);
         if (std::any_of(condition.alternatives.begin(), condition.alternatives.end(),
                         [&](const Alternative& one) { return satisfies(value, one); }))
@@ -80,7 +80,7 @@ class Rows {
         row.begin = bytes_.size();
         for (const int attribute : request_.order) {
             bytes_ += fields[attribute];
-            bytes_.push_back(data::AttributeMark);
+            bytes_.push_back(records::AttributeMark);
         }
         row.text = bytes_.size();
         appendText(fields);
@@ -88,20 +88,20 @@ class Rows {
         rows_.push_back(row);
     }
 
-    [[nodiscard]] data::DBARecord result() {
+    [[nodiscard]] records::DBARecord result() {
         sort();
         std::string text;
         text.reserve(bytes_.size());
         for (std::size_t i = 0; i < rows_.size(); ++i) {
             if (i > 0)
-                text.push_back(data::AttributeMark);
+                text.push_back(records::AttributeMark);
             text.append(bytes_, rows_[i].text, rows_[i].end - rows_[i].text);
         }
-        if (!isPlainResult(text))
+        if (!records::isPlainResult(text))
             refuseDamaged();
         // An empty text has no attribute: a single row of one empty value must be set to be there.
         const bool oneEmptyRow = rows_.size() == 1 && text.empty();
-        data::DBARecord record(nullptr, std::string(), std::move(text));
+        records::DBARecord record(nullptr, std::string(), std::move(text));
         if (oneEmptyRow)
             record(1) = std::string();
         return record;
@@ -172,7 +172,8 @@ class Rows {
             const std::string_view texts =
                 std::string_view(bytes_).substr(row.begin, row.text - row.begin);
             row.key = keys.size();
-            text::AppendCollationKey(keys, attributeText(texts, static_cast<int>(level) + 1));
+            text::AppendCollationKey(keys,
+                                     records::attributeText(texts, static_cast<int>(level) + 1));
             row.keyEnd = keys.size();
             row.keyStart = startOf(std::string_view(keys).substr(row.key));
         }
@@ -190,7 +191,7 @@ class Rows {
     void appendText(Fields& fields) {
         for (std::size_t i = 0; i < request_.wanted.size(); ++i) {
             if (i > 0)
-                bytes_.push_back(data::ValueMark);
+                bytes_.push_back(records::ValueMark);
             appendField(fields[request_.wanted[i]]);
         }
     }
@@ -202,15 +203,15 @@ class Rows {
             return;
         }
         for (const char c : field) {
-            if (isMark(c) && c != data::ValueMark)
+            if (isMark(c) && c != records::ValueMark)
                 refuseDamaged();
-            bytes_.push_back(c == data::ValueMark ? data::SubvalueMark : c);
+            bytes_.push_back(c == records::ValueMark ? records::SubvalueMark : c);
         }
     }
 
     // A separator of any kind, in a result.
     [[nodiscard]] static bool isMark(char c) noexcept {
-        return static_cast<unsigned char>(c) >= static_cast<unsigned char>(data::SubvalueMark);
+        return static_cast<unsigned char>(c) >= static_cast<unsigned char>(records::SubvalueMark);
     }
 
     [[noreturn]] void refuseDamaged() const {
@@ -263,7 +264,7 @@ std::vector<const Condition*> remaining(const Request& request) {
 
 } // namespace
 
-data::DBARecord select(const Request& request, EngineFile& file) {
+records::DBARecord select(const Request& request, EngineFile& file) {
     const std::vector<const Condition*> conditions = remaining(request);
     Rows rows(request);
     file.scan(keyRange(request), [&](std::string_view key, std::string_view record) {

@@ -1,7 +1,7 @@
 // Runs a request on a file of any engine.
 #pragma once
 
-#include "data/DBARecord.h"
+#include "records/DBARecord.h"
 #include "store/Engine.h"
 #include "store/Request.h"
 
@@ -11,8 +11,8 @@ namespace vorandine::store {
 [[nodiscard]] KeyRange keyRange(const Request& request);
 
 // The result record: one attribute a row, one value a wanted attribute, several values of a stored
-// attribute joined by data::SubvalueMark. Throws what the engine throws, and Error(Damaged) where a
-// wanted attribute is no plain text.
-[[nodiscard]] data::DBARecord select(const Request& request, EngineFile& file);
+// attribute joined by records::SubvalueMark. Throws what the engine throws, and Error(Damaged)
+// where a wanted attribute is no plain text.
+[[nodiscard]] records::DBARecord select(const Request& request, EngineFile& file);
 
 } // namespace vorandine::store

@@ -1,13 +1,12 @@
 // URLs to engines, and the database that the control sees.
 #include "store/Store.h"
 
-#include "store/Catalogue.h"
-#include "store/MemoryEngine.h"
-#include "store/RecordText.h"
+#include "records/RecordText.h"
 #include "store/Request.h"
 #include "store/Selection.h"
-#include "store/SqliteEngine.h"
 #include "store/StoreFile.h"
+#include "store/memory/MemoryEngine.h"
+#include "store/sqlite/SqliteEngine.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
@@ -34,7 +33,7 @@ EngineFile* Store::find(const std::string& name) {
     return name == HistoryFile ? nullptr : changes_->engine().file(name);
 }
 
-std::shared_ptr<data::DBAFile> Store::OpenFile(const std::string& name) {
+std::shared_ptr<ports::DBAFile> Store::OpenFile(const std::string& name) {
     EngineFile* const file = find(name);
     if (file == nullptr)
         throw Error(errors::FileUnknown,
@@ -42,7 +41,7 @@ std::shared_ptr<data::DBAFile> Store::OpenFile(const std::string& name) {
     return std::make_shared<StoreFile>(changes_, *file, name);
 }
 
-data::DBARecord Store::Select(const std::string& request) {
+records::DBARecord Store::Select(const std::string& request) {
     const Request parsed = parseRequest(request);
     EngineFile* const file = find(parsed.file);
     if (file == nullptr)

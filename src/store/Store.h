@@ -2,7 +2,7 @@
 // know (files, records, requests).
 #pragma once
 
-#include "data/DBAFile.h"
+#include "ports/Database.h"
 #include "store/Changes.h"
 #include "store/Engine.h"
 
@@ -26,13 +26,13 @@ enum class OpenMode {
 // Damaged, ReadOnly (only where a new file cannot be made), StoreFailed. The text says which.
 [[nodiscard]] std::unique_ptr<Engine> openEngine(const std::string& url, OpenMode mode);
 
-class Store : public data::DBADatabase {
+class Store : public ports::DBADatabase {
   public:
     // Owns the engine, which files and records given out keep alive. `clock` dates the history.
     explicit Store(std::shared_ptr<Engine> engine, std::function<Moment()> clock = now);
 
-    [[nodiscard]] std::shared_ptr<data::DBAFile> OpenFile(const std::string& name) override;
-    [[nodiscard]] data::DBARecord Select(const std::string& request) override;
+    [[nodiscard]] std::shared_ptr<ports::DBAFile> OpenFile(const std::string& name) override;
+    [[nodiscard]] records::DBARecord Select(const std::string& request) override;
 
     [[nodiscard]] std::vector<std::string> files();
     // All writes made by `work` through this store take effect together, or none if it throws.

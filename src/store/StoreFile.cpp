@@ -1,7 +1,7 @@
 // Reading, writing and deleting one record, with the checks at the store's edge.
 #include "store/StoreFile.h"
 
-#include "store/RecordText.h"
+#include "records/RecordText.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
@@ -21,7 +21,7 @@ void requireKey(const std::string& key) {
 StoreFile::StoreFile(std::shared_ptr<Changes> changes, EngineFile& file, std::string name)
     : changes_(std::move(changes)), file_(file), name_(std::move(name)) {}
 
-data::DBARecord StoreFile::ReadRecord(const std::string& key) {
+records::DBARecord StoreFile::ReadRecord(const std::string& key) {
     requireKey(key);
     std::optional<std::string> text;
     try {
@@ -39,7 +39,7 @@ data::DBARecord StoreFile::ReadRecord(const std::string& key) {
 
 std::optional<std::string> StoreFile::readText(const std::string& key) {
     std::optional<std::string> text = file_.read(key);
-    if (text && !isPlainRecord(*text))
+    if (text && !records::isPlainRecord(*text))
         throw Error(errors::Damaged, "La fiche « " + key + " » du fichier « " + name_ +
                                          " » est endommagée : ce n'est pas un texte lisible. "
                                          "Remplacez la base par une copie de sauvegarde.");
@@ -62,7 +62,7 @@ void StoreFile::DeleteRecord(const std::string& key) {
 
 void StoreFile::WriteRecord(const std::string& key, std::string_view text) {
     requireWritable(key);
-    if (!isPlainRecord(text))
+    if (!records::isPlainRecord(text))
         throw Error(errors::TextRefused, "La fiche « " + key + " » du fichier « " + name_ +
                                              " » n'est pas enregistrée : une valeur contient un "
                                              "caractère de contrôle ou n'est pas codée en UTF-8.");

@@ -2,7 +2,7 @@
 // records that could not be read against being replaced.
 #pragma once
 
-#include "data/DBAFile.h"
+#include "ports/Database.h"
 #include "store/Changes.h"
 #include "store/Engine.h"
 
@@ -10,7 +10,7 @@
 
 namespace vorandine::store {
 
-class StoreFile : public data::DBAFile {
+class StoreFile : public ports::DBAFile {
   public:
     // `file` is of the engine of `changes`, which is kept alive.
     StoreFile(std::shared_ptr<Changes> changes, EngineFile& file, std::string name);
@@ -19,7 +19,7 @@ class StoreFile : public data::DBAFile {
     // Error(TextRefused) where key or text is not plain, Error(Damaged) on a stored record that is
     // no plain text. Error(ReadHadFailed) guards a key from a failed read until a later read of it,
     // through this object, finds the record or finds that there is none.
-    [[nodiscard]] data::DBARecord ReadRecord(const std::string& key) override;
+    [[nodiscard]] records::DBARecord ReadRecord(const std::string& key) override;
     void DeleteRecord(const std::string& key) override;
     void WriteRecord(const std::string& key, std::string_view text) override;
 

@@ -13,14 +13,14 @@ constexpr int Sides = 240; // left and right of the control together
 
 } // namespace
 
-Frm_ParamFormation::Frm_ParamFormation(const MakeParameters& make, widgets::World& world)
+Frm_ParamFormation::Frm_ParamFormation(const ports::MakeParameters& make, widgets::World& world)
     : world_(world), Ctr_Galvarde_(make(*this)) {
     identify("Frm_ParamFormation");
     Caption("Ajout d'une formation");
     place({0, 0, Width, Height});
     QueryUnload = [this](bool& cancel) { cancel = !Ctr_Galvarde_->Sortie_Param; };
-    Ctr_Galvarde_->identify("Ctr_Galvarde");
-    add(*Ctr_Galvarde_);
+    Ctr_Galvarde_->surface().identify("Ctr_Galvarde");
+    add(Ctr_Galvarde_->surface());
 }
 
 void Frm_ParamFormation::AdapteExe(const std::string& Texte) {

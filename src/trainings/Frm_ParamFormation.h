@@ -2,7 +2,7 @@
 // alone can end it.
 #pragma once
 
-#include "trainings/ParametersControl.h"
+#include "ports/ParametersControl.h"
 #include "widgets/Form.h"
 #include "widgets/World.h"
 
@@ -11,12 +11,12 @@
 
 namespace vorandine::trainings {
 
-class Frm_ParamFormation : public widgets::Form, public ParametersHost {
+class Frm_ParamFormation : public widgets::Form, public ports::ParametersHost {
   public:
     // `world` must outlive the form. What `make` throws goes through.
-    Frm_ParamFormation(const MakeParameters& make, widgets::World& world);
+    Frm_ParamFormation(const ports::MakeParameters& make, widgets::World& world);
 
-    [[nodiscard]] ParametersControl& Ctr_Galvarde() noexcept { return *Ctr_Galvarde_; }
+    [[nodiscard]] ports::ParametersControl& Ctr_Galvarde() noexcept { return *Ctr_Galvarde_; }
 
     void AdapteExe(const std::string& Texte) override;
     void refuse(const std::string& text) override;
@@ -24,7 +24,7 @@ class Frm_ParamFormation : public widgets::Form, public ParametersHost {
 
   private:
     widgets::World& world_;
-    std::unique_ptr<ParametersControl> Ctr_Galvarde_;
+    std::unique_ptr<ports::ParametersControl> Ctr_Galvarde_;
 };
 
 } // namespace vorandine::trainings

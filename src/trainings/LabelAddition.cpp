@@ -15,10 +15,10 @@ constexpr const char* TableOfLabels = "FORMPRO";
 } // namespace
 
 LabelAddition::LabelAddition(widgets::CommandButton& Cmd_AjouterFormation,
-                             widgets::ComboBox& Cbo_CodFormAidant, data::Variables& variables,
-                             const std::shared_ptr<data::DroitsUtilisateur>& rights,
+                             widgets::ComboBox& Cbo_CodFormAidant, ports::Variables& variables,
+                             const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                              widgets::UserControl& control, widgets::World& world,
-                             MakeParameters make)
+                             ports::MakeParameters make)
     : Cbo_CodFormAidant_(Cbo_CodFormAidant), v_(variables), rights_(rights), control_(control),
       world_(world), make_(std::move(make)) {
     Cmd_AjouterFormation.Click = [this] { Cmd_AjouterFormation_Click(); };
@@ -34,7 +34,7 @@ void LabelAddition::Cmd_AjouterFormation_Click() {
 
 void LabelAddition::showForm() {
     Frm_ParamFormation form(make_, world_);
-    ParametersControl& Ctr_Galvarde = form.Ctr_Galvarde();
+    ports::ParametersControl& Ctr_Galvarde = form.Ctr_Galvarde();
     Ctr_Galvarde.TheDatabase = v_.TheDatabase;
     Ctr_Galvarde.TheClient = v_.TheClient;
     Ctr_Galvarde.Table_Param = TableOfLabels;

@@ -1,9 +1,9 @@
 // Cmd_AjouterFormation: a training label is added while the line in which it is wanted stays open.
 #pragma once
 
-#include "data/Rights.h"
-#include "data/Variables.h"
-#include "trainings/ParametersControl.h"
+#include "ports/ParametersControl.h"
+#include "ports/Rights.h"
+#include "ports/Variables.h"
 #include "widgets/Form.h"
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
@@ -18,20 +18,20 @@ class LabelAddition {
   public:
     // `control` is the one on which the button stands; `rights` may be set later.
     LabelAddition(widgets::CommandButton& Cmd_AjouterFormation,
-                  widgets::ComboBox& Cbo_CodFormAidant, data::Variables& variables,
-                  const std::shared_ptr<data::DroitsUtilisateur>& rights,
-                  widgets::UserControl& control, widgets::World& world, MakeParameters make);
+                  widgets::ComboBox& Cbo_CodFormAidant, ports::Variables& variables,
+                  const std::shared_ptr<ports::DroitsUtilisateur>& rights,
+                  widgets::UserControl& control, widgets::World& world, ports::MakeParameters make);
     LabelAddition(const LabelAddition&) = delete;
     LabelAddition& operator=(const LabelAddition&) = delete;
     ~LabelAddition() = default;
 
   private:
     widgets::ComboBox& Cbo_CodFormAidant_;
-    data::Variables& v_;
-    const std::shared_ptr<data::DroitsUtilisateur>& rights_;
+    ports::Variables& v_;
+    const std::shared_ptr<ports::DroitsUtilisateur>& rights_;
     widgets::UserControl& control_;
     widgets::World& world_;
-    MakeParameters make_;
+    ports::MakeParameters make_;
 
     // Nothing of the line changes but the entries of its combo box. Throws what reading the table
     // throws; entries and text of the box are then as they were.

@@ -30,7 +30,7 @@ std::string storedHours(const std::string& shown) {
 
 } // namespace
 
-TrainingLines::TrainingLines(const TrainingWidgets& widgets, const data::DateObject& Conv_Date)
+TrainingLines::TrainingLines(const TrainingWidgets& widgets, const ports::DateObject& Conv_Date)
     : w_(widgets), Conv_Date_(Conv_Date), lists_{&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant,
                                                  &w_.Lst_HhFormAidant,  &w_.Lst_ObsFormAidant,
                                                  &w_.Lst_DifFormAidant, &w_.Lst_CodeForm} {
@@ -149,8 +149,9 @@ void TrainingLines::remove(int i) {
     w_.Bdv_FormAidant.Visible(w_.Bdv_FormAidant.Max() > LastLineWithoutBar);
 }
 
-TrainingLine TrainingLines::read(const data::DBARecord& rec, const data::TrainingLabels& labels,
-                                 int i, rules::StatementByStatement& tries) const {
+TrainingLine TrainingLines::read(const records::DBARecord& rec,
+                                 const records::TrainingLabels& labels, int i,
+                                 rules::StatementByStatement& tries) const {
     TrainingLine line;
     tries([&] {
         const std::string stored = rec(5, i);
@@ -165,16 +166,16 @@ TrainingLine TrainingLines::read(const data::DBARecord& rec, const data::Trainin
     return line;
 }
 
-void TrainingLines::show(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
+void TrainingLines::show(const records::DBARecord& rec, const records::DBARecord& F_FORMPRO,
                          rules::StatementByStatement& tries) {
     const int lines = std::min(rec.DCount(6), widgets::MaxLines - count());
-    const data::TrainingLabels labels(F_FORMPRO);
+    const records::TrainingLabels labels(F_FORMPRO);
     for (int i = 1; i <= lines; ++i)
         tries([&] { put(read(rec, labels, i, tries), count()); });
     tries([&] { range(std::min(rec.DCount(5), widgets::MaxLines)); });
 }
 
-void TrainingLines::compose(data::DBARecord& rec) {
+void TrainingLines::compose(records::DBARecord& rec) {
     for (int i = 0; i < count(); ++i) {
         if (w_.Lst_HhFormAidant.List(i).empty())
             w_.Lst_HhFormAidant.List(i, "0");

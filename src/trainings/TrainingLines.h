@@ -2,9 +2,9 @@
 // scroll bar. The lists are the working copy of the training attributes of the caregiver's record.
 #pragma once
 
-#include "data/DBARecord.h"
-#include "data/DateObject.h"
-#include "data/TrainingLabels.h"
+#include "ports/DateObject.h"
+#include "records/DBARecord.h"
+#include "records/TrainingLabels.h"
 #include "rules/StatementByStatement.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
@@ -39,7 +39,7 @@ struct TrainingWidgets {
 // object must outlive it.
 class TrainingLines {
   public:
-    TrainingLines(const TrainingWidgets& widgets, const data::DateObject& Conv_Date);
+    TrainingLines(const TrainingWidgets& widgets, const ports::DateObject& Conv_Date);
     TrainingLines(const TrainingLines&) = delete;
     TrainingLines& operator=(const TrainingLines&) = delete;
     ~TrainingLines() = default;
@@ -69,15 +69,15 @@ class TrainingLines {
     // Adds the trainings of `rec` at the end, in stored order, then sets the bar's range. Runs on
     // after an error: what cannot be read is shown as it is stored, and the lists stay in step.
     // Lines past what a list can hold are left out.
-    void show(const data::DBARecord& rec, const data::DBARecord& F_FORMPRO,
+    void show(const records::DBARecord& rec, const records::DBARecord& F_FORMPRO,
               rules::StatementByStatement& tries);
     // Puts the lines into attributes 5 to 8 and 14 of `rec`, which are empty. A line without hours
     // shows "0" from then on. Hours that are no number go back as they were read.
-    void compose(data::DBARecord& rec);
+    void compose(records::DBARecord& rec);
 
   private:
     TrainingWidgets w_;
-    const data::DateObject& Conv_Date_;
+    const ports::DateObject& Conv_Date_;
     std::array<widgets::ListBox*, 6> lists_; // in the order in which the bar sets them
     bool spreading_ = false;
 
@@ -85,8 +85,9 @@ class TrainingLines {
     [[nodiscard]] int placeOf(const std::string& date) const;
     void select(const widgets::ListBox& clicked, bool movesBar);
     void scroll();
-    [[nodiscard]] TrainingLine read(const data::DBARecord& rec, const data::TrainingLabels& labels,
-                                    int i, rules::StatementByStatement& tries) const;
+    [[nodiscard]] TrainingLine read(const records::DBARecord& rec,
+                                    const records::TrainingLabels& labels, int i,
+                                    rules::StatementByStatement& tries) const;
 };
 
 } // namespace vorandine::trainings

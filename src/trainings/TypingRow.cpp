@@ -1,7 +1,7 @@
 // Opening, confirming, deleting and giving up of a training line.
 #include "trainings/TypingRow.h"
 
-#include "data/TrainingLabels.h"
+#include "records/TrainingLabels.h"
 #include "rules/FieldRules.h"
 #include "rules/Messages.h"
 #include "rules/Numbers.h"
@@ -24,8 +24,8 @@ constexpr const char* UnknownLabel = "Le diplôme saisi n'existe pas, veuillez l
 } // namespace
 
 TypingRow::TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock,
-                     DifHours& dif, const data::DBARecord& F_FORMPRO, data::DateObject& Conv_Date,
-                     widgets::World& world)
+                     DifHours& dif, const records::DBARecord& F_FORMPRO,
+                     ports::DateObject& Conv_Date, widgets::World& world)
     : w_(widgets), lines_(lines), lock_(lock), dif_(dif), F_FORMPRO_(F_FORMPRO),
       Conv_Date_(Conv_Date), world_(world) {
     const char* const badDate = "La date saisie est invalide, veuillez la saisir à nouveau.";
@@ -127,7 +127,7 @@ void TypingRow::Cmd_OKForm_Click() {
         return refuse("La date de la formation est obligatoire.", w_.Txt_DatFormAidant);
     // All that can fail comes before hours are charged, which stays.
     // Nor would a training without a code be found again, in the ledgers least of all.
-    const std::optional<std::string> code = data::trainingCode(F_FORMPRO_, label);
+    const std::optional<std::string> code = records::trainingCode(F_FORMPRO_, label);
     if (!code || code->empty())
         return refuse(UnknownLabel, w_.Cbo_CodFormAidant);
     TrainingLine line = typed(*code);

@@ -66,7 +66,8 @@ struct TypingWidgets {
 class TypingRow {
   public:
     TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
-              const data::DBARecord& F_FORMPRO, data::DateObject& Conv_Date, widgets::World& world);
+              const records::DBARecord& F_FORMPRO, ports::DateObject& Conv_Date,
+              widgets::World& world);
     TypingRow(const TypingRow&) = delete;
     TypingRow& operator=(const TypingRow&) = delete;
     ~TypingRow() = default;
@@ -81,8 +82,8 @@ class TypingRow {
     TrainingLines& lines_;
     ScreenLock& lock_;
     DifHours& dif_;
-    const data::DBARecord& F_FORMPRO_;
-    const data::DateObject& Conv_Date_;
+    const records::DBARecord& F_FORMPRO_;
+    const ports::DateObject& Conv_Date_;
     widgets::World& world_;
     std::int16_t W_ModeForm_ = 0; // 1 while a new line is being typed
     std::string W_DifAvant_;      // "OUI" or "NON": the open line's answer when it was opened

@@ -242,7 +242,7 @@ class Walk {
             ++saved_;
             const std::string kept = screen_.kept();
             const std::size_t trainings = screen_.trainings().size();
-            const data::DBARecord record =
+            const records::DBARecord record =
                 store::Store(desk_.engine).OpenFile("FORMVORANDINE")->ReadRecord(code_);
             for (const int attribute : {5, 6, 7, 8, 14})
                 EXPECT_TRUE(record(attribute).empty() ||

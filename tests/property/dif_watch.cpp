@@ -41,7 +41,7 @@ long shownHundredths(std::string shown) {
 }
 
 // Date, rights, hours and training of each line.
-std::vector<std::string> linesOf(const data::DBARecord& ledger) {
+std::vector<std::string> linesOf(const records::DBARecord& ledger) {
     std::vector<std::string> lines;
     for (int i = 1; i <= ledger.DCount(1); ++i)
         lines.push_back(ledger(1, i) + '|' + ledger(2, i) + '|' + ledger(3, i) + '|' +
@@ -190,8 +190,8 @@ bool DifWatch::after(host::CaregiverForm& form, const std::string& gesture, bool
 }
 
 void DifWatch::checkStored(const std::string& text, const std::string& before, bool byTab) const {
-    const data::DBARecord ledger = record(text);
-    const data::DBARecord old = record(before);
+    const records::DBARecord ledger = record(text);
+    const records::DBARecord old = record(before);
     for (int list = 2; list <= Lists; ++list)
         EXPECT_TRUE(ledger(list).empty() || ledger.DCount(list) <= ledger.DCount(1)) << list;
     EXPECT_TRUE(inOrder(ledger) || !inOrder(old)) << "dates have left their order";
@@ -232,7 +232,7 @@ void DifWatch::checkShown(host::CaregiverForm& form) const {
             EXPECT_EQ(text::Len(summary), 45U);
             continue;
         }
-        const data::DBARecord ledger = record(found->second);
+        const records::DBARecord ledger = record(found->second);
         const int last = ledger.DCount(1);
         long acquired = 0;
         long consumed = 0;
@@ -269,13 +269,13 @@ DifWatch::Ledgers DifWatch::ledgers() const {
     return all;
 }
 
-data::DBARecord DifWatch::record(const std::string& text) {
-    data::DBARecord record;
+records::DBARecord DifWatch::record(const std::string& text) {
+    records::DBARecord record;
     record() = text;
     return record;
 }
 
-bool DifWatch::inOrder(const data::DBARecord& ledger) {
+bool DifWatch::inOrder(const records::DBARecord& ledger) {
     for (int i = 2; i <= ledger.DCount(1); ++i)
         if (ledger(1, i - 1) > ledger(1, i))
             return false;

@@ -28,9 +28,9 @@ class DifWatch {
     using Ledgers = std::map<std::string, std::string>; // stored texts by key
     // Not disturbed by failures, as all that follows.
     [[nodiscard]] Ledgers ledgers() const;
-    [[nodiscard]] static data::DBARecord record(const std::string& text);
+    [[nodiscard]] static records::DBARecord record(const std::string& text);
     // Whether the dates of a ledger are in order.
-    [[nodiscard]] static bool inOrder(const data::DBARecord& ledger);
+    [[nodiscard]] static bool inOrder(const records::DBARecord& ledger);
 
     void before(host::CaregiverForm& form, bool trainingOpen);
     // `gesture` is the control it was made on. Whether a ledger was stored.

@@ -198,9 +198,9 @@ void WalkModal::checkCharged(dif::Frm_DIF& form, const DifWatch::Ledgers& before
             EXPECT_EQ(text, oldText);
             continue;
         }
-        const data::DBARecord ledger = DifWatch::record(text);
-        const data::DBARecord old = DifWatch::record(oldText);
-        const auto number = [&](const data::DBARecord& record, int list, int i) {
+        const records::DBARecord ledger = DifWatch::record(text);
+        const records::DBARecord old = DifWatch::record(oldText);
+        const auto number = [&](const records::DBARecord& record, int list, int i) {
             return i == 0 ? 0 : std::strtol(std::string(record(list, i)).c_str(), nullptr, 10);
         };
         const auto [lines, sum] = expected[key];

@@ -144,7 +144,7 @@ void WalkScreen::checkTakenOut(const std::vector<Training>& before, const Traini
     for (const auto& [key, text] : ledgers) {
         if (!key.starts_with(caregiver))
             continue;
-        const data::DBARecord ledger = DifWatch::record(text);
+        const records::DBARecord ledger = DifWatch::record(text);
         for (int i = 1; i <= ledger.DCount(1); ++i)
             EXPECT_FALSE(ledger(1, i) == opened.date && ledger(5, i) == opened.code) << key;
     }
@@ -205,7 +205,7 @@ void WalkScreen::checkStates() const {
 }
 
 void WalkScreen::checkLabels() const {
-    const data::DBARecord table =
+    const records::DBARecord table =
         store::Store(desk_.engine).OpenFile("TABLES")->ReadRecord("FORMPRO");
     EXPECT_EQ(table.DCount(2), table.DCount(3));
     std::map<std::string, std::string> labels;

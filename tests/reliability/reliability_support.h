@@ -3,8 +3,7 @@
 #pragma once
 
 #include "apps/dba/Program.h"
-#include "data/DBARecord.h"
-#include "store/Catalogue.h"
+#include "records/DBARecord.h"
 #include "store/Store.h"
 #include "text/Error.h"
 
@@ -59,10 +58,10 @@ inline std::string content(Id id) {
         state = state * 6364136223846793005U + 1442695040888963407U;
         return state >> 33U;
     };
-    std::string text = std::to_string(id) + vorandine::data::AttributeMark;
+    std::string text = std::to_string(id) + vorandine::records::AttributeMark;
     for (std::uint64_t left = next() % Sizes[id % Sizes.size()]; left > 0; --left)
         text += static_cast<char>('a' + next() % 26);
-    return text + vorandine::data::AttributeMark + "fin";
+    return text + vorandine::records::AttributeMark + "fin";
 }
 
 // What `text` is the whole content of.

@@ -2,7 +2,7 @@
 // not made, each version has its author and its place. And a lock held for too long is told.
 //     two_writers [WRITES] [SEED] [PROCESSES] [PATIENCE]     PATIENCE: for a lock, in ms
 #include "reliability_support.h"
-#include "store/SqliteEngine.h"
+#include "store/sqlite/SqliteEngine.h"
 #include "unit/store_support.h"
 
 #include <sys/wait.h>

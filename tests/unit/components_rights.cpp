@@ -12,7 +12,7 @@ class StoredRights : public testing::Test {
   protected:
     void put(const std::string& key, const std::string& level, const std::string& total,
              const std::vector<std::string>& activities) {
-        data::DBARecord record = database_->OpenFile("DROITS")->NewRecord(key);
+        records::DBARecord record = database_->OpenFile("DROITS")->NewRecord(key);
         record(1) = level;
         record(2) = total;
         for (const std::string& code : activities)
@@ -20,7 +20,7 @@ class StoredRights : public testing::Test {
         record.DBWrite();
     }
 
-    std::shared_ptr<data::DroitsModule> module(const std::string& user, const std::string& key) {
+    std::shared_ptr<ports::DroitsModule> module(const std::string& user, const std::string& key) {
         return Rights(storedRights(database_, user)).Droits(key);
     }
 
@@ -68,12 +68,12 @@ TEST_F(StoredRights, ALevelThatIsNoNumberIsZero) {
 }
 
 // A database that cannot be read.
-class Broken : public data::DBADatabase {
+class Broken : public ports::DBADatabase {
   public:
-    [[nodiscard]] std::shared_ptr<data::DBAFile> OpenFile(const std::string& /*name*/) override {
+    [[nodiscard]] std::shared_ptr<ports::DBAFile> OpenFile(const std::string& /*name*/) override {
         throw Error(errors::Damaged, "illisible");
     }
-    [[nodiscard]] data::DBARecord Select(const std::string& /*request*/) override { return {}; }
+    [[nodiscard]] records::DBARecord Select(const std::string& /*request*/) override { return {}; }
 };
 
 TEST(Rights, AFailureIsNotTakenForAMissingRecord) {

@@ -80,7 +80,7 @@ struct Charging {
     }
 
     std::string balances(const std::string& code) {
-        const data::DBARecord record =
+        const records::DBARecord record =
             store::Store(disk).OpenFile("DIFAIDANT")->ReadRecord("00012" + code);
         return record(4);
     }

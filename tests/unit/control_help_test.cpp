@@ -34,14 +34,14 @@ TEST(ControlHelp, OnlyTheRightButtonOpensTheMenuAndOnlyOnFourSurfaces) {
 }
 
 // Remembers what it was asked, and by whom.
-class Asked : public control::HelpObject {
+class Asked : public ports::HelpObject {
   public:
-    std::shared_ptr<data::DBAClient> client;
-    std::shared_ptr<data::DBADatabase> database;
+    std::shared_ptr<ports::DBAClient> client;
+    std::shared_ptr<ports::DBADatabase> database;
     std::string log;
 
-    void TheClient(const std::shared_ptr<data::DBAClient>& now) override { client = now; }
-    void TheDatabase(const std::shared_ptr<data::DBADatabase>& now) override { database = now; }
+    void TheClient(const std::shared_ptr<ports::DBAClient>& now) override { client = now; }
+    void TheDatabase(const std::shared_ptr<ports::DBADatabase>& now) override { database = now; }
     void Afficher_Aide(const std::string& page, const std::string& kind, const std::string& title,
                        const std::string& text) override {
         log += page + "|" + kind + "|" + title + "|" + text + ";";
@@ -59,7 +59,7 @@ TEST(ControlHelp, EachControlHandsInItsOwnClientAndDatabaseBeforeItAsks) {
                                    .today = {}});
     components::DateConverter dates([&] { return world.today(); });
     struct Place {
-        std::shared_ptr<data::DBAClient> client = std::make_shared<data::DBAClient>();
+        std::shared_ptr<ports::DBAClient> client = std::make_shared<ports::DBAClient>();
         std::shared_ptr<store::Store> database;
         std::unique_ptr<host::CaregiverForm> form;
     };

@@ -60,7 +60,7 @@ class Desk {
     }
 
     void put(const std::string& file, const std::string& key, const Content& content) {
-        data::DBARecord record = store::Store(engine).OpenFile(file)->NewRecord(key);
+        records::DBARecord record = store::Store(engine).OpenFile(file)->NewRecord(key);
         for (const auto& [attribute, values] : content)
             for (std::size_t v = 0; v < values.size(); ++v)
                 record(attribute, static_cast<int>(v) + 1) = values[v];
@@ -74,7 +74,7 @@ class Desk {
 
     [[nodiscard]] std::unique_ptr<host::CaregiverForm> open(const std::string& code) {
         return std::make_unique<host::CaregiverForm>(
-            host::HostObjects{world_, dates_, help_, std::make_shared<data::DBAClient>(),
+            host::HostObjects{world_, dates_, help_, std::make_shared<ports::DBAClient>(),
                               std::make_shared<store::Store>(engine), rights_},
             code, "DURAND Marie", [this](const Error& error) { errors.push_back(error); });
     }

@@ -1,8 +1,8 @@
 // Records come into a store from the exchange format, all or none, and go back out in the one form
 // that the files of demo/ have.
-#include "apps/host/Exchange.h"
-#include "apps/host/RecordJson.h"
-#include "store/SqliteEngine.h"
+#include "exchange/Exchange.h"
+#include "exchange/RecordJson.h"
+#include "store/sqlite/SqliteEngine.h"
 #include "store_support.h"
 #include "text/Error.h"
 
@@ -18,9 +18,9 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string json(const data::DBARecord& record) {
+std::string json(const records::DBARecord& record) {
     std::string text;
-    host::appendJson(text, record());
+    exchange::appendJson(text, record());
     return text;
 }
 
@@ -29,12 +29,13 @@ class Import : public testing::Test {
     store::Store store{store::openEngine("memory:", store::OpenMode::Create)};
     std::vector<std::string> complaints;
 
-    std::optional<std::size_t> importAll(const std::vector<host::ImportSource>& sources,
-                                         host::BadLines bad = host::BadLines::StoreNothing) {
+    std::optional<std::size_t>
+    importAll(const std::vector<exchange::ImportSource>& sources,
+              exchange::BadLines bad = exchange::BadLines::StoreNothing) {
         complaints.clear();
-        host::ImportWatch watch;
+        exchange::ImportWatch watch;
         watch.complain = [this](const std::string& text) { complaints.push_back(text); };
-        const host::ImportResult result = host::importRecords(store, sources, watch, bad);
+        const exchange::ImportResult result = exchange::importRecords(store, sources, watch, bad);
         EXPECT_EQ(result.bad, complaints.size());
         return result.stored ? std::optional(result.good) : std::nullopt;
     }
@@ -130,7 +131,7 @@ TEST_F(Import, SkipsWrongLinesWhereAskedTo) {
         "{\"file\":\"AIDANT\",\"key\":\"1\",\"record\":{\"1\":\"bon\"}}\n"
         "{\"file\":\"AIDANT\",\"key\":\"2\",\"record\":{\"2\":\"x\",\"1\":7}}\n"
         "{\"file\":\"AIDANT\",\"key\":\"3\",\"record\":{\"1\":\"bon\"}}\n");
-    EXPECT_EQ(importAll({{"in", lines}}, host::BadLines::Skip), 2U);
+    EXPECT_EQ(importAll({{"in", lines}}, exchange::BadLines::Skip), 2U);
     ASSERT_EQ(complaints.size(), 1U);
     EXPECT_TRUE(complaints.front().starts_with("in:2: "));
     EXPECT_EQ(stored("AIDANT", "2"), "none");
@@ -155,7 +156,7 @@ TEST(Export, LeavesOutDamagedRecordsAndSaysWhich) {
     });
     std::ostringstream out;
     std::vector<std::string> told;
-    const auto result = host::exportRecords(
+    const auto result = exchange::exportRecords(
         file, "AIDANT", out, [&](const std::string& text) { told.push_back(text); }, [] {});
     EXPECT_EQ(out.str(), "{\"file\":\"AIDANT\",\"key\":\"1\",\"record\":{\"1\":\"bon\"}}\n"
                          "{\"file\":\"AIDANT\",\"key\":\"3\",\"record\":{\"1\":\"bon\"}}\n");
@@ -187,14 +188,14 @@ TEST(Export, SeesOneStateOfAllFiles) {
 
 TEST(RecordJson, TakesDictionaryNamesAndChangesNothingWhenRefused) {
     const auto names = [](const std::string& name) { return name == "Nom" ? 4 : 0; };
-    data::DBARecord record;
+    records::DBARecord record;
     record(9) = "ancien";
-    host::fill(record, {{"Nom", "DURAND"}, {"1", {"a", "b"}}}, names);
+    exchange::fill(record, {{"Nom", "DURAND"}, {"1", {"a", "b"}}}, names);
     EXPECT_EQ(json(record), R"({"1":["a","b"],"4":"DURAND"})");
     const nlohmann::json refused[] = {
         {{"1", "x"}, {"Prenom", "y"}}, {{"4", "x"}, {"Nom", "y"}}, {{"5", {"x", "\n"}}}, "x"};
     for (const nlohmann::json& object : refused) {
-        EXPECT_THROW(host::fill(record, object, names), Error) << object;
+        EXPECT_THROW(exchange::fill(record, object, names), Error) << object;
         EXPECT_EQ(json(record), R"({"1":["a","b"],"4":"DURAND"})");
     }
 }

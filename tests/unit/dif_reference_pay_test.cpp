@@ -16,7 +16,7 @@ namespace {
 using Lines = std::vector<std::pair<std::string, std::string>>; // hours and pay
 
 std::string payOf(const Lines& lines) {
-    data::DBARecord rows;
+    records::DBARecord rows;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const int row = static_cast<int>(i) + 1;
         rows(row, 1) = "00012";

@@ -42,7 +42,8 @@ class Withdrawal : public testing::Test {
     }
 
     void expectStored(const std::string& key, const Content& content) {
-        const data::DBARecord record = store::Store(below).OpenFile("DIFAIDANT")->ReadRecord(key);
+        const records::DBARecord record =
+            store::Store(below).OpenFile("DIFAIDANT")->ReadRecord(key);
         for (int attribute = 1; attribute <= 6; ++attribute) {
             std::vector<std::string> values;
             for (int v = 1; v <= record.DCount(attribute); ++v)

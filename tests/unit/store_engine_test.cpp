@@ -1,7 +1,7 @@
 // What every engine promises, and what files and records of a store promise over any engine.
-#include "store/Catalogue.h"
-#include "store/MemoryEngine.h"
+#include "records/Layout.h"
 #include "store/Store.h"
+#include "store/memory/MemoryEngine.h"
 #include "store_support.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ INSTANTIATE_TEST_SUITE_P(Engines, StoreEngine, testing::Values("memory:", "sqlit
 
 TEST_P(StoreEngine, HasAllFilesOfTheCatalogue) {
     std::vector<std::string> expected;
-    for (const CatalogueFile& known : catalogue())
+    for (const records::FileLayout& known : records::files())
         expected.emplace_back(known.name);
     EXPECT_EQ(engine->files(), expected);
     EXPECT_EQ(engine->file("tables"), nullptr);
@@ -124,7 +124,7 @@ TEST_P(StoreEngine, TransactionsTakeEffectWholeOrNotAtAll) {
 }
 
 TEST_P(StoreEngine, RecordsAndFilesKeepTheStoreAlive) {
-    data::DBARecord record;
+    records::DBARecord record;
     std::weak_ptr<Engine> watched = engine;
     {
         Store store(std::move(engine));
@@ -155,8 +155,9 @@ TEST_P(StoreEngine, RefusesWhatIsNoPlainText) {
     EXPECT_EQ(raisedBy([&] { (void)opened->ReadRecord("\xFE"); }).number, errors::TextRefused);
     opened->WriteRecord("l\"été", "\xFE\xFD"
                                   "é");
-    EXPECT_EQ(std::as_const(*std::make_unique<data::DBARecord>(opened->ReadRecord("l\"été")))(2, 2),
-              "é");
+    EXPECT_EQ(
+        std::as_const(*std::make_unique<records::DBARecord>(opened->ReadRecord("l\"été")))(2, 2),
+        "é");
     EXPECT_EQ(raisedBy([&] { (void)Store(engine).OpenFile("X"); }).number, errors::FileUnknown);
 }
 

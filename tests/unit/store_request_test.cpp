@@ -1,4 +1,5 @@
 // The retrieval language: what each production gives, and what each refusal says and where.
+#include "ports/Database.h"
 #include "store/Request.h"
 
 #include "store_support.h"
@@ -119,9 +120,9 @@ TEST(StoreRequest, WantedAttributesAreNumbers) {
 
 TEST(StoreRequest, QuotedValuesComeBackAsTheyWere) {
     for (const std::string& value : std::vector<std::string>{"", "Zoé", " a ", "x]y"})
-        EXPECT_EQ(parsed("SSELECT TABLES AVEC 0 = " + quoted(value), "TABLES", "0"),
+        EXPECT_EQ(parsed("SSELECT TABLES AVEC 0 = " + ports::quoted(value), "TABLES", "0"),
                   "TABLES [0 ='" + value + "'] 0");
-    EXPECT_EQ(raisedBy([] { (void)quoted("a\"b"); }).number, errors::RequestRefused);
+    EXPECT_EQ(raisedBy([] { (void)ports::quoted("a\"b"); }).number, errors::RequestRefused);
 }
 
 } // namespace

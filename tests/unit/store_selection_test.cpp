@@ -2,10 +2,10 @@
 // against a look at every record.
 #include "store/Selection.h"
 
+#include "records/RecordText.h"
 #include "store/Comparison.h"
-#include "store/MemoryEngine.h"
-#include "store/RecordText.h"
 #include "store/Store.h"
+#include "store/memory/MemoryEngine.h"
 #include "store_support.h"
 
 #include <algorithm>
@@ -19,15 +19,15 @@ namespace {
 using Marks = std::map<std::string, std::string>; // key to record, "|" and "/" for the separators
 
 std::string withMarks(std::string text) {
-    std::replace(text.begin(), text.end(), '|', data::AttributeMark);
-    std::replace(text.begin(), text.end(), '/', data::ValueMark);
+    std::replace(text.begin(), text.end(), '|', records::AttributeMark);
+    std::replace(text.begin(), text.end(), '/', records::ValueMark);
     return text;
 }
 
 std::string readable(std::string text) {
-    std::replace(text.begin(), text.end(), data::AttributeMark, '|');
-    std::replace(text.begin(), text.end(), data::ValueMark, '/');
-    std::replace(text.begin(), text.end(), data::SubvalueMark, ';');
+    std::replace(text.begin(), text.end(), records::AttributeMark, '|');
+    std::replace(text.begin(), text.end(), records::ValueMark, '/');
+    std::replace(text.begin(), text.end(), records::SubvalueMark, ';');
     return text;
 }
 
@@ -44,7 +44,7 @@ class StoreSelection : public testing::Test {
     // Rows with "|" between, values with "/", values within an attribute with ";".
     std::string rows(const std::string& query, const std::string& wanted = "0") {
         const std::string file = query.substr(0, query.find(' '));
-        return readable(std::as_const(*std::make_unique<data::DBARecord>(
+        return readable(std::as_const(*std::make_unique<records::DBARecord>(
             store.Select(store_test::request("SSELECT " + query, file, wanted))))());
     }
 };
@@ -138,8 +138,8 @@ TEST_F(StoreSelection, ResultHasARowForEachRecordAndAValueForEachAttribute) {
     EXPECT_EQ(result("SSELECT TABLES AVEC 0 = \"b\"", "1").DCount(), 1);
     EXPECT_EQ(result("SSELECT TABLES AVEC 0 = \"q\"", "1").DCount(), 0);
     EXPECT_EQ(
-        std::as_const(*std::make_unique<data::DBARecord>(result("SSELECT TABLES", "0 1")))(1, 2),
-        std::string("x") + data::SubvalueMark + "y");
+        std::as_const(*std::make_unique<records::DBARecord>(result("SSELECT TABLES", "0 1")))(1, 2),
+        std::string("x") + records::SubvalueMark + "y");
 }
 
 TEST_F(StoreSelection, RefusesUnknownFilesAndDamagedRecords) {
@@ -158,13 +158,13 @@ TEST_F(StoreSelection, AttributesAreFoundWhereTheyStand) {
         std::string record;
         for (std::string& attribute : attributes) {
             attribute.assign(random() % (round % 3 == 0 ? 2 : 40), 'x');
-            record += attribute + data::AttributeMark;
+            record += attribute + records::AttributeMark;
         }
         if (!record.empty())
             record.pop_back();
-        EXPECT_EQ(attributeText(record, 0), "");
+        EXPECT_EQ(records::attributeText(record, 0), "");
         for (std::size_t a = 1; a < 95; ++a)
-            ASSERT_EQ(attributeText(record, static_cast<int>(a)),
+            ASSERT_EQ(records::attributeText(record, static_cast<int>(a)),
                       a <= attributes.size() ? attributes[a - 1] : "");
     }
 }

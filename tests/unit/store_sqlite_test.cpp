@@ -1,8 +1,8 @@
 // What can go wrong with an SQLite store: each condition gives its own error, changes nothing, and
 // is over once its cause is gone.
-#include "store/SqliteEngine.h"
+#include "store/sqlite/SqliteEngine.h"
 
-#include "store/SqliteSalvage.h"
+#include "store/sqlite/SqliteSalvage.h"
 #include "store_support.h"
 
 #include <csignal>

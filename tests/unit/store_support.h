@@ -2,7 +2,7 @@
 // own, the number and text of an expected Error, and work done without rights.
 #pragma once
 
-#include "data/DBARecord.h"
+#include "records/DBARecord.h"
 #include "store/Engine.h"
 #include "text/Error.h"
 
@@ -19,7 +19,8 @@ namespace store_test {
 // The whole text of a request record.
 inline std::string request(const std::string& query, const std::string& file,
                            const std::string& wanted) {
-    return query + vorandine::data::AttributeMark + file + vorandine::data::AttributeMark + wanted;
+    return query + vorandine::records::AttributeMark + file + vorandine::records::AttributeMark +
+           wanted;
 }
 
 struct Raised {

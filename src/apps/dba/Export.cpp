@@ -2,7 +2,7 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "apps/host/Exchange.h"
+#include "exchange/Exchange.h"
 
 #include <algorithm>
 #include <ostream>
@@ -21,7 +21,7 @@ int exportFiles(const CommandLine& line, const Console& console) {
     std::size_t damaged = 0;
     engine->consistently([&] {
         for (const std::string& name : names)
-            damaged += host::exportRecords(
+            damaged += exchange::exportRecords(
                            engineFile(*engine, name), name, console.out,
                            [&](const std::string& complaint) {
                                progress.clear();

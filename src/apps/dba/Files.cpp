@@ -2,8 +2,8 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "apps/dba/Table.h"
-#include "apps/host/RecordJson.h"
+#include "exchange/RecordJson.h"
+#include "text/Table.h"
 
 #include <array>
 #include <ostream>
@@ -17,7 +17,7 @@ constexpr std::array<Option, 1> Options{{
 
 int files(const CommandLine& line, const Console& console) {
     const auto engine = openStore(line.words().front());
-    Table table({"FILE", "RECORDS"});
+    text::Table table({"FILE", "RECORDS"});
     Progress progress(console, "counted");
     std::string json;
     engine->consistently([&] {
@@ -30,7 +30,7 @@ int files(const CommandLine& line, const Console& console) {
             });
             table.add({name, std::to_string(records)});
             json += "{\"file\":";
-            host::appendJsonText(json, name);
+            exchange::appendJsonText(json, name);
             json += ",\"records\":" + std::to_string(records) + "}\n";
         }
     });

@@ -1,10 +1,10 @@
 // vorandine-dba get: one record, as a table or as JSON.
 #include "apps/dba/Commands.h"
-#include "apps/dba/Layout.h"
 #include "apps/dba/Opening.h"
-#include "apps/dba/Table.h"
-#include "apps/host/RecordJson.h"
+#include "exchange/RecordJson.h"
+#include "records/Layout.h"
 #include "text/Error.h"
+#include "text/Table.h"
 
 #include <array>
 #include <ostream>
@@ -17,15 +17,15 @@ constexpr std::array<Option, 1> Options{{
 }};
 
 // One line a value; the values of a list are numbered.
-void printTable(const data::DBARecord& record, const std::string& file, std::ostream& out) {
-    Table table({"ATTRIBUTE", "VALUE", "CONTENT", "MEANING"});
+void printTable(const records::DBARecord& record, const std::string& file, std::ostream& out) {
+    text::Table table({"ATTRIBUTE", "VALUE", "CONTENT", "MEANING"});
     for (int attribute = 1; attribute <= record.DCount(); ++attribute) {
-        const AttributeLayout* const known = layout(file, attribute);
+        const records::AttributeLayout* const known = records::layout(file, attribute);
         const int count = record.DCount(attribute);
-        const bool list = count > 1 || (known != nullptr && known->values == Values::Many);
+        const bool list = count > 1 || (known != nullptr && known->values == records::Values::Many);
         for (int v = 1; v <= count; ++v)
-            table.add({headOf(file, attribute), list ? std::to_string(v) : "", record(attribute, v),
-                       known == nullptr ? "" : std::string(known->meaning)});
+            table.add({records::headOf(file, attribute), list ? std::to_string(v) : "",
+                       record(attribute, v), known == nullptr ? "" : std::string(known->meaning)});
     }
     table.print(out);
 }
@@ -35,22 +35,19 @@ int get(const CommandLine& line, const Console& console) {
     const std::string& key = line.words()[2];
     const auto engine = openStore(line.words().front());
     static_cast<void>(engineFile(*engine, name));
-    try {
-        const data::DBARecord record = store::Store(engine).OpenFile(name)->ReadRecord(key);
-        if (line.has("--json")) {
-            std::string json;
-            host::appendJson(json, record());
-            console.out << json << '\n';
-        } else {
-            printTable(record, name, console.out);
-        }
-        return Done;
-    } catch (const Error& error) {
-        if (error.number() != errors::RecordMissing)
-            throw;
+    const auto record = ports::find(*store::Store(engine).OpenFile(name), key);
+    if (!record) {
         console.err << "vorandine-dba: there is no record '" << key << "' in " << name << '\n';
         return Findings;
     }
+    if (line.has("--json")) {
+        std::string json;
+        exchange::appendJson(json, std::as_const(*record)());
+        console.out << json << '\n';
+    } else {
+        printTable(*record, name, console.out);
+    }
+    return Done;
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 // vorandine-dba history: what changes have made of one record, and who made them.
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
-#include "apps/dba/history/Statement.h"
-#include "apps/host/RecordJson.h"
-#include "store/RecordText.h"
+#include "audit/history/Statement.h"
+#include "exchange/RecordJson.h"
+#include "records/RecordText.h"
 
 #include <array>
 #include <ostream>
@@ -25,7 +25,7 @@ class Telling {
         : name_(std::move(name)), key_(std::move(key)), console_(console) {}
 
     void tell(const std::vector<store::Version>& versions, const State& today, bool json) {
-        const auto statement = statementFor(name_);
+        const auto statement = audit::statementFor(name_);
         if (!json && versions.front().record) {
             statement->heading("as first kept");
             statement->opening(record(versions.front().record));
@@ -54,8 +54,8 @@ class Telling {
     bool damaged_ = false;
 
     // Damage is told once for each state; the rest of the history can still be read.
-    data::DBARecord record(const State& state) {
-        if (state && !store::isPlainRecord(*state)) {
+    records::DBARecord record(const State& state) {
+        if (state && !records::isPlainRecord(*state)) {
             if (!damaged_)
                 console_.err << "vorandine-dba: a version is damaged, it is shown empty\n";
             damaged_ = true;
@@ -74,14 +74,14 @@ class Telling {
 
     void printJson(const store::Version& version, const State& before, const State& after) {
         std::string json = "{\"version\":";
-        host::appendJsonText(json, version.moment);
+        exchange::appendJsonText(json, version.moment);
         json += ",\"user\":";
-        host::appendJsonText(json, version.user);
+        exchange::appendJsonText(json, version.user);
         const auto member = [&](const char* name, const State& state) {
             json += name;
-            const data::DBARecord shown = record(state);
+            const records::DBARecord shown = record(state);
             if (state)
-                host::appendJson(json, shown());
+                exchange::appendJson(json, shown());
             else
                 json += "null";
         };

@@ -2,7 +2,7 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/ImportReport.h"
 #include "apps/dba/Opening.h"
-#include "apps/host/Exchange.h"
+#include "exchange/Exchange.h"
 
 #include <algorithm>
 #include <array>
@@ -25,7 +25,7 @@ int import(const CommandLine& line, const Console& console) {
     if (std::count(names.begin(), names.end(), "-") > 1)
         throw UsageError("standard input can be read once only");
     std::list<std::ifstream> opened;
-    std::vector<host::ImportSource> sources;
+    std::vector<exchange::ImportSource> sources;
     for (const std::string& name : names) {
         if (name == "-") {
             sources.push_back({"-", console.in});
@@ -42,7 +42,7 @@ int import(const CommandLine& line, const Console& console) {
                                                            : store::OpenMode::Existing));
     sign(store, line);
     ImportReport report(line, console);
-    return report.tell(host::importRecords(store, sources, report.watch(), report.badLines()),
+    return report.tell(exchange::importRecords(store, sources, report.watch(), report.badLines()),
                        "record");
 }
 

@@ -1,9 +1,9 @@
 // vorandine-dba import-csv: stores the rows of a table as records of one file.
 #include "apps/dba/Commands.h"
-#include "apps/dba/Csv.h"
-#include "apps/dba/CsvMapping.h"
 #include "apps/dba/ImportReport.h"
 #include "apps/dba/Opening.h"
+#include "exchange/Csv.h"
+#include "exchange/CsvMapping.h"
 #include "text/Error.h"
 
 #include <array>
@@ -36,24 +36,24 @@ char separatorOf(const CommandLine& line) {
     return word.front();
 }
 
-Encoding encodingOf(const CommandLine& line) {
+exchange::Encoding encodingOf(const CommandLine& line) {
     const std::string word = line.value("--encoding").value_or("utf-8");
     if (word == "utf-8")
-        return Encoding::Utf8;
+        return exchange::Encoding::Utf8;
     if (word == "windows-1252")
-        return Encoding::Windows1252;
+        return exchange::Encoding::Windows1252;
     throw UsageError("--encoding takes utf-8 or windows-1252");
 }
 
 // Rows that follow each other with one key make one record: each adds a value to the lists.
 class TableImport {
   public:
-    TableImport(data::DBAFile& file, const CsvMapping& mapping, std::string name, std::size_t width,
-                host::ImportRun& run)
+    TableImport(ports::DBAFile& file, const exchange::CsvMapping& mapping, std::string name,
+                std::size_t width, exchange::ImportRun& run)
         : file_(file), mapping_(mapping), name_(std::move(name)), width_(width), run_(run) {}
 
     // Whether the row is good; what is wrong with it was told.
-    bool take(const CsvRow& row) {
+    bool take(const exchange::CsvRow& row) {
         if (row.fault)
             return complain(row, row.faultColumn, *row.fault);
         if (row.cells.size() != width_)
@@ -73,33 +73,34 @@ class TableImport {
     }
 
   private:
-    data::DBAFile& file_;
-    const CsvMapping& mapping_;
+    ports::DBAFile& file_;
+    const exchange::CsvMapping& mapping_;
     std::string name_;
     std::size_t width_;
-    host::ImportRun& run_;
+    exchange::ImportRun& run_;
     std::vector<std::string> stored_; // the row's cells as they are stored, the key first
     std::string key_;
-    data::DBARecord record_;
+    records::DBARecord record_;
     int rows_ = 0;                         // that make the record
     std::unordered_set<std::size_t> seen_; // hashes of keys
 
     // Of a column from 1, or of the whole row with 0.
-    bool complain(const CsvRow& row, std::size_t column, const std::string& what) {
+    bool complain(const exchange::CsvRow& row, std::size_t column, const std::string& what) {
         run_.complain(name_ + ":" + std::to_string(row.line) + ":" +
                       (column > 0 ? std::to_string(column) + ":" : "") + " " + what);
         return false;
     }
 
-    bool complain(const CsvRow& row, const MappedColumn& column, const std::string& what) {
+    bool complain(const exchange::CsvRow& row, const exchange::MappedColumn& column,
+                  const std::string& what) {
         return complain(row, column.column + 1, "'" + column.head + "': " + what);
     }
 
-    bool convertCells(const CsvRow& row) {
+    bool convertCells(const exchange::CsvRow& row) {
         bool good = true;
         stored_.clear();
-        for (const MappedColumn& column : mapping_.columns()) {
-            ConvertedCell cell = convert(row.cells[column.column], column.kind);
+        for (const exchange::MappedColumn& column : mapping_.columns()) {
+            exchange::ConvertedCell cell = exchange::convert(row.cells[column.column], column.kind);
             if (!cell.fault.empty())
                 good = complain(row, column, cell.fault);
             stored_.push_back(std::move(cell.stored));
@@ -109,7 +110,7 @@ class TableImport {
         return good;
     }
 
-    bool begin(const CsvRow& row) {
+    bool begin(const exchange::CsvRow& row) {
         finish();
         // The same key further down would replace what the rows here have stored.
         if (!seen_.insert(std::hash<std::string>()(stored_.front())).second)
@@ -124,10 +125,10 @@ class TableImport {
         return true;
     }
 
-    bool add(const CsvRow& row) {
+    bool add(const exchange::CsvRow& row) {
         bool good = true;
         for (std::size_t i = 1; i < stored_.size(); ++i) {
-            const MappedColumn& column = mapping_.columns()[i];
+            const exchange::MappedColumn& column = mapping_.columns()[i];
             if (!column.list && std::as_const(record_)(column.attribute) != stored_[i])
                 good = complain(row, column,
                                 "differs from the row above of the same key, and the attribute "
@@ -143,14 +144,9 @@ class TableImport {
     }
 
     // What is not mapped stays as it is.
-    data::DBARecord existing(const std::string& key) {
-        try {
-            return file_.ReadRecord(key);
-        } catch (const Error& error) {
-            if (error.number() != errors::RecordMissing)
-                throw;
-            return file_.NewRecord(key);
-        }
+    records::DBARecord existing(const std::string& key) {
+        std::optional<records::DBARecord> stored = ports::find(file_, key);
+        return stored ? *std::move(stored) : file_.NewRecord(key);
     }
 };
 
@@ -160,8 +156,8 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
     const auto key = line.value("--key");
     if (!key || !line.has("--map"))
         throw UsageError("--key and at least one --map are needed");
-    CsvReader reader(in, separatorOf(line), encodingOf(line));
-    CsvRow row;
+    exchange::CsvReader reader(in, separatorOf(line), encodingOf(line));
+    exchange::CsvRow row;
     if (!reader.next(row)) {
         console.err << "vorandine-dba: " << name << " is empty, or cannot be read\n";
         return CannotRun;
@@ -169,10 +165,10 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
     const bool heads = !line.has("--no-header");
     if (heads && row.fault)
         throw UsageError(name + ": the heads cannot be read: " + *row.fault);
-    const CsvMapping mapping(file, *key, line.values("--map"),
-                             heads ? std::optional(row.cells) : std::nullopt);
+    const exchange::CsvMapping mapping(file, *key, line.values("--map"),
+                                       heads ? std::optional(row.cells) : std::nullopt);
     const std::size_t width = row.cells.size();
-    for (const MappedColumn& column : mapping.columns())
+    for (const exchange::MappedColumn& column : mapping.columns())
         if (column.column >= width)
             throw UsageError(name + " has " + std::to_string(width) + " columns only");
 
@@ -183,7 +179,7 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
     static_cast<void>(engineFile(store.changes().engine(), file));
     const auto opened = store.OpenFile(file);
     ImportReport report(line, console);
-    host::ImportRun run(store, report.badLines(), report.watch());
+    exchange::ImportRun run(store, report.badLines(), report.watch());
     const auto result = run.run([&] {
         TableImport import(*opened, mapping, name, width, run);
         bool more = !heads || reader.next(row);

@@ -16,11 +16,11 @@ ImportReport::ImportReport(const CommandLine& line, const Console& console)
     watch_.step = [this] { progress_.step(); };
 }
 
-host::BadLines ImportReport::badLines() const {
-    return line_.has("--skip-bad") ? host::BadLines::Skip : host::BadLines::StoreNothing;
+exchange::BadLines ImportReport::badLines() const {
+    return line_.has("--skip-bad") ? exchange::BadLines::Skip : exchange::BadLines::StoreNothing;
 }
 
-int ImportReport::tell(const host::ImportResult& result, const std::string& what) {
+int ImportReport::tell(const exchange::ImportResult& result, const std::string& what) {
     progress_.clear();
     const std::size_t stored = result.stored ? result.good : 0;
     if (line_.has("--json")) {

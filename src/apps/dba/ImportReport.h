@@ -4,7 +4,7 @@
 #include "apps/dba/CommandLine.h"
 #include "apps/dba/Console.h"
 #include "apps/dba/Progress.h"
-#include "apps/host/ImportRun.h"
+#include "exchange/ImportRun.h"
 
 #include <string>
 
@@ -15,16 +15,16 @@ class ImportReport {
     // Reads --skip-bad and --json; both arguments must outlive it.
     ImportReport(const CommandLine& line, const Console& console);
 
-    [[nodiscard]] const host::ImportWatch& watch() const noexcept { return watch_; }
-    [[nodiscard]] host::BadLines badLines() const;
+    [[nodiscard]] const exchange::ImportWatch& watch() const noexcept { return watch_; }
+    [[nodiscard]] exchange::BadLines badLines() const;
     // Tells the outcome and gives the exit status. `what` is stored, one a line.
-    [[nodiscard]] int tell(const host::ImportResult& result, const std::string& what);
+    [[nodiscard]] int tell(const exchange::ImportResult& result, const std::string& what);
 
   private:
     const CommandLine& line_;
     const Console& console_;
     Progress progress_;
-    host::ImportWatch watch_;
+    exchange::ImportWatch watch_;
 };
 
 } // namespace vorandine::dba

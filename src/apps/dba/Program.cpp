@@ -2,6 +2,7 @@
 #include "apps/dba/Program.h"
 
 #include "apps/dba/Commands.h"
+#include "exchange/Naming.h"
 #include "text/Error.h"
 
 #include <algorithm>
@@ -73,6 +74,12 @@ bool asksForHelp(const Arguments& words) {
     return std::find(words.begin(), end, "--help") != end;
 }
 
+int refuse(const Command& command, const char* why, const Console& console) {
+    console.err << "vorandine-dba: " << why << "\nUsage: " << synopsis(command)
+                << "\nMore with: vorandine-dba " << command.name << " --help\n";
+    return CannotRun;
+}
+
 int runWords(const Arguments& words, const Console& console) {
     if (words.empty())
         throw UsageError("a command is missing");
@@ -94,9 +101,9 @@ int runWords(const Arguments& words, const Console& console) {
                                command.most);
         return command.run(line, console);
     } catch (const UsageError& error) {
-        console.err << "vorandine-dba: " << error.what() << "\nUsage: " << synopsis(command)
-                    << "\nMore with: vorandine-dba " << command.name << " --help\n";
-        return CannotRun;
+        return refuse(command, error.what(), console);
+    } catch (const exchange::NamingError& error) {
+        return refuse(command, error.what(), console);
     }
 }
 

@@ -1,8 +1,8 @@
 // vorandine-dba put: stores one record.
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
-#include "apps/host/RecordJson.h"
-#include "store/Catalogue.h"
+#include "exchange/RecordJson.h"
+#include "records/Layout.h"
 
 #include <array>
 #include <istream>
@@ -24,9 +24,9 @@ int put(const CommandLine& line, const Console& console) {
     sign(store, line);
     static_cast<void>(engineFile(store.changes().engine(), name));
     const auto file = store.OpenFile(name);
-    data::DBARecord record = file->NewRecord(key);
-    host::fill(record, host::parseJson(json), [&](const std::string& attribute) {
-        return store::dictionaryAttribute(name, attribute).value_or(0);
+    records::DBARecord record = file->NewRecord(key);
+    exchange::fill(record, exchange::parseJson(json), [&](const std::string& attribute) {
+        return records::dictionaryAttribute(name, attribute).value_or(0);
     });
     record.DBWrite();
     console.out << "stored " << name << ' ' << key << '\n';

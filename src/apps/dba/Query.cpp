@@ -1,12 +1,13 @@
 // vorandine-dba query: runs a request and shows its rows, and how they were found.
 #include "apps/dba/Commands.h"
-#include "apps/dba/Layout.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "apps/dba/Table.h"
-#include "apps/host/RecordJson.h"
+#include "exchange/Naming.h"
+#include "exchange/RecordJson.h"
+#include "records/Layout.h"
 #include "store/Request.h"
 #include "store/Selection.h"
+#include "text/Table.h"
 
 #include <array>
 #include <ostream>
@@ -60,7 +61,7 @@ std::vector<int> wanted(const std::string& file, const std::string& attributes) 
     std::vector<int> numbers;
     std::istringstream words(attributes);
     for (std::string word; words >> word;)
-        numbers.push_back(attributeOf(file, word));
+        numbers.push_back(exchange::attributeOf(file, word));
     return numbers;
 }
 
@@ -68,21 +69,21 @@ store::Request parse(const std::string& query, const std::vector<int>& attribute
     std::string numbers;
     for (const int attribute : attributes)
         numbers += std::to_string(attribute) + ' ';
-    return store::parseRequest(query + data::AttributeMark + fileOf(query) + data::AttributeMark +
-                               numbers);
+    return store::parseRequest(query + records::AttributeMark + fileOf(query) +
+                               records::AttributeMark + numbers);
 }
 
-void printTable(const data::DBARecord& rows, const store::Request& request, std::ostream& out) {
+void printTable(const records::DBARecord& rows, const store::Request& request, std::ostream& out) {
     std::vector<std::string> heads;
     for (const int attribute : request.wanted)
-        heads.push_back(attribute == 0 ? "KEY" : headOf(request.file, attribute));
-    Table table(std::move(heads));
+        heads.push_back(attribute == 0 ? "KEY" : records::headOf(request.file, attribute));
+    text::Table table(std::move(heads));
     for (int i = 1; i <= rows.DCount(); ++i) {
         std::vector<std::string> cells;
         for (std::size_t v = 1; v <= request.wanted.size(); ++v) {
             std::string cell;
             for (const char c : rows(i, static_cast<int>(v)))
-                c == data::SubvalueMark ? cell += " | " : cell += c;
+                c == records::SubvalueMark ? cell += " | " : cell += c;
             cells.push_back(std::move(cell));
         }
         table.add(std::move(cells));
@@ -90,15 +91,15 @@ void printTable(const data::DBARecord& rows, const store::Request& request, std:
     table.print(out);
 }
 
-void printJson(const data::DBARecord& rows, const store::Request& request, std::ostream& out) {
+void printJson(const records::DBARecord& rows, const store::Request& request, std::ostream& out) {
     std::string json;
     for (int i = 1; i <= rows.DCount(); ++i) {
         json = "[";
         for (std::size_t v = 1; v <= request.wanted.size(); ++v) {
             std::string values = rows(i, static_cast<int>(v));
             for (char& c : values)
-                c = c == data::SubvalueMark ? data::ValueMark : c;
-            host::appendJsonValues(json, values);
+                c = c == records::SubvalueMark ? records::ValueMark : c;
+            exchange::appendJsonValues(json, values);
             json += v == request.wanted.size() ? "]\n" : ",";
         }
         out << json;
@@ -140,7 +141,7 @@ int query(const CommandLine& line, const Console& console) {
     const store::Request request = parse(text, wanted(fileOf(text), attributes));
     Progress progress(console, "read");
     CountedFile file(engineFile(*engine, request.file), progress);
-    const data::DBARecord rows = store::select(request, file);
+    const records::DBARecord rows = store::select(request, file);
     progress.clear();
     line.has("--json") ? printJson(rows, request, console.out)
                        : printTable(rows, request, console.out);

@@ -2,9 +2,8 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "store/Catalogue.h"
-#include "store/PartFile.h"
-#include "store/SqliteSalvage.h"
+#include "store/sqlite/PartFile.h"
+#include "store/sqlite/SqliteSalvage.h"
 
 #include <array>
 #include <ostream>

@@ -2,10 +2,9 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "apps/host/Exchange.h"
-#include "store/Catalogue.h"
+#include "exchange/Exchange.h"
+#include "records/RecordText.h"
 #include "store/Changes.h"
-#include "store/RecordText.h"
 #include "text/Error.h"
 
 #include <array>
@@ -33,7 +32,7 @@ class Verification {
             find("the pages of the file do not hang together");
         }
         for (const std::string& name : engine_.files())
-            records_ += read(name, store::isPlainEntry);
+            records_ += read(name, records::isPlainEntry);
         versions_ = read(std::string(store::HistoryFile), store::isPlainVersion);
         progress_.clear();
     }
@@ -78,7 +77,8 @@ class Verification {
                 if (plain(key, content))
                     ++readable;
                 else
-                    find(name + ' ' + host::shownKey(key) + " is damaged: it is no readable text");
+                    find(name + ' ' + records::shownKey(key) +
+                         " is damaged: it is no readable text");
                 return true;
             });
         } catch (const Error& error) {

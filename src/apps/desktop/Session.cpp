@@ -15,7 +15,7 @@ Session::Session(std::shared_ptr<store::Store> store, std::string url, host::Use
 }
 
 host::HostObjects Session::objects() {
-    return {world_, dates_, help_, std::make_shared<data::DBAClient>(), store_, rights_};
+    return {world_, dates_, help_, std::make_shared<ports::DBAClient>(), store_, rights_};
 }
 
 bool Session::mayWrite() {

@@ -38,7 +38,7 @@ class Session {
     qt::QtWorld world_;
     components::DateConverter dates_;
     components::Help help_;
-    std::shared_ptr<data::DroitsUtilisateur> rights_;
+    std::shared_ptr<ports::DroitsUtilisateur> rights_;
 };
 
 } // namespace vorandine::desktop

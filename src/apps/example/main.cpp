@@ -17,8 +17,8 @@ using namespace vorandine;
 
 namespace {
 
-void putActivity(data::DBADatabase& database, const std::string& code, const std::string& label) {
-    data::DBARecord activity = database.OpenFile("ACTIVITES")->NewRecord(code);
+void putActivity(ports::DBADatabase& database, const std::string& code, const std::string& label) {
+    records::DBARecord activity = database.OpenFile("ACTIVITES")->NewRecord(code);
     activity(1) = label;
     activity.DBWrite();
 }
@@ -40,7 +40,7 @@ void run() {
     form.add(control);
     form.Failed = [](const Error& error) { std::cerr << error.what() << '\n'; };
 
-    control.TheClient(std::make_shared<data::DBAClient>());
+    control.TheClient(std::make_shared<ports::DBAClient>());
     control.TheDatabase(database);
     control.DroitsUtilisateur(std::make_shared<components::Rights>(
         [](const std::string& /*key*/) { return components::ModuleRights{}; }));

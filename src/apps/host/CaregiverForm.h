@@ -12,11 +12,11 @@ namespace vorandine::host {
 // What the host hands in. `world`, `dates` and `help` must outlive the form; the rest is shared.
 struct HostObjects {
     widgets::World& world;
-    data::DateObject& dates;
-    control::HelpObject& help;
-    std::shared_ptr<data::DBAClient> client;
-    std::shared_ptr<data::DBADatabase> database;
-    std::shared_ptr<data::DroitsUtilisateur> rights;
+    ports::DateObject& dates;
+    ports::HelpObject& help;
+    std::shared_ptr<ports::DBAClient> client;
+    std::shared_ptr<ports::DBADatabase> database;
+    std::shared_ptr<ports::DroitsUtilisateur> rights;
 };
 
 // Throws Error(CodeRefused), in French and with the reason, for a code that can't be a key and a

@@ -16,27 +16,16 @@ namespace {
 constexpr int Name = 1; // the attribute of AIDANT and UTILISATEURS
 
 // Adds each key of `file` with its name, if the file has names; keys that are there stay.
-void collect(data::DBADatabase& database, const std::string& file, bool named,
+void collect(ports::DBADatabase& database, const std::string& file, bool named,
              std::map<std::string, std::string>& into) {
     const std::string wanted = named ? "0 " + std::to_string(Name) : "0";
-    const data::DBARecord rows = database.Select("SSELECT " + file + data::AttributeMark + file +
-                                                 data::AttributeMark + wanted);
+    const records::DBARecord rows = database.Select("SSELECT " + file + records::AttributeMark +
+                                                    file + records::AttributeMark + wanted);
     const int count = rows.DCount();
     for (int row = 1; row <= count; ++row) {
         std::string name = named ? rows(row, 2) : std::string();
-        std::replace(name.begin(), name.end(), data::SubvalueMark, ' ');
+        std::replace(name.begin(), name.end(), records::SubvalueMark, ' ');
         into.emplace(rows(row, 1), text::Trim(name));
-    }
-}
-
-std::optional<data::DBARecord> readIfThere(data::DBADatabase& database, const std::string& file,
-                                           const std::string& key) {
-    try {
-        return database.OpenFile(file)->ReadRecord(key);
-    } catch (const Error& error) {
-        if (error.number() != errors::RecordMissing)
-            throw;
-        return std::nullopt;
     }
 }
 
@@ -46,7 +35,7 @@ std::optional<data::DBARecord> readIfThere(data::DBADatabase& database, const st
 
 } // namespace
 
-std::vector<User> users(data::DBADatabase& database) {
+std::vector<User> users(ports::DBADatabase& database) {
     std::map<std::string, std::string> names;
     collect(database, "UTILISATEURS", true, names);
     std::vector<User> found;
@@ -74,12 +63,12 @@ std::vector<Caregiver> Caregivers::all() {
 
 std::optional<Caregiver> Caregivers::find(const std::string& code) {
     checkCode(code);
-    if (const auto record = readIfThere(*store_, "AIDANT", code)) {
+    if (const auto record = ports::find(*store_->OpenFile("AIDANT"), code)) {
         std::string name = (*record)(Name);
-        std::replace(name.begin(), name.end(), data::ValueMark, ' ');
+        std::replace(name.begin(), name.end(), records::ValueMark, ' ');
         return Caregiver{code, text::Trim(name)};
     }
-    if (readIfThere(*store_, "FORMVORANDINE", code))
+    if (ports::find(*store_->OpenFile("FORMVORANDINE"), code))
         return Caregiver{code, {}};
     return std::nullopt;
 }
@@ -96,7 +85,7 @@ Caregiver Caregivers::add(std::string_view code, std::string_view name) {
     // Another program may add one too: looking and writing are one.
     store_->atomically([&] {
         requireFree(caregiver.code);
-        data::DBARecord record = store_->OpenFile("AIDANT")->NewRecord(caregiver.code);
+        records::DBARecord record = store_->OpenFile("AIDANT")->NewRecord(caregiver.code);
         record(Name) = caregiver.name;
         record.DBWrite();
     });
@@ -105,13 +94,13 @@ Caregiver Caregivers::add(std::string_view code, std::string_view name) {
 
 std::string Caregivers::content(const std::string& code) {
     std::string content;
-    if (const auto record = readIfThere(*store_, "FORMVORANDINE", code))
+    if (const auto record = ports::find(*store_->OpenFile("FORMVORANDINE"), code))
         content = (*record)();
-    const data::DBARecord ledgers =
-        store_->Select("SSELECT DIFAIDANT AVEC 0 = \"" + code + "]\"" + data::AttributeMark +
-                       "DIFAIDANT" + data::AttributeMark + "0 1 2 3 4 5 6");
+    const records::DBARecord ledgers = store_->Select(
+        "SSELECT DIFAIDANT AVEC 0 = " + ports::quoted(code + "]") + records::AttributeMark +
+        "DIFAIDANT" + records::AttributeMark + "0 1 2 3 4 5 6");
     // No text of a record ends in an attribute mark, so that the two stay apart.
-    return content + data::AttributeMark + ledgers();
+    return content + records::AttributeMark + ledgers();
 }
 
 void Caregivers::requireFree(const std::string& code) {

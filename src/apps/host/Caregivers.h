@@ -23,7 +23,7 @@ struct User {
 };
 
 // The users that `database` knows, in French order of their names. Throws what the database throws.
-[[nodiscard]] std::vector<User> users(data::DBADatabase& database);
+[[nodiscard]] std::vector<User> users(ports::DBADatabase& database);
 
 class Caregivers {
   public:

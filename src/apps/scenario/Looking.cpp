@@ -52,19 +52,14 @@ json Looking::look(const std::string& what) const {
 
 json Looking::show(const std::string& file, const std::string& key) const {
     const auto stored = stage_.records().OpenFile(file);
-    std::string text;
-    try {
-        const data::DBARecord record = stored->ReadRecord(key);
-        text = record();
-    } catch (const Error& error) {
-        if (error.number() == errors::RecordMissing)
-            return nullptr;
-        throw;
-    }
+    const std::optional<records::DBARecord> record = ports::find(*stored, key);
+    if (!record)
+        return nullptr;
+    const std::string text = (*record)();
     json attributes = json::array();
     if (!text.empty())
-        for (const std::string_view attribute : split(text, data::AttributeMark))
-            attributes.push_back(array(attribute, data::ValueMark));
+        for (const std::string_view attribute : split(text, records::AttributeMark))
+            attributes.push_back(array(attribute, records::ValueMark));
     while (!attributes.empty() && attributes.back().empty())
         attributes.erase(attributes.size() - 1);
     return attributes;
@@ -74,19 +69,19 @@ json Looking::rows(const std::string& file, const std::string& attributes,
                    const std::string& query) const {
     // The key in front, taken off again below, so that a row of empty attributes still shows.
     const bool any = attributes.find_first_not_of(' ') != std::string::npos;
-    data::DBARecord request;
+    records::DBARecord request;
     request(1) = query;
     request(2) = file;
     request(3) = any ? "0 " + attributes : attributes;
-    const data::DBARecord result = stage_.records().Select(std::as_const(request)());
+    const records::DBARecord result = stage_.records().Select(std::as_const(request)());
     const std::string text = result();
     json rows = json::array();
     if (text.empty())
         return rows;
-    for (const std::string_view line : split(text, data::AttributeMark)) {
+    for (const std::string_view line : split(text, records::AttributeMark)) {
         json row = json::array();
-        for (const std::string_view value : split(line, data::ValueMark)) {
-            json values = array(value, data::SubvalueMark);
+        for (const std::string_view value : split(line, records::ValueMark)) {
+            json values = array(value, records::SubvalueMark);
             if (values.size() < 2)
                 values = value;
             row.push_back(std::move(values));

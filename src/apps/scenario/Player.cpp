@@ -172,7 +172,7 @@ void Player::open(Words& words) {
     const auto tell = [this](const Error& error) { output_.event(errorLine(error)); };
     try {
         host_ = std::make_unique<host::CaregiverForm>(
-            host::HostObjects{hand_->world(), dates_, help_, std::make_shared<data::DBAClient>(),
+            host::HostObjects{hand_->world(), dates_, help_, std::make_shared<ports::DBAClient>(),
                               stage_.database(), rights_},
             code, name, tell);
     } catch (const Error& error) {

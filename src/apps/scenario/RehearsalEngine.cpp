@@ -1,7 +1,6 @@
 // Failures on demand and the journal, around each file of the engine below.
 #include "apps/scenario/RehearsalEngine.h"
 
-#include "store/Catalogue.h"
 #include "text/Error.h"
 
 #include <utility>

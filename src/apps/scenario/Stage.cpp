@@ -1,10 +1,10 @@
 // The stage's commands.
 #include "apps/scenario/Stage.h"
 
-#include "apps/host/RecordJson.h"
 #include "apps/scenario/LineError.h"
+#include "exchange/RecordJson.h"
 #include "frontends/headless/HeadlessWorld.h"
-#include "store/Catalogue.h"
+#include "records/Layout.h"
 
 #include <chrono>
 #include <type_traits>
@@ -106,9 +106,9 @@ void Stage::put(Words& words) {
     const std::string name = words.word("the file");
     const std::string key = words.word("the key");
     const json content = words.json();
-    data::DBARecord record = records_.OpenFile(name)->NewRecord(key);
-    host::fill(record, content, [&](const std::string& attribute) {
-        return store::dictionaryAttribute(name, attribute).value_or(0);
+    records::DBARecord record = records_.OpenFile(name)->NewRecord(key);
+    exchange::fill(record, content, [&](const std::string& attribute) {
+        return records::dictionaryAttribute(name, attribute).value_or(0);
     });
     record.DBWrite();
 }

@@ -28,7 +28,7 @@ class Stage {
     [[nodiscard]] widgets::Date today() const;
     [[nodiscard]] components::ModuleRights rights(const std::string& key) const;
     // What the control works on.
-    [[nodiscard]] std::shared_ptr<data::DBADatabase> database() const { return hosted_; }
+    [[nodiscard]] std::shared_ptr<ports::DBADatabase> database() const { return hosted_; }
     // The same records for those who look on: no failure, no trace in the journal.
     [[nodiscard]] store::Store& records() noexcept { return records_; }
     [[nodiscard]] RehearsalEngine& rehearsal() noexcept { return *rehearsal_; }

@@ -1,8 +1,8 @@
 // Bare words, JSON strings and JSON values.
 #include "apps/scenario/Words.h"
 
-#include "apps/host/RecordJson.h"
 #include "apps/scenario/LineError.h"
+#include "exchange/RecordJson.h"
 #include "text/Error.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ constexpr std::string_view Blanks = " \t";
 
 nlohmann::json parse(std::string_view text) {
     try {
-        return host::parseJson(text);
+        return exchange::parseJson(text);
     } catch (const Error& error) {
         throw LineError("cannot read " + std::string(text) + ": " + error.what());
     }

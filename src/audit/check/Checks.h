@@ -1,0 +1,102 @@
+// The subjects of check. Each is handed the records that it looks at, file by file in the order
+// that Known needs, and tells what it finds as it meets it.
+#pragma once
+
+#include "audit/check/Findings.h"
+#include "audit/check/Known.h"
+#include "records/Layout.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vorandine::audit {
+
+// The records of one file against its layout: lists of one length, dates, numbers and codes as they
+// must be. What is handed over must outlive it.
+class LayoutCheck {
+  public:
+    LayoutCheck(std::string file, Known& known, const TellFinding& tell)
+        : file_(std::move(file)), attributes_(records::layout(file_)), known_(known), tell_(tell) {}
+
+    void look(const Record& record) const;
+
+  private:
+    std::string file_;
+    std::span<const records::AttributeLayout> attributes_;
+    Known& known_;
+    const TellFinding& tell_;
+
+    void find(const Record& record, int attribute, int position, std::string_view value,
+              const std::string& problem, const std::string& advice) const;
+    // How many values the attribute has; tells those that are not right.
+    int values(const Record& record, const records::AttributeLayout& attribute) const;
+    void lengths(const Record& record, const records::AttributeLayout& attribute, int count,
+                 int lines) const;
+    void order(const Record& record, const records::AttributeLayout& attribute) const;
+};
+
+// Contracts against caregivers and employers, dates that belong together, lines of pay and ledgers
+// against contracts, caregivers' codes against each other.
+class ReferenceCheck {
+  public:
+    ReferenceCheck(Known& known, const TellFinding& tell) : known_(known), tell_(tell) {}
+
+    void caregivers() const;
+    void trainingFile(const Record& record) const;
+    // With the caregivers whose codes the key begins with, and for a ledger, what its key says.
+    void contract(const Record& record, const Beginnings::Found& caregivers) const;
+    void pay(const Record& record, const Beginnings::Found& caregivers) const;
+    void ledger(const Record& record, const std::optional<LedgerKey>& key) const;
+
+  private:
+    Known& known_;
+    const TellFinding& tell_;
+
+    void span(const char* file, const Record& record, int first, int last) const;
+    void noCaregiver(const char* file, const Record& record) const;
+};
+
+// The balances of the ledgers, and their lines against the trainings that count for the D.I.F.
+class LedgerCheck {
+  public:
+    LedgerCheck(Known& known, const TellFinding& tell) : known_(known), tell_(tell) {}
+
+    // All training files come before the first ledger.
+    void trainingFile(const Record& record, Caregivers::Number caregiver);
+    void ledger(const Record& record, const std::optional<LedgerKey>& key);
+    // All ledgers have come.
+    void complete() const;
+
+  private:
+    // A training that counts. There are as many as records: they are kept as numbers.
+    struct Training {
+        std::uint32_t date;
+        std::uint32_t code; // of codes_
+        std::uint32_t line : 31;
+        std::uint32_t charged : 1;
+    };
+    struct Range {
+        std::ptrdiff_t from = 0;
+        std::ptrdiff_t to = 0;
+    };
+
+    Known& known_;
+    const TellFinding& tell_;
+    Codes noDates_; // texts that stand where a date should
+    Codes codes_;
+    std::deque<Training> trainings_;
+    std::vector<Range> trainingsOf_; // by caregiver; may end before the last ones
+
+    void balances(const Record& record) const;
+    void charges(const Record& record, Caregivers::Number caregiver);
+    bool charge(Caregivers::Number caregiver, std::string_view date, std::string_view code);
+};
+
+} // namespace vorandine::audit

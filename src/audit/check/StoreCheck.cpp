@@ -1,0 +1,78 @@
+// The order in which the files are passed over, and which check sees which.
+#include "audit/check/StoreCheck.h"
+
+#include "audit/check/Checks.h"
+#include "records/RecordText.h"
+
+#include <string>
+#include <vector>
+
+namespace vorandine::audit {
+namespace {
+
+using Look = std::function<void(const Record&)>;
+
+// One pass over a file: its layout, and whatever else is asked of its records.
+void pass(store::Engine& engine, const std::string& file, Known& known, const TellFinding& tell,
+          const std::function<void()>& step, const Look& look = {}) {
+    const LayoutCheck layouts(file, known, tell);
+    Record record;
+    engine.file(file)->scan({}, [&](std::string_view key, std::string_view text) {
+        step();
+        if (!record.show(key, text)) {
+            tell({file, records::shownKey(key), 0, 0, "", "is damaged: it is no readable text",
+                  "store the record anew, or take it from a copy of the store"});
+            return true;
+        }
+        layouts.look(record);
+        if (look)
+            look(record);
+        return true;
+    });
+}
+
+} // namespace
+
+// Each file once, those that others refer to before them.
+void checkStore(store::Engine& engine, const TellFinding& tell, const std::function<void()>& step) {
+    Known known;
+    ReferenceCheck references(known, tell);
+    LedgerCheck ledgers(known, tell);
+    std::vector<std::string> rest = engine.files();
+    const auto over = [&](const char* file, const Look& look) {
+        std::erase(rest, file);
+        pass(engine, file, known, tell, step, look);
+    };
+    over("ACTIVITES", [&](const Record& record) { known.activity(record); });
+    over("ASSOCIATION", [&](const Record& record) { known.association(record); });
+    over("CIVILAIDE", [&](const Record& record) { known.household(record); });
+    over("TABLES", [&](const Record& record) { known.table(record); });
+    over("AIDANT", [&](const Record& record) { known.caregivers().addNamed(record.key()); });
+    over("FORMVORANDINE", [&](const Record& record) {
+        references.trainingFile(record);
+        ledgers.trainingFile(record, known.caregivers().addTrained(record.key()));
+    });
+    known.caregivers().complete();
+    references.caregivers();
+    Beginnings ofContracts(known.caregivers());
+    over("CONTRAT", [&](const Record& record) {
+        const Beginnings::Found& caregivers = ofContracts.of(record.key());
+        known.contract(record, caregivers);
+        references.contract(record, caregivers);
+    });
+    known.completeContracts();
+    Beginnings ofPay(known.caregivers());
+    over("DETAILCALCUL",
+         [&](const Record& record) { references.pay(record, ofPay.of(record.key())); });
+    Beginnings ofLedgers(known.caregivers());
+    over("DIFAIDANT", [&](const Record& record) {
+        const auto key = known.split(record.key(), ofLedgers.of(record.key()));
+        references.ledger(record, key);
+        ledgers.ledger(record, key);
+    });
+    ledgers.complete();
+    for (const std::string& file : rest)
+        pass(engine, file, known, tell, step);
+}
+
+} // namespace vorandine::audit
