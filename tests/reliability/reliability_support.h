@@ -205,20 +205,24 @@ inline store::Store opened(const std::string& path,
     return store::Store(store::openEngine("sqlite:" + path, mode));
 }
 
+inline State stateOf(const std::string& path) {
+    store::Store store = opened(path);
+    return stateOf(store);
+}
+
 // The number at `position` of the command line, or what stands for it.
 inline std::uint64_t argument(const std::vector<std::string>& words, std::size_t position,
                               std::uint64_t otherwise) {
     return position < words.size() ? std::stoull(words[position]) : otherwise;
 }
 
-// Runs a program: its exit status.
-inline int run(int count, char** words,
-               const std::function<void(const std::vector<std::string>&)>& program) {
+// Does `work`: the exit status of a program.
+inline int run(const std::function<void()>& work) {
     try {
-        program(std::vector<std::string>(words + 1, words + count));
+        work();
         return 0;
     } catch (const std::exception& error) {
-        std::cerr << words[0] << ": " << error.what() << '\n';
+        std::cerr << error.what() << '\n';
         return 1;
     }
 }
