@@ -64,14 +64,6 @@ struct Desk : TestForm {
         window->activateWindow();
         QCoreApplication::processEvents();
     }
-    // A right click on the form opens `menu` from here on.
-    void opens(widgets::Menu& menu) {
-        form.MouseDown = [this, &menu](const widgets::MouseEvent& event) {
-            if (event.button == 2)
-                world.popupMenu(menu);
-        };
-    }
-
     [[nodiscard]] QWidget& native(const widgets::Control& control) const {
         return *window->widgetFor(control);
     }
