@@ -85,23 +85,27 @@ class Desktop : public testing::Test {
     }
     void type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
+    std::string cell(int row, int column) {
+        return part<QTreeView>("aidants")
+            .model()
+            ->index(row, column)
+            .data()
+            .toString()
+            .toStdString();
+    }
+    int rows() { return part<QTreeView>("aidants").model()->rowCount(); }
     // One column of what the list shows, the current line in brackets.
     std::string shown(int column) {
-        auto& view = part<QTreeView>("aidants");
+        const int current = part<QTreeView>("aidants").currentIndex().row();
         std::string lines;
-        for (int row = 0; row < view.model()->rowCount(); ++row) {
-            const std::string text =
-                view.model()->index(row, column).data().toString().toStdString();
-            lines += view.currentIndex().row() == row ? "[" + text + "]" : text;
-            lines += ';';
-        }
+        for (int row = 0; row < rows(); ++row)
+            lines += (row == current ? "[" + cell(row, column) + "]" : cell(row, column)) + ';';
         return lines;
     }
     std::string situation(const std::string& code) {
-        QAbstractItemModel& model = *part<QTreeView>("aidants").model();
-        for (int row = 0; row < model.rowCount(); ++row)
-            if (model.index(row, 0).data().toString().toStdString() == code)
-                return model.index(row, 2).data().toString().toStdString();
+        for (int row = 0; row < rows(); ++row)
+            if (cell(row, 0) == code)
+                return cell(row, 2);
         return "not shown";
     }
     // The file's window goes, and the list tells what became of it.

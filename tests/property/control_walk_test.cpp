@@ -69,7 +69,6 @@ class Walk {
         storeBefore_ = watch_.wholeStore();
         const std::string screenBefore = screen_.whole();
         const auto trainingsBefore = screen_.trainings();
-        const Training opened = screen_.opened();
         const bool editingBefore = screen_.editing();
         const std::string focusBefore = screen_.focus();
         const int chargedBefore = modal_.tally().charged;
@@ -93,8 +92,6 @@ class Walk {
         EXPECT_TRUE(form_->control().Enabled());
         EXPECT_EQ(form_->control().W_Sortir, form_->form().unloaded() ? 1 : 0);
         screen_.checkTrainings(trainingsBefore, modal_.tally().charged > chargedBefore);
-        if (watch_.failing() == DifWatch::Failing::Nothing)
-            screen_.checkTakenOut(trainingsBefore, opened, watch_.ledgers());
         if (form_->form().unloaded()) {
             leave(stored);
             return;
@@ -149,7 +146,6 @@ class Walk {
         code_ = "0000" + std::to_string(hand_.any(std::vector{0, 0, 1, 2, 2, 2, 3, 4}));
         form_ = desk_.open(code_);
         screen_.look(*form_);
-        screen_.checkLabels();
     }
 
     // A table of labels is stored by its form, not by the gesture that opened that.
@@ -198,7 +194,7 @@ class Walk {
 
     // What someone would turn to who means to get a line done.
     std::vector<std::string> sensibleTargets() {
-        if (screen_.editing() && !screen_.opened().code.empty())
+        if (screen_.editing() && at<ListBox>(*form_, "Lst_CodeForm").ListIndex() >= 0)
             return {"Cbo_CodFormAidant", "Cbo_DifFormAidant", "Cmd_OKForm", "Cmd_SupprimerForm"};
         if (screen_.editing())
             return {"Txt_DatFormAidant", "Cbo_CodFormAidant", "Cbo_DifFormAidant", "Cmd_OKForm"};

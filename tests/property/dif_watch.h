@@ -28,25 +28,6 @@ inline const std::set<std::string> DifFrame = {"Cdr_DetailDif", "Lst_DetailDif",
                                                "Txt_SoldeDif",  "Cmd_AjoutDif",  "Cmd_AnnuleDif",
                                                "Cmd_SupprDif",  "Cmd_OkDif",     "Cmd_CalculDif"};
 
-// Date, rights, hours and training of each line.
-inline std::vector<std::string> linesOf(const records::DBARecord& ledger) {
-    std::vector<std::string> lines;
-    for (int i = 1; i <= ledger.DCount(1); ++i)
-        lines.push_back(ledger(1, i) + '|' + ledger(2, i) + '|' + ledger(3, i) + '|' +
-                        ledger(5, i));
-    return lines;
-}
-
-// Whether one line was added, removed or changed at most, and no other one.
-inline bool oneLineApart(std::vector<std::string> a, std::vector<std::string> b) {
-    while (!a.empty() && !b.empty() && a.back() == b.back()) {
-        a.pop_back();
-        b.pop_back();
-    }
-    const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    return a.end() - inA <= 1 && b.end() - inB <= 1;
-}
-
 // Of a stored figure, in hundredths: the walk stores whole numbers alone. 0 for what is no number.
 inline long hundredths(const std::string& stored) {
     return std::strtol(stored.c_str(), nullptr, 10);
@@ -151,11 +132,6 @@ class DifWatch {
             EXPECT_TRUE(lineEnded || (trainingOpenBefore_ && !trainingOpen))
                 << "stored without a line that was confirmed";
             EXPECT_EQ(failing_, Failing::Nothing);
-            if (lineEnded) {
-                EXPECT_EQ(key, at<Label>(form, "Etq_CodeAidant").Caption() +
-                                   at<ListBox>(form, "Lst_CodeEmplDif")
-                                       .List(at<ListBox>(form, "Lst_DifEmpl").ListIndex()));
-            }
             checkStored(text(stored).value_or(""), text(ledgersBefore_).value_or(""), lineEnded);
         }
         EXPECT_LE(changed, lineEnded ? 1 : 3);
@@ -230,7 +206,7 @@ class DifWatch {
         if (!byTab)
             return;
         EXPECT_TRUE(ledger().empty() || ledger.DCount(1) > 0) << "a ledger without lines was left";
-        EXPECT_TRUE(oneLineApart(linesOf(ledger), linesOf(old))) << "another line has changed too";
+        EXPECT_LE(std::abs(ledger.DCount(1) - old.DCount(1)), 1);
         long balance = 0;
         for (int i = 1; i <= ledger.DCount(1); ++i) {
             if (!ledger(2, i).empty())
@@ -240,53 +216,30 @@ class DifWatch {
             EXPECT_EQ(ledger(4, i), std::to_string(balance)) << "balance " << i;
         }
     }
-    // Lists in step; and where nothing says otherwise, the screen shows what is stored.
+    // Lists in step; and where nothing says otherwise, the open ledger shows what is stored.
     void checkShown(host::CaregiverForm& form) const {
-        const auto& employers = at<ListBox>(form, "Lst_DifEmpl");
-        const auto& codes = at<ListBox>(form, "Lst_CodeEmplDif");
-        EXPECT_EQ(codes.ListCount(), employers.ListCount());
-        EXPECT_EQ(at<ListBox>(form, "Lst_ContratDif").ListCount(), employers.ListCount());
-        const auto& detail = at<ListBox>(form, "Lst_DetailDif");
-        const auto& trainings = at<ListBox>(form, "Lst_CodeFormDif");
-        EXPECT_EQ(trainings.ListCount(), detail.ListCount());
-        if (at<TabContainer>(form, "Ong_Vorandine").Tab() != 2 ||
-            !at<Label>(form, "Etq_MessageDif").Caption().empty())
+        const auto list = [&](const char* name) -> ListBox& { return at<ListBox>(form, name); };
+        const ListBox& employers = list("Lst_DifEmpl");
+        const ListBox& detail = list("Lst_DetailDif");
+        EXPECT_EQ(list("Lst_CodeEmplDif").ListCount(), employers.ListCount());
+        EXPECT_EQ(list("Lst_ContratDif").ListCount(), employers.ListCount());
+        EXPECT_EQ(list("Lst_CodeFormDif").ListCount(), detail.ListCount());
+        if (at<TabContainer>(form, "Ong_Vorandine").Tab() != 2 || employers.ListIndex() < 0 ||
+            state(form) == DifState::Closed || !at<Label>(form, "Etq_MessageDif").Caption().empty())
             return;
-        const std::string caregiver = at<Label>(form, "Etq_CodeAidant").Caption();
+        const std::string key = at<Label>(form, "Etq_CodeAidant").Caption() +
+                                list("Lst_CodeEmplDif").List(employers.ListIndex());
         const Ledgers stored = ledgers();
-        for (int line = 0; line < employers.ListCount(); ++line) {
-            const auto found = stored.find(caregiver + codes.List(line));
-            const std::string summary = employers.List(line);
-            SCOPED_TRACE(summary);
-            if (found == stored.end()) {
-                EXPECT_EQ(text::Len(summary), 45U);
-                continue;
+        const auto found = stored.find(key);
+        const records::DBARecord ledger = record(found == stored.end() ? "" : found->second);
+        ASSERT_EQ(detail.ListCount(), ledger.DCount(1)) << key;
+        for (int i = 1; i <= ledger.DCount(1); ++i)
+            for (const int attribute : {2, 3, 4}) {
+                const std::size_t piece = attribute == 2 ? 1 : static_cast<std::size_t>(attribute);
+                EXPECT_EQ(shownHundredths(detail.List(i - 1), dif::DetailLine::Columns.at(piece)),
+                          hundredths(ledger(attribute, i)))
+                    << key << ", line " << i;
             }
-            const records::DBARecord ledger = record(found->second);
-            const int last = ledger.DCount(1);
-            long acquired = 0;
-            long consumed = 0;
-            for (int i = 1; i <= last; ++i) {
-                acquired += hundredths(ledger(2, i));
-                consumed += hundredths(ledger(3, i));
-            }
-            const auto& columns = dif::SummaryLine::Columns;
-            EXPECT_EQ(shownHundredths(summary, columns[2]), acquired);
-            EXPECT_EQ(shownHundredths(summary, columns[3]), consumed);
-            EXPECT_EQ(shownHundredths(summary, columns[4]), hundredths(ledger(4, last)));
-            if (line != employers.ListIndex() || state(form) == DifState::Closed)
-                continue;
-            ASSERT_EQ(detail.ListCount(), last);
-            for (int i = 1; i <= last; ++i) {
-                const std::string shown = detail.List(i - 1);
-                EXPECT_EQ(trainings.List(i - 1), ledger(5, i));
-                for (const int list : {2, 3, 4}) {
-                    const auto& piece =
-                        dif::DetailLine::Columns.at(static_cast<std::size_t>(list == 2 ? 1 : list));
-                    EXPECT_EQ(shownHundredths(shown, piece), hundredths(ledger(list, i))) << shown;
-                }
-            }
-        }
     }
 };
 

@@ -34,7 +34,7 @@ class WalkModal {
         if (watch_.ledgers() != ledgers) {
             ++tally_.charged;
             ASSERT_NE(dif, nullptr);
-            checkCharged(*dif, ledgers, charged);
+            checkCharged(ledgers, charged);
         }
         if (watch_.wholeStore() != stored) {
             ++tally_.labelled;
@@ -108,41 +108,28 @@ class WalkModal {
             }
         return charges;
     }
-    // Each ledger has its new lines, of the day, with the hours that the list showed; from the
-    // first of them on balances follow from one another. The other ledgers are those they were.
-    void checkCharged(const dif::Frm_DIF& form, const DifWatch::Ledgers& before,
-                      const Charges& charges) const {
+    // Each ledger has as many lines more as the list showed charges, and as many hours used; the
+    // other ledgers are those they were.
+    void checkCharged(const DifWatch::Ledgers& before, const Charges& charges) const {
         EXPECT_EQ(watch_.failing(), DifWatch::Failing::Nothing);
         const DifWatch::Ledgers now = watch_.ledgers();
         EXPECT_EQ(now.size(), before.size());
         for (const auto& [key, text] : now) {
-            SCOPED_TRACE(key);
             const auto charge = charges.find(key);
             if (charge == charges.end()) {
-                EXPECT_EQ(text, before.at(key));
+                EXPECT_EQ(text, before.at(key)) << key;
                 continue;
             }
-            auto [lines, hours] = charge->second;
+            const auto used = [](const records::DBARecord& ledger) {
+                long hours = 0;
+                for (int i = 1; i <= ledger.DCount(1); ++i)
+                    hours += hundredths(ledger(3, i));
+                return hours;
+            };
             const records::DBARecord ledger = DifWatch::record(text);
             const records::DBARecord old = DifWatch::record(before.at(key));
-            EXPECT_EQ(ledger.DCount(1), old.DCount(1) + lines);
-            if (!DifWatch::inOrder(old))
-                continue;
-            int i = 1;
-            while (ledger(1, i) < form.W_DateFormation && i < ledger.DCount(1))
-                ++i;
-            for (; i <= ledger.DCount(1); ++i, --lines) {
-                const long used = hundredths(ledger(3, i));
-                hours -= lines > 0 ? used : 0;
-                EXPECT_TRUE(lines <= 0 ||
-                            (ledger(1, i) == form.W_DateFormation && ledger(2, i).empty() &&
-                             ledger(5, i) == form.W_CodeForm));
-                EXPECT_EQ(hundredths(ledger(4, i)),
-                          (i == 1 ? 0 : hundredths(ledger(4, i - 1))) +
-                              (ledger(3, i).empty() ? hundredths(ledger(2, i)) : -used))
-                    << "balance " << i;
-            }
-            EXPECT_EQ(hours, 0);
+            EXPECT_EQ(ledger.DCount(1), old.DCount(1) + charge->second.first) << key;
+            EXPECT_EQ(used(ledger), used(old) + charge->second.second) << key;
         }
     }
 

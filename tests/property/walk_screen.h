@@ -27,7 +27,6 @@ inline std::string stored(const std::string& shown) {
 // One line of the table of trainings, its date in stored form.
 struct Training {
     std::string date;
-    std::string code;
     std::string dif;
 };
 
@@ -91,10 +90,9 @@ class WalkScreen {
     [[nodiscard]] std::vector<Training> trainings() const {
         std::vector<Training> lines;
         const auto& dates = at<ListBox>(*form_, "Lst_DatFormAidant");
-        const auto& codes = at<ListBox>(*form_, "Lst_CodeForm");
         const auto& answers = at<ListBox>(*form_, "Lst_DifFormAidant");
         for (int i = 0; i < dates.ListCount(); ++i)
-            lines.push_back({stored(dates.List(i)), codes.List(i), answers.List(i)});
+            lines.push_back({stored(dates.List(i)), answers.List(i)});
         return lines;
     }
 
@@ -105,15 +103,6 @@ class WalkScreen {
         if (editingBefore && !editing())
             fresh_ = false;
     }
-    // The line in the typing row, its code as listed and its date as typed; each "" if there is
-    // none.
-    [[nodiscard]] Training opened() const {
-        const auto& codes = at<ListBox>(*form_, "Lst_CodeForm");
-        if (!editing() || codes.ListIndex() == -1)
-            return {};
-        return {stored(at<TextField>(*form_, "Txt_DatFormAidant").Text()),
-                codes.List(codes.ListIndex()), ""};
-    }
     // `charged`: a form that charges hours has just done so.
     void checkTrainings(const std::vector<Training>& before, bool charged) const {
         const std::vector<Training> now = trainings();
@@ -122,23 +111,6 @@ class WalkScreen {
         // A line comes under the D.I.F. by a form that charged hours, and by nothing else.
         const int more = underDif(now) - underDif(before);
         EXPECT_TRUE(charged ? more == 1 : more <= 0) << more << " more lines under the D.I.F.";
-    }
-    // A training that was deleted, or left the D.I.F., has left the ledgers.
-    void checkTakenOut(const std::vector<Training>& before, const Training& opened,
-                       const DifWatch::Ledgers& ledgers) const {
-        const std::vector<Training> now = trainings();
-        const bool gone = now.size() < before.size() ||
-                          (now.size() == before.size() && underDif(now) < underDif(before));
-        if (!gone || opened.date.empty() || opened.code.empty())
-            return;
-        const std::string caregiver = at<Label>(*form_, "Etq_CodeAidant").Caption();
-        for (const auto& [key, text] : ledgers) {
-            if (!key.starts_with(caregiver))
-                continue;
-            const records::DBARecord ledger = DifWatch::record(text);
-            for (int i = 1; i <= ledger.DCount(1); ++i)
-                EXPECT_FALSE(ledger(1, i) == opened.date && ledger(5, i) == opened.code) << key;
-        }
     }
     void checkLists() const {
         const auto& first = at<ListBox>(*form_, TrainingLists[0]);
@@ -178,19 +150,6 @@ class WalkScreen {
                 if (const auto* const field = dynamic_cast<TextField*>(form_->form().find(name))) {
                     EXPECT_EQ(field->Text(), "") << name;
                 }
-    }
-    // The labels shown and the entries to choose from are those of the table, as far as it was not
-    // changed since they were read.
-    void checkLabels() const {
-        const records::DBARecord table =
-            store::Store(desk_.engine).OpenFile("TABLES")->ReadRecord("FORMPRO");
-        std::map<std::string, std::string> labels;
-        for (int k = 1; k <= table.DCount(2); ++k)
-            EXPECT_TRUE(labels.emplace(table(2, k), table(3, k)).second) << "two lines of one code";
-        EXPECT_EQ(at<ComboBox>(*form_, "Cbo_CodFormAidant").ListCount(), table.DCount(3));
-        const auto& codes = at<ListBox>(*form_, "Lst_CodeForm");
-        for (int i = 0; i < codes.ListCount(); ++i)
-            EXPECT_EQ(at<ListBox>(*form_, "Lst_CodFormAidant").List(i), labels[codes.List(i)]);
     }
 
   private:

@@ -146,22 +146,6 @@ TEST_F(ControlLimits, AFullLedgerCanShrinkButNotGrowAndALongerOneIsNeverRewritte
     EXPECT_TRUE(desk.errors.empty());
 }
 
-TEST_F(ControlLimits, WhatIsDamagedIsNeverReplaced) {
-    desk.putText("FORMVORANDINE", "00012", "N^0^^G\xE9riatrie");
-    openLedger({});
-    EXPECT_EQ(list("Lst_SectSelect").ListCount(), 4) << "a file that starts empty";
-    press("Cmd_OK");
-    expectError(errors::ReadHadFailed);
-    desk.putText("DIFAIDANT", "00012ADM", "20060110^2\xE9");
-    const std::string damaged = stored();
-    showDif();
-    doubleClickLine(list("Lst_DifEmpl"), 0);
-    addRights();
-    EXPECT_EQ(stored(), damaged);
-    EXPECT_NE(notice().find("01/01/2006, droits 1,00"), std::string::npos) << notice();
-    EXPECT_EQ(desk.stored("FORMVORANDINE", "00012"), "N\xFE\x30\xFE\xFEG\xE9riatrie");
-}
-
 // With no employer open, and with the list of employers made anew under an open one.
 TEST_F(ControlLimits, AHostOutOfTurnLosesNothing) {
     employ(ledger(2));

@@ -8,7 +8,7 @@ namespace {
 class Commands : public dba_test::Program {
   protected:
     void SetUp() override {
-        done({"create", url});
+        Program::SetUp();
         for (const auto& [key, record] : contracts)
             done({"put", url, "CONTRAT", key, record});
     }

@@ -5,8 +5,6 @@ namespace {
 
 class Csv : public dba_test::Program {
   protected:
-    void SetUp() override { done({"create", url}); }
-
     const vorandine::dba::Arguments trainings{
         "import-csv", url,     "FORMVORANDINE", "-",     "--key",   "Code",  "--map",
         "Date=5",     "--map", "Heures=7",      "--map", "Année=3", "--map", "Remarque=8"};

@@ -11,8 +11,6 @@ using namespace std::string_literals;
 
 class Exchange : public dba_test::Program {
   protected:
-    void SetUp() override { done({"create", url}); }
-
     std::string stored(const std::string& file, const std::string& key) {
         return call({"get", "--json", url, file, key}) == 0 ? out.substr(0, out.size() - 1)
                                                             : "none";
@@ -101,7 +99,6 @@ TEST_F(Exchange, DamagedRecordsAreLeftOutAndTold) {
 
 // The demonstration data agrees with itself, and is in the form that the export has.
 TEST_F(Exchange, TheDemonstrationDataIsSoundAndComesBackAsItsOwnLines) {
-    url = "sqlite:" + folder / "demo.vor";
     importDemo();
     EXPECT_EQ(done({"check", url}), "0 findings\n");
     EXPECT_EQ(done({"check", "--json", url}), "");

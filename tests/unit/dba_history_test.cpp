@@ -8,8 +8,6 @@ namespace {
 
 class History : public dba_test::Program {
   protected:
-    void SetUp() override { done({"create", url}); }
-
     void put(const std::string& file, const std::string& record, const std::string& user) {
         done({"put", "--user", user, url, file, "00012PSD", record});
     }

@@ -74,31 +74,28 @@ TEST_F(Screen, EveryKindOfControlHasItsFace) {
 TEST_F(Screen, OnlyTheTabInFrontAndWhatIsNotCoveredIsSeen) {
     TabContainer tabs;
     Frame frame;
-    Label inFrame;
-    Label other;
-    Label hidden;
+    Label labels[3];
     ListBox behind;
     ListBox before;
     put(tabs, {0, 0, 4800, 3000});
     tabs.tabs({"Études", "Suite", "Fin"});
     tabs.TabEnabled(2, false);
-    const auto on = [&](int tab, auto& control, const Place& place, const char* caption) {
-        if constexpr (requires { control.Caption(caption); })
-            control.Caption(caption);
-        control.place(place);
-        tabs.add(control, tab);
-    };
-    on(0, frame, {120, 480, 4500, 700}, "Cadre");
-    inFrame.Caption("dedans");
-    inFrame.place({120, 300, 900, 195});
-    frame.add(inFrame);
-    on(1, other, {120, 480, 900, 195}, "ailleurs");
-    on(0, hidden, {120, 1300, 900, 195}, "invisible");
-    hidden.Visible(false);
-    on(0, behind, {600, 1500, 900, 900}, "");
+    frame.Caption("Cadre");
+    frame.place({120, 480, 4500, 700});
     behind.AddItem("derrière");
-    on(0, before, {120, 1500, 3000, 900}, "");
+    behind.place({600, 1500, 900, 900});
     before.AddItem("devant");
+    before.place({120, 1500, 3000, 900});
+    for (std::size_t i = 0; i < 3; ++i) {
+        labels[i].Caption(std::vector{"dedans", "invisible", "ailleurs"}[i]);
+        labels[i].place({120, 300, 900, 195});
+    }
+    frame.add(labels[0]);
+    labels[1].Visible(false);
+    for (Control* const control : {static_cast<Control*>(&frame), static_cast<Control*>(&labels[1]),
+                                   static_cast<Control*>(&behind), static_cast<Control*>(&before)})
+        tabs.add(*control, 0);
+    tabs.add(labels[2], 1);
     expectShown({"[ Études ]─  Suite  ─( Fin )", "┌─ Cadre ─", "dedans", "devant"});
     EXPECT_FALSE(shows("ailleurs") || shows("invisible") || shows("derrière"));
     tabs.Tab(1);
