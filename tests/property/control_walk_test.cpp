@@ -1,11 +1,10 @@
 // Random gestures on the whole control, its modal forms included. After each one holds what must
 // hold whatever a user does: lists in step, enabled states, nothing stored but by leaving or by a
-// confirmed line, and a saved screen that reads back. What must hold stands in walk_screen (the
-// file), dif_watch (the D.I.F.) and walk_modal (the forms); what is done, in walk_hand.
+// confirmed line, ledgers that are sound, and a saved screen that reads back. What must hold on the
+// form stands in walk_screen; what is done, in walk_hand.
 // VORANDINE_WALK_STEPS and VORANDINE_WALK_SEED make longer walks and repeat one.
-#include "property/dif_watch.h"
+#include "apps/scenario/RehearsalEngine.h"
 #include "property/walk_hand.h"
-#include "property/walk_modal.h"
 #include "property/walk_screen.h"
 
 #include <gtest/gtest.h>
@@ -13,10 +12,11 @@
 #include <cstdlib>
 #include <iostream>
 #include <optional>
-#include <utility>
 
 namespace vorandine::control_test {
 namespace {
+
+using namespace widgets;
 
 constexpr const char* Keyboard = "a key, or the close button";
 
@@ -24,6 +24,8 @@ unsigned long fromEnvironment(const char* name, unsigned long otherwise) {
     const char* const text = std::getenv(name);
     return text != nullptr ? std::strtoul(text, nullptr, 10) : otherwise;
 }
+
+using Ledgers = std::map<std::string, std::string>; // stored texts by key
 
 class Walk {
   public:
@@ -38,48 +40,62 @@ class Walk {
         odd[6][4] = "ZZZ";
         odd[10] = {"A9", "A2"};
         odd[16] = {"seize"};
-        desk_.put("FORMVORANDINE", "00001", caregiver(0));
-        desk_.put("FORMVORANDINE", "00002", odd);
         Content none = caregiver(9);
         none.erase(10);
+        desk_.put("FORMVORANDINE", "00001", caregiver(0));
+        desk_.put("FORMVORANDINE", "00002", odd);
         desk_.put("FORMVORANDINE", "00003", none);
-        // The trainings under the D.I.F. are charged, one of them first of all.
-        desk_.putText("DIFAIDANT", "00002P0007",
-                      "20051219]20051220]20051222]20051225]20051228^]3000]]]^450]]300]150]100^"
-                      "-450]2550]2250]2100]2000^MAN]]HYG]ALI]PSC");
-        // Lines of pay, all of one pay an hour, and contracts closed, closed long ago, and open.
-        for (const std::string code : {"00000", "00002"}) {
+        desk_.putText("ASSOCIATION", "ADM", "Aide à domicile en Cévennes");
+        desk_.putText("CIVILAIDE", "P0007", "^Léa^MÉNARD");
+        const std::string gap(56, '^');
+        for (const std::string code : {"00000", "00002", "00003"}) {
+            desk_.putText("CONTRAT", code + "-1", "^^ADM^A^^^20000101" + gap + "200603");
+            desk_.putText("CONTRAT", code + "-2", "^^P0007^B^^^20000101^20071231");
+            desk_.putText("CONTRAT", code + "-3", "^^GON^C^^^20000101" + gap + "199913");
+            desk_.putText("CONTRAT", code + "-4", "^^ADM^D^^^20060101");
+            // Lines of pay, all of one pay an hour.
             for (int month = 1; month <= 12; ++month)
                 desk_.putText("DETAILCALCUL", code + "-" + std::to_string(month),
                               "ADM^^1^" + std::to_string(200500 + month) + "^^" +
                                   std::to_string(2 * month) + "^^^^^^^^^^" +
                                   std::to_string(25 * month));
-            desk_.putText("CONTRAT", code + "-1",
-                          "^^ADM^A^^^20000101" + std::string(56, '^') + "200603");
         }
-        desk_.putText("CONTRAT", "00002-3", "^^GON^C^^^20000101" + std::string(56, '^') + "199913");
+        for (const std::string code : {"00000", "00002"}) {
+            desk_.putText("DIFAIDANT", code + "ADM",
+                          "20040312]20050601]20060110^2000]]300^]500]^2000]1500]1800^]MAN]^six");
+            // A first line of hours, one of a code without label, lists of different lengths.
+            desk_.putText("DIFAIDANT", code + "GON",
+                          "20050101]20050101]20050102^]1000^500]]250^0]1000^HYG]]ZZZ");
+        }
+        // The trainings under the D.I.F. are charged, one of them first of all.
+        desk_.putText("DIFAIDANT", "00002P0007",
+                      "20051219]20051220]20051222]20051225]20051228^]3000]]]^450]]300]150]100^"
+                      "-450]2550]2250]2100]2000^MAN]]HYG]ALI]PSC");
+        desk_.engine = rehearsal_; // fails on demand
         open();
     }
 
     void step() {
         // Files work again sooner than they begin to fail.
-        if (hand_.below(watch_.failing() == DifWatch::Failing::Nothing ? 200 : 40) == 0)
-            watch_.fail(hand_.any(std::vector{DifWatch::Failing::Nothing, DifWatch::Failing::Writes,
-                                              DifWatch::Failing::Reads}));
-        storeBefore_ = watch_.wholeStore();
+        if (hand_.below(failing_ ? 40 : 200) == 0) {
+            rehearsal_->failNothing();
+            failing_ = hand_.below(3) > 0;
+            if (failing_)
+                hand_.below(2) == 0 ? rehearsal_->failWrites("DIFAIDANT")
+                                    : rehearsal_->failReads("DIFAIDANT");
+        }
+        storeBefore_ = wholeStore();
+        const Ledgers ledgersBefore = ledgers();
         const std::string screenBefore = screen_.whole();
         const auto trainingsBefore = screen_.trainings();
         const bool editingBefore = screen_.editing();
+        const bool ledgerBefore = screen_.ledgerLineOpen();
         const std::string focusBefore = screen_.focus();
-        const int chargedBefore = modal_.tally().charged;
         lastAnswer_.reset();
-        modal_.takeLast();
-        watch_.before(*form_, editingBefore);
         const Outcome outcome = gesture();
         kept_ = outcome == Outcome::FocusKept;
-        const bool stored = watch_.wholeStore() != storeBefore_;
-        const bool ledgersStored = watch_.after(*form_, last_, screen_.editing());
-        ledgersStored_ += ledgersStored ? 1 : 0;
+        const bool stored = wholeStore() != storeBefore_;
+        const bool ledgersStored = ledgers() != ledgersBefore;
         if (outcome != Outcome::Done) {
             EXPECT_FALSE(stored || ledgersStored || form_->form().unloaded());
             EXPECT_TRUE(outcome != Outcome::Refused || screen_.whole() == screenBefore)
@@ -91,7 +107,15 @@ class Walk {
         EXPECT_EQ(form_->control().MousePointer(), NormalPointer);
         EXPECT_TRUE(form_->control().Enabled());
         EXPECT_EQ(form_->control().W_Sortir, form_->form().unloaded() ? 1 : 0);
-        screen_.checkTrainings(trainingsBefore, modal_.tally().charged > chargedBefore);
+        if (ledgersStored) {
+            ++ledgersStored_;
+            const bool lineEnded = ledgerBefore && !screen_.ledgerLineOpen();
+            EXPECT_TRUE(lineEnded || (editingBefore && !screen_.editing()))
+                << "stored without a line that was confirmed";
+            EXPECT_FALSE(failing_);
+            checkLedgers(ledgersBefore, lineEnded);
+        }
+        screen_.checkTrainings(trainingsBefore);
         if (form_->form().unloaded()) {
             leave(stored);
             return;
@@ -104,41 +128,39 @@ class Walk {
     }
 
     // The last gesture, for whoever reads a failure.
-    [[nodiscard]] std::string last() {
-        const std::string inForm = modal_.takeLast();
-        return last_ + (inForm.empty() ? "" : "; in its form, " + inForm);
-    }
+    [[nodiscard]] const std::string& last() const { return last_; }
     // Whether the walk went everywhere: else it tests too little.
     void checkReach() const {
-        EXPECT_GT(saved_, 0);
-        EXPECT_GT(ledgersStored_, 0);
-        EXPECT_GT(modal_.tally().charged, 0);
-        EXPECT_GT(modal_.tally().computed, 0);
-        EXPECT_GT(modal_.tally().labelled, 0);
+        for (const int reached : {saved_, ledgersStored_, charged_, computed_, labelled_})
+            EXPECT_GT(reached, 0);
     }
 
   private:
     WalkHand hand_;
     Desk desk_;
-    DifWatch watch_{desk_};
-    WalkModal modal_{hand_, watch_};
-    WalkScreen screen_{desk_};
+    std::shared_ptr<store::Engine> below_ = desk_.engine;
+    std::shared_ptr<scenario::RehearsalEngine> rehearsal_ =
+        std::make_shared<scenario::RehearsalEngine>(below_);
+    WalkScreen screen_;
     std::unique_ptr<host::CaregiverForm> form_;
     std::string code_;
     std::string last_;
     std::string storeBefore_;
     std::optional<Answer> lastAnswer_;
-    bool kept_ = false; // the last gesture ended in a leaving rule
+    bool failing_ = false; // the file of ledgers
+    bool kept_ = false;    // the last gesture ended in a leaving rule
     int saved_ = 0;
     int ledgersStored_ = 0;
+    int charged_ = 0;  // forms that charged hours
+    int computed_ = 0; // pay that was shown
+    int labelled_ = 0; // forms that changed the table of labels
 
     Answer answer(const Message& message) {
         if (message.buttons == Buttons::OK)
             return Answer::OK;
         const int choice = hand_.below(message.buttons == Buttons::YesNo ? 2 : 3);
-        return *(lastAnswer_ = choice == 0   ? Answer::Yes
-                               : choice == 1 ? Answer::No
-                                             : Answer::Cancel);
+        return *(lastAnswer_ = std::vector{Answer::Yes, Answer::No,
+                                           Answer::Cancel}[static_cast<std::size_t>(choice)]);
     }
 
     void open() {
@@ -148,12 +170,105 @@ class Walk {
         screen_.look(*form_);
     }
 
-    // A table of labels is stored by its form, not by the gesture that opened that.
+    // Not disturbed by failures, as what follows.
+    [[nodiscard]] Ledgers ledgers() const {
+        Ledgers all;
+        below_->file("DIFAIDANT")->scan({}, [&](std::string_view key, std::string_view text) {
+            all.emplace(key, text);
+            return true;
+        });
+        return all;
+    }
+    // All that is stored beside the ledgers, told in a text.
+    [[nodiscard]] std::string wholeStore() const {
+        std::string all;
+        for (const std::string& file : below_->files())
+            if (file != "DIFAIDANT")
+                below_->file(file)->scan({}, [&](std::string_view key, std::string_view text) {
+                    all.append(file).append(key).append("=").append(text).append("\n");
+                    return true;
+                });
+        return all;
+    }
+
+    // Dates stay in order, lists are no longer than they are. A ledger that the tab stored has its
+    // balances worked out anew; the tab stores one at most.
+    void checkLedgers(const Ledgers& before, bool byTab) const {
+        int changed = 0;
+        for (const auto& [key, text] : ledgers()) {
+            const auto old = before.find(key);
+            if (old != before.end() && old->second == text)
+                continue;
+            ++changed;
+            const records::DBARecord ledger(nullptr, {}, text);
+            SCOPED_TRACE("ledger " + key);
+            EXPECT_GT(ledger.DCount(1), 0) << "a ledger without lines was left";
+            for (int list = 2; list <= 5; ++list)
+                EXPECT_TRUE(ledger(list).empty() || ledger.DCount(list) <= ledger.DCount(1));
+            long balance = 0;
+            for (int i = 1; i <= ledger.DCount(1); ++i) {
+                const auto figure = [&](int list) {
+                    return std::strtol(std::string(ledger(list, i)).c_str(), nullptr, 10);
+                };
+                EXPECT_TRUE(i == 1 || ledger(1, i - 1) <= ledger(1, i)) << "dates out of order";
+                balance += !ledger(2, i).empty() ? figure(2) : i > 1 ? -figure(3) : 0;
+                EXPECT_TRUE(!byTab || ledger(4, i) == std::to_string(balance)) << "balance " << i;
+            }
+        }
+        EXPECT_LE(changed, byTab ? 1 : 3);
+    }
+
+    // The walk goes on in a modal form until that ends. Nothing is stored before, and what is then
+    // stored is the form's, not that of the gesture that opened it.
     void inModal(Form& form) {
-        const int labelled = modal_.tally().labelled;
-        modal_.walk(form);
-        if (modal_.tally().labelled > labelled)
-            storeBefore_ = watch_.wholeStore();
+        const bool pay = form.find("Txt_Resultat") != nullptr;
+        const std::string stored = wholeStore();
+        const Ledgers before = ledgers();
+        while (!testing::Test::HasFailure()) {
+            modalGesture(form);
+            if (form.unloaded())
+                break;
+            EXPECT_TRUE(form.Enabled() && form.MousePointer() == NormalPointer);
+            EXPECT_TRUE(wholeStore() == stored && ledgers() == before) << "stored before it ended";
+            // All lines of pay on this desk come to the same pay an hour.
+            const std::string shown = pay ? in<TextField>(form, "Txt_Resultat").Text() : "";
+            if (!shown.empty() && last_.ends_with(": Cmd_OK")) {
+                EXPECT_EQ(shown, "12,50");
+                ++computed_;
+            }
+        }
+        charged_ += ledgers() != before ? 1 : 0;
+        labelled_ += wholeStore() != stored ? 1 : 0;
+        storeBefore_ = wholeStore() != stored ? wholeStore() : storeBefore_;
+    }
+
+    void modalGesture(Form& form) {
+        std::vector<Control*> all;
+        form.visit([&](Control& control) { all.push_back(&control); });
+        const std::vector<std::string> sensible =
+            form.find("Txt_Conso") != nullptr
+                ? in<Control>(form, "Lst_Dif").Enabled()
+                      ? std::vector<std::string>{"Lst_Dif", "Lst_Dif", "Cmd_OKDif"}
+                      : std::vector<std::string>{"Txt_Conso", "Cmd_OKDif"}
+            : form.find("Txt_CodeParam") != nullptr
+                ? std::vector<std::string>{"Txt_CodeParam", "Txt_LibelleParam", "Cmd_AjouterParam",
+                                           "Lst_Param", "Cmd_ModifierParam"}
+                : std::vector<std::string>{"Cbo_Mois", "Cbo_An", "Cmd_OK"};
+        if (hand_.below(5) == 0) {
+            last_ = form.Name() + ": " + Keyboard;
+            hand_.key(form, 10);
+        } else if (hand_.below(2) == 0) {
+            const std::string name = hand_.any(sensible);
+            last_ = form.Name() + ": " + name;
+            hand_.use(in<Control>(form, name));
+        } else {
+            // Seldom a button: one of them ends the form.
+            Control* chosen = hand_.any(all);
+            while (dynamic_cast<CommandButton*>(chosen) != nullptr && hand_.below(4) > 0)
+                chosen = hand_.any(all);
+            last_ = form.Name() + ": " + chosen->fullName();
+            hand_.touch(*chosen, all);
+        }
     }
 
     // Mostly one that a user could work with, and seldom one of the two buttons that end it all.
@@ -177,7 +292,7 @@ class Walk {
         if (hand_.below(4) == 0) {
             last_ = Keyboard;
             // Escape leaves the form, so it comes less often than where it ends an edit.
-            const bool open = screen_.editing() || DifWatch::lineOpen(DifWatch::state(*form_));
+            const bool open = screen_.editing() || screen_.ledgerLineOpen();
             return hand_.key(form_->form(), open ? 20 : 3);
         }
         const std::vector<std::string> sensible = sensibleTargets();
@@ -202,18 +317,10 @@ class Walk {
             return {"Cmd_AjouterForm", "Lst_CodFormAidant"};
         if (screen_.tabs().Tab() != 2)
             return {};
-        switch (DifWatch::state(*form_)) {
-        case DifState::EmployerOpen:
-            return {"Cmd_AjoutDif", "Lst_DetailDif", "Cmd_CalculDif"};
-        case DifState::NewLine:
-            return {"Txt_DateDif", "Txt_DroitDif", "Cmd_OkDif"};
-        case DifState::RightsLine:
-            return {"Txt_DroitDif", "Cmd_OkDif", "Cmd_SupprDif"};
-        case DifState::HoursLine:
-            return {"Txt_HreDif", "Cmd_OkDif", "Cmd_SupprDif"};
-        default:
-            return {"Lst_DifEmpl"};
-        }
+        if (screen_.ledgerLineOpen())
+            return {"Txt_DateDif", "Txt_DroitDif", "Txt_HreDif",
+                    "Cmd_OkDif",   "Cmd_OkDif",    "Cmd_SupprDif"};
+        return {"Lst_DifEmpl", "Cmd_AjoutDif", "Lst_DetailDif", "Cmd_CalculDif"};
     }
 
     // The form has gone: what was saved shows again, to the letter.

@@ -1,6 +1,5 @@
-// The control where a scenario cannot take it: more lines than a list holds, records that are
-// damaged, a host that calls its members out of turn, what stands behind a modal form, and two
-// files side by side.
+// The control where a scenario cannot take it: more lines than a list holds, a host that calls its
+// members out of turn, what stands behind a modal form, and two files side by side.
 #include "unit/control_support.h"
 
 #include <gtest/gtest.h>
