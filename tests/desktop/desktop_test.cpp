@@ -240,29 +240,6 @@ TEST_F(Desktop, WhoMayNotWriteAddsNobodyAndWhatCannotBeOpenedLeavesTheListUsable
     EXPECT_EQ(situation("00012"), "Ouvert");
 }
 
-TEST_F(Desktop, HelpStandsBesideTheFilesAndGoesWithTheProgram) {
-    show();
-    const auto helps = [] {
-        const QWidgetList all = QApplication::topLevelWidgets();
-        return std::count_if(all.begin(), all.end(), [](const QWidget* each) {
-            return each->objectName() == "aide" && each->isVisible();
-        });
-    };
-    for (const char* const code : {"00012", "00105"}) {
-        list->open({code, "DURAND Marie"});
-        qt::FormWindow& window = file(code);
-        window.gesture([&] { return widgets::rightClick(*window.form().find("Ong_Vorandine")); });
-        session->world().openMenu()->actions().at(0)->trigger();
-        EXPECT_EQ(helps(), 1) << code;
-    }
-    press(file("00012"), "Cmd_OK");
-    expectClosed("00012", "");
-    EXPECT_EQ(helps(), 1);
-    EXPECT_TRUE(list->close());
-    TearDown();
-    EXPECT_EQ(helps(), 0);
-}
-
 TEST_F(Desktop, SizesAreRememberedBetweenRuns) {
     show();
     list->resize(777, 444);

@@ -1,13 +1,10 @@
 // A disk that fills up or fails at every point of a write, and is well again: the write says so,
 // nothing is lost or half there, and the same write, made again on the same opened store, is stored
-// once. And a folder that is protected while the store in it is open, and a protected file.
+// once.
 //     failing_disk [STRIDE]     STRIDE: only every so many calls fail, to be faster
 #include "disk_works.h"
 #include "test_disk.h"
 #include "unit/store_support.h"
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <memory>
 
@@ -104,33 +101,6 @@ class FailingDisk {
     }
 };
 
-// A folder that is protected: a journal can no longer be made, by whoever has the store open. A
-// file that is: whoever opens the store can only read it.
-void protectedPlaces(const std::string& folder) {
-    const std::string path = folder + "/base.vor";
-    store::Store store = opened(path, store::OpenMode::Create);
-    State state;
-    const std::vector<Work> works = diskWorks();
-    for (const Step& step : works[0].steps) {
-        const auto refused = [&](store::Store& by, const std::string& what) {
-            if (store_test::numberOf([&] { perform(by, step); }) != errors::ReadOnly)
-                wrong("no error tells that the " + what + " is protected");
-            requireSame(stateOf(by), state, "while the " + what + " is protected");
-        };
-        chmod(folder.c_str(), 0555);
-        refused(store, "folder");
-        chmod(folder.c_str(), 0755);
-        chmod(path.c_str(), 0444);
-        store::Store reader = opened(path);
-        refused(reader, "file");
-        chmod(path.c_str(), 0644);
-        perform(store, step);
-        state = after(std::move(state), step);
-        requireSame(stateOf(store), state, "once it no longer is");
-    }
-    verify(path);
-}
-
 void program(const std::vector<std::string>& words) {
     const std::uint64_t stride = argument(words, 0, 1);
     const char* const Room = "n'a plus de place";
@@ -151,12 +121,7 @@ void program(const std::vector<std::string>& words) {
                       [&](std::uint64_t call) { return failing.round(work, call); });
         std::cout << trouble.name << ": " << failing.faults << " faults; " << std::flush;
     }
-    const store_test::Folder folder;
-    if (getuid() == 0 && chown(folder.path().c_str(), store_test::Nobody, store_test::Nobody) != 0)
-        wrong("the folder cannot be given away");
-    if (store_test::asNobody([&] { return run([&] { protectedPlaces(folder.path()); }); }) != 0)
-        wrong("a protected folder or file is not taken well");
-    std::cout << "a protected folder and a protected file are told and over\n";
+    std::cout << '\n';
 }
 
 } // namespace

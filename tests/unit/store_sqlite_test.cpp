@@ -186,29 +186,36 @@ TEST_F(SqliteStore, AFileTakenAwayIsNoticedWhenWriting) {
     EXPECT_EQ(writing(engine), 0U);
 }
 
-TEST_F(SqliteStore, TheFormatBeforeGetsItsHistoryAtTheFirstOpening) {
+TEST_F(SqliteStore, WhatIsProtectedIsReadAndNotWritten) {
     make(1);
-    other("DROP TABLE HISTORIQUE; PRAGMA user_version = 1");
-    // As long as that cannot be, the store is read, and not written without a history.
-    const auto isOnlyRead = [](SqliteEngine engine) {
+    const auto isOnlyRead = [&] {
+        SqliteEngine engine = open();
         EngineFile& file = *engine.file("TABLES");
         return writing(engine) == errors::ReadOnly &&
                numberOf([&] { engine.atomically([&] { file.erase("0"); }); }) == errors::ReadOnly &&
                file.read("0") == std::string(1000, 'x');
     };
-    Other reader = other("BEGIN; SELECT * FROM TABLES");
-    EXPECT_TRUE(isOnlyRead(open()));
-    reader.reset();
-    chmod(path.c_str(), 0444);
-    chmod(folder.path().c_str(), 0555);
-    EXPECT_EQ(store_test::asNobody([&] { return isOnlyRead(open()) ? 0 : 1; }), 0);
+    const auto isOnlyReadByNobody = [&](unsigned fileMode, unsigned folderMode) {
+        chmod(path.c_str(), fileMode);
+        chmod(folder.path().c_str(), folderMode);
+        EXPECT_EQ(store_test::asNobody([&] { return isOnlyRead() ? 0 : 1; }), 0) << fileMode;
+    };
+    isOnlyReadByNobody(0444, 0777);
+    isOnlyReadByNobody(0666, 0555); // no journal can be made
     EXPECT_EQ(store_test::asNobody([&] {
                   path = folder / "new.vor";
                   return opening(OpenMode::Create) == errors::ReadOnly ? 0 : 1;
               }),
               0);
+    // The format before gets its history at the first opening. As long as that cannot be, the store
+    // is read, and not written without a history.
+    other("DROP TABLE HISTORIQUE; PRAGMA user_version = 1");
+    isOnlyReadByNobody(0666, 0555);
     chmod(folder.path().c_str(), 0755);
-    chmod(path.c_str(), 0644);
+    {
+        const Other reader = other("BEGIN; SELECT * FROM TABLES");
+        EXPECT_TRUE(isOnlyRead());
+    }
     for (std::size_t times = 1; times <= 2; ++times) {
         Store store(std::make_shared<SqliteEngine>(path, OpenMode::Existing));
         store.OpenFile("TABLES")->WriteRecord("0", "changed");

@@ -1,5 +1,6 @@
-// Caregivers and users of a store: what a host lists, which new codes are let in.
+// What a host reads of a store: caregivers, users and their rights, and which new codes are let in.
 #include "apps/host/Caregivers.h"
+#include "components/Rights.h"
 #include "store_support.h"
 
 #include <gtest/gtest.h>
@@ -7,14 +8,17 @@
 namespace vorandine::host {
 namespace {
 
-class HostCaregivers : public testing::Test {
+class HostStore : public testing::Test {
   protected:
-    std::shared_ptr<store::Store> store =
-        std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
+    std::shared_ptr<store::Engine> engine = store::openEngine("memory:", store::OpenMode::Create);
+    std::shared_ptr<store::Store> store = std::make_shared<store::Store>(engine);
     Caregivers caregivers{store};
 
     void put(const std::string& file, const std::string& key, const std::string& text) {
         store->OpenFile(file)->WriteRecord(key, store_test::marks(text));
+    }
+    std::shared_ptr<ports::DroitsModule> rightsOf(const std::string& user) {
+        return components::Rights(components::storedRights(store, user)).Droits("FORMDIF");
     }
     [[nodiscard]] std::string listed() {
         std::string all;
@@ -24,7 +28,7 @@ class HostCaregivers : public testing::Test {
     }
 };
 
-TEST_F(HostCaregivers, ListsThoseOfAidantAndThoseWhoHaveATrainingFileAlone) {
+TEST_F(HostStore, ListsThoseOfAidantAndThoseWhoHaveATrainingFileAlone) {
     EXPECT_EQ(listed(), "");
     put("AIDANT", "00012", "DURAND Marie^ignored");
     put("AIDANT", "00011", "LE GOFF]Yann");
@@ -45,7 +49,7 @@ TEST_F(HostCaregivers, ListsThoseOfAidantAndThoseWhoHaveATrainingFileAlone) {
     EXPECT_EQ(logins, "b=b;c=Éluard;d=ESSAI;a=ZOLA Émile;");
 }
 
-TEST_F(HostCaregivers, ContentChangesWithTheTrainingFileAndTheLedgersAlone) {
+TEST_F(HostStore, ContentChangesWithTheTrainingFileAndTheLedgersAlone) {
     std::string content = caregivers.content("00012");
     const auto changes = [&] {
         return std::exchange(content, caregivers.content("00012")) != content;
@@ -61,7 +65,7 @@ TEST_F(HostCaregivers, ContentChangesWithTheTrainingFileAndTheLedgersAlone) {
     EXPECT_FALSE(changes());
 }
 
-TEST_F(HostCaregivers, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {
+TEST_F(HostStore, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {
     const Caregiver added = caregivers.add(" B1 ", "  MÉRY Zoé ");
     EXPECT_EQ(added.code + "=" + added.name, "B1=MÉRY Zoé");
     EXPECT_EQ(caregivers.add("b1", "Autre casse, autre code").code, "b1");
@@ -85,6 +89,41 @@ TEST_F(HostCaregivers, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {
     }
     EXPECT_EQ(listed(), before);
     EXPECT_EQ(caregivers.add("00013", "Voisin").code, "00013");
+}
+
+TEST_F(HostStore, AModuleSaysWhatItsRecordSays) {
+    struct Case {
+        std::string record; // without one where empty
+        int level;
+        bool all;
+        std::optional<bool> onMen; // the right on the activity MEN
+        int listed;                // once the list is filled
+    };
+    for (const Case& one : std::vector<Case>{{"2^1^*", 2, true, true, 0},
+                                             {"1^0^MEN]CUI", 1, false, true, 2},
+                                             {"1^0^MENA", 1, false, false, 1},
+                                             {"2x^1^*", 0, true, true, 0},
+                                             {"99999999999^1^*", 0, true, true, 0},
+                                             {"", 0, false, false, 0}}) {
+        SCOPED_TRACE(one.record);
+        store->OpenFile("DROITS")->DeleteRecord("karim*FORMDIF");
+        if (!one.record.empty())
+            put("DROITS", "karim*FORMDIF", one.record);
+        const auto rights = rightsOf("karim");
+        EXPECT_EQ(rights->Niveau(), one.level);
+        EXPECT_EQ(rights->AccesTotal(), one.all);
+        EXPECT_EQ(rights->DroitSur("MEN", false), one.onMen);
+        EXPECT_EQ(rights->ListeDroits()->Count(), 0) << "not filled yet";
+        const auto list = rights->ListeDroits();
+        list->InitialiserListe();
+        EXPECT_EQ(list->Count(), one.listed);
+        EXPECT_EQ(rightsOf("odile")->Niveau(), 0);
+    }
+}
+
+TEST_F(HostStore, AFailureIsNotTakenForAMissingRecord) {
+    engine->file("DROITS")->write("karim*FORMDIF", "\xE9");
+    EXPECT_THROW((void)rightsOf("karim"), Error);
 }
 
 } // namespace
