@@ -184,6 +184,8 @@ TEST_F(Desktop, EachFileHasOneWindowAndTheListTellsWhatBecameOfIt) {
     EXPECT_EQ(asked, 0);
     list->open({"00105", ""});
     EXPECT_EQ(situation("00105"), "Ouvert");
+    press(Qt::Key_3, Qt::ControlModifier); // those without a situation stand last
+    EXPECT_EQ(shown(2).substr(shown(2).size() - 2), ";;") << shown(2);
 }
 
 TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {

@@ -116,7 +116,7 @@ TEST_F(History, RestoresWhatWasAndIsItselfRestored) {
 
     EXPECT_EQ(call({"prune", url, "0"}), 2); // nobody to be asked
     EXPECT_EQ(call({"prune", "--yes", url, "-1"}), 2);
-    EXPECT_EQ(done({"prune", "--yes", url, "1"}), "0 versions dropped\n");
+    EXPECT_EQ(done({"prune", "--yes", url, "36500"}), "0 versions dropped\n");
     EXPECT_EQ(done({"prune", "--yes", "--json", url, "0"}), "{\"dropped\":7}\n");
     EXPECT_EQ(call({"history", url, "AIDANT", "00012PSD"}), 1);
     EXPECT_EQ(content(), "{\"1\":\"deux\"}\n");

@@ -49,6 +49,12 @@ TEST_F(QtInput, EveryKeyPassesTheKeyRuleAndTheEditShowsWhatTheFieldHolds) {
     holds(",é2,", "ê");
     key(Qt::Key_Q, Qt::AltModifier);
     holds(",é2,", "ê");
+    // What code has set is not undone.
+    first.LostFocus = [this] { first.Text("neuf"); };
+    press(second);
+    press(first);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    holds("neuf", "ê");
 }
 
 TEST_F(QtInput, NoWayOutOfAFieldPassesByItsLeavingRule) {
