@@ -212,7 +212,7 @@ void Ctr_Vorandine::Recherche_Place() {
     parts_->detail.Recherche_Place();
 }
 void Ctr_Vorandine::Recherche_DifAidant() {
-    parts_->trainingDif.Recherche_DifAidant();
+    parts_->typingRow.Recherche_DifAidant();
 }
 void Ctr_Vorandine::Calcul_MV_Dif() {
     parts_->detail.Calcul_MV_Dif();

@@ -1,5 +1,5 @@
 // Where trainings and D.I.F. hours meet: a training's hours are charged to employers, or given back
-// by them.
+// by them. Nothing of the training is known here but the line handed over.
 #pragma once
 
 #include "control/Screen.h"
@@ -28,10 +28,9 @@ class TrainingDif : public trainings::DifHours {
     TrainingDif& operator=(const TrainingDif&) = delete;
     ~TrainingDif() override = default;
 
-    bool charge(const std::string& code) override;
-    [[nodiscard]] std::string wouldGiveBack() override;
-    // Takes the selected training out of the stored ledgers.
-    std::string Recherche_DifAidant() override;
+    bool charge(const trainings::TrainingLine& training) override;
+    [[nodiscard]] std::string wouldGiveBack(const trainings::TrainingLine& training) override;
+    std::string takeOut(const trainings::TrainingLine& training) override;
 
   private:
     Screen& s_;
@@ -43,7 +42,7 @@ class TrainingDif : public trainings::DifHours {
     widgets::UserControl& control_;
     widgets::World& world_;
 
-    [[nodiscard]] std::string codeOfSelected() const;
+    [[nodiscard]] dif::ChargedTraining charged(const trainings::TrainingLine& training) const;
 };
 
 } // namespace vorandine::control

@@ -210,7 +210,7 @@ void Frm_DIF::Cmd_RetourDif_Click() {
 }
 
 void Frm_DIF::endWithAnswer() {
-    v_.W_DifRetenu = stored_ == Fixed4() ? "NON" : "OUI";
+    v_.W_DifRetenu = retained() ? "OUI" : "NON";
     end();
 }
 
@@ -221,6 +221,7 @@ void Frm_DIF::Test_Zero() {
 }
 
 bool Frm_DIF::MAJ() {
+    const ChargedTraining training{.date = W_DateFormation, .code = W_CodeForm};
     std::string stored;
     std::string left;
     for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
@@ -228,8 +229,8 @@ bool Frm_DIF::MAJ() {
         if (line.hours.empty())
             continue;
         const Fixed4 hours = hoursOr0(line.hours);
-        if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), W_DateFormation, hours,
-                            W_CodeForm) != Stored::Done) {
+        if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), training, hours) !=
+            Stored::Done) {
             enumerate(left, named(line.employer, hours));
             continue;
         }

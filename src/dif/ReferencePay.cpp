@@ -2,6 +2,7 @@
 #include "dif/ReferencePay.h"
 
 #include "dif/Employers.h"
+#include "ports/Database.h"
 #include "text/Fixed4.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ std::string period(int year, int month) {
 }
 
 std::string condition(const std::string& attribute, const std::string& value) {
-    return " AND AVEC " + attribute + " \"" + value + "\"";
+    return " AND AVEC " + attribute + " " + ports::quoted(value);
 }
 
 Fixed4 number(const std::string& value) {

@@ -110,6 +110,20 @@ TrainingLine TypingRow::typed(const std::string& code) const {
             w_.Cbo_DifFormAidant.Text()};
 }
 
+// What the ledgers are asked to give back: the line as it stands in the lists, whatever label was
+// chosen since, on the date that is typed.
+TrainingLine TypingRow::leaving() const {
+    TrainingLine line;
+    if (lines_.W_LigneForm() != -1)
+        line = lines_.line(lines_.W_LigneForm());
+    line.date = w_.Txt_DatFormAidant.Text();
+    return line;
+}
+
+std::string TypingRow::Recherche_DifAidant() {
+    return dif_.takeOut(leaving());
+}
+
 void TypingRow::Cmd_OKForm_Click() {
     const auto refuse = [&](const char* message, widgets::TextField& field) {
         rules::warn(world_, message);
@@ -136,10 +150,10 @@ void TypingRow::Cmd_OKForm_Click() {
 
     std::string given;
     if (charging) {
-        w_.Cbo_DifFormAidant.ListIndex(dif_.charge(*code) ? Yes : No);
+        w_.Cbo_DifFormAidant.ListIndex(dif_.charge(line) ? Yes : No);
         line.dif = w_.Cbo_DifFormAidant.Text();
     } else if (!underDif && !creating && W_DifAvant_ == "OUI") {
-        given = dif_.Recherche_DifAidant();
+        given = Recherche_DifAidant();
     }
     if (!creating)
         lines_.remove(lines_.W_LigneForm());
@@ -151,9 +165,9 @@ void TypingRow::Cmd_OKForm_Click() {
 void TypingRow::Cmd_SupprimerForm_Click() {
     const int line = lines_.W_LigneForm();
     if (line == -1 || !rules::confirm(world_, "Etes-vous sûr de vouloir supprimer cet article ?",
-                                      dif_.wouldGiveBack()))
+                                      dif_.wouldGiveBack(leaving())))
         return;
-    const std::string given = dif_.Recherche_DifAidant();
+    const std::string given = Recherche_DifAidant();
     lines_.remove(line);
     Effacer_Donnees();
     w_.Etq_MessageForm.Caption(given);

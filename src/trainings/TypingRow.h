@@ -27,8 +27,7 @@ class ScreenLock {
     virtual void openOtherTabs(bool open) = 0;
 };
 
-// What the D.I.F. side does with a training. The control answers it. The training is the one in the
-// typing row, or where the lists are meant, the selected one.
+// What the D.I.F. side does with a training. The control answers it.
 class DifHours {
   public:
     DifHours() = default;
@@ -36,15 +35,15 @@ class DifHours {
     DifHours& operator=(const DifHours&) = delete;
     virtual ~DifHours() = default;
 
-    // Lets the user charge the hours typed, of a training with this code, to employers. Whether it
-    // stays under the D.I.F.
-    virtual bool charge(const std::string& code) = 0;
-    // Which employers would give back how many hours if the selected training went, as a text for
-    // the user; "" if none would.
-    [[nodiscard]] virtual std::string wouldGiveBack() = 0;
-    // Takes the selected training out of all ledgers. The same text, of what was done, and of what
-    // could not be; no error leaves it.
-    virtual std::string Recherche_DifAidant() = 0;
+    // Lets the user charge the hours of `training` to employers, on its date and under its code.
+    // Whether it stays under the D.I.F.
+    virtual bool charge(const TrainingLine& training) = 0;
+    // Which employers would give back how many hours if `training` went, as a text for the user; ""
+    // if none would. Ledgers know a training by its date and its code.
+    [[nodiscard]] virtual std::string wouldGiveBack(const TrainingLine& training) = 0;
+    // Takes `training` out of all ledgers. The same text, of what was done, and of what could not
+    // be; no error leaves it.
+    virtual std::string takeOut(const TrainingLine& training) = 0;
 };
 
 struct TypingWidgets {
@@ -76,6 +75,8 @@ class TypingRow {
     void Afficher_DonneesListe();
     // Back to browsing: row empty, no line selected, screen free.
     void Effacer_Donnees();
+    // Takes the selected training, on the date typed, out of all ledgers: DifHours::takeOut.
+    std::string Recherche_DifAidant();
 
   private:
     TypingWidgets w_;
@@ -94,6 +95,7 @@ class TypingRow {
     void Cmd_SupprimerForm_Click();
     void Cmd_AnnulerForm_Click();
     [[nodiscard]] TrainingLine typed(const std::string& code) const;
+    [[nodiscard]] TrainingLine leaving() const;
     void enableFields(bool enabled);
     void enableButtonsOfOpenLine(bool enabled);
 };
