@@ -10,7 +10,6 @@
 #include "text/Characters.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -64,19 +63,16 @@ void DetailArea::close() {
     with_.notice.ofDetail("");
     w_.Lst_DetailDif.Clear();
     w_.Lst_CodeFormDif.Clear();
-    for (widgets::Control* const control : std::initializer_list<widgets::Control*>{
-             &w_.Cdr_DetailDif, &w_.Lst_DetailDif, &w_.Txt_DateDif, &w_.Txt_DroitDif,
-             &w_.Txt_FormDif, &w_.Txt_HreDif, &w_.Txt_SoldeDif, &w_.Cmd_AjoutDif, &w_.Cmd_AnnuleDif,
-             &w_.Cmd_SupprDif, &w_.Cmd_OkDif, &w_.Cmd_CalculDif})
-        control->Enabled(false);
+    set(State::Closed);
 }
 
 void DetailArea::set(State state) {
     const bool employerOpen = state == State::EmployerOpen;
     const bool creating = state == State::Creating;
     const bool modifying = state == State::Modifying;
+    const bool lineOpen = creating || modifying;
     const bool rightsLine = isBlank(w_.Txt_FormDif.Text());
-    w_.Cdr_DetailDif.Enabled(true);
+    w_.Cdr_DetailDif.Enabled(state != State::Closed);
     w_.Lst_DetailDif.Enabled(employerOpen);
     w_.Txt_DateDif.Enabled(creating);
     w_.Txt_DroitDif.Enabled(creating || (modifying && rightsLine));
@@ -85,10 +81,10 @@ void DetailArea::set(State state) {
     w_.Txt_SoldeDif.Enabled(false);
     w_.Cmd_AjoutDif.Enabled(employerOpen);
     w_.Cmd_SupprDif.Enabled(modifying);
-    w_.Cmd_OkDif.Enabled(!employerOpen);
-    w_.Cmd_AnnuleDif.Enabled(!employerOpen);
+    w_.Cmd_OkDif.Enabled(lineOpen);
+    w_.Cmd_AnnuleDif.Enabled(lineOpen);
     w_.Cmd_CalculDif.Enabled(employerOpen);
-    if (!employerOpen) {
+    if (lineOpen) {
         e_.Lst_DifEmpl.Enabled(false);
         with_.lock.openWaysOut(false);
     }

@@ -83,7 +83,7 @@ class DetailArea {
     void Maj_DifAidant();
 
   private:
-    enum class State { EmployerOpen, Creating, Modifying };
+    enum class State { Closed, EmployerOpen, Creating, Modifying };
 
     DetailWidgets w_;
     EmployerWidgets e_;

@@ -139,31 +139,31 @@ bool Frm_DIF::lineOpen() const {
     return !Lst_Dif.Enabled();
 }
 
+void Frm_DIF::enable(bool lineOpen) {
+    Lst_Dif.Enabled(!lineOpen);
+    Txt_Employeur.Enabled(false);
+    Txt_Conso.Enabled(lineOpen);
+    Cmd_RetourDif.Enabled(!lineOpen);
+    Cmd_AnnuleDif.Enabled(lineOpen);
+}
+
 void Frm_DIF::Lst_Dif_DblClick() {
     const int line = Lst_Dif.ListIndex();
     if (line == -1)
         return;
     Lst_CodeEmpl.ListIndex(line);
-    Lst_Dif.Enabled(false);
-    Txt_Employeur.Enabled(false);
-    Txt_Conso.Enabled(true);
+    enable(true);
     const std::string text = Lst_Dif.List(line);
     Txt_Employeur.Text(ChargeLine::headOf(text));
     Txt_Conso.Text(ChargeLine::touched(text) ? ChargeLine::parse(text).hours
                                              : text::Trim(W_NbreHre));
-    Cmd_RetourDif.Enabled(false);
-    Cmd_AnnuleDif.Enabled(true);
     tellShare();
 }
 
 void Frm_DIF::closeLine() {
-    Lst_Dif.Enabled(true);
-    Txt_Employeur.Enabled(false);
-    Txt_Conso.Enabled(false);
+    enable(false);
     Txt_Employeur.Text("");
     Txt_Conso.Text("");
-    Cmd_RetourDif.Enabled(true);
-    Cmd_AnnuleDif.Enabled(false);
     tellShare();
 }
 

@@ -66,6 +66,8 @@ class Frm_DIF : public ButtonClosedForm {
     // Whether a line is open; none is before the first one, whatever was typed.
     [[nodiscard]] bool lineOpen() const;
     void closeLine();
+    // What is enabled while a line is open, and while none is.
+    void enable(bool lineOpen);
     void Test_Zero();
     // Stores the hours of each line. Where some could not be, tells which, leaves those in the list
     // and gives false.

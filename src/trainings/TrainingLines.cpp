@@ -63,12 +63,6 @@ void TrainingLines::deselect() {
         list->ListIndex(-1);
 }
 
-void TrainingLines::enable(bool enabled) {
-    for (widgets::ListBox* const list : lists_)
-        if (list != &w_.Lst_CodeForm)
-            list->Enabled(enabled);
-}
-
 void TrainingLines::onOpen(const std::function<void()>& open) {
     for (widgets::ListBox* const list : lists_)
         if (list != &w_.Lst_CodeForm)

@@ -50,9 +50,7 @@ class TrainingLines {
     [[nodiscard]] int W_LigneForm() const;
     void deselect();
 
-    // The five lists that are shown: enabled while no line is open.
-    void enable(bool enabled);
-    // A double click on any of them.
+    // A double click on any of the five lists that are shown.
     void onOpen(const std::function<void()>& open);
 
     // The bar's range, and whether it shows: more than 8.

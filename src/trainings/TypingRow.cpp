@@ -39,22 +39,6 @@ TypingRow::TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenL
     w_.Cmd_AnnulerForm.Click = [this] { Cmd_AnnulerForm_Click(); };
 }
 
-void TypingRow::enableFields(bool enabled) {
-    w_.Txt_DatFormAidant.Enabled(enabled);
-    w_.Cbo_CodFormAidant.Enabled(enabled);
-    w_.Txt_HhFormAidant.Enabled(enabled);
-    w_.Txt_ObsFormAidant.Enabled(enabled);
-    w_.Cbo_DifFormAidant.Enabled(enabled);
-}
-
-void TypingRow::enableButtonsOfOpenLine(bool enabled) {
-    w_.Cmd_AjouterForm.Enabled(!enabled);
-    w_.Cmd_SupprimerForm.Enabled(enabled);
-    w_.Cmd_OKForm.Enabled(enabled);
-    w_.Cmd_AnnulerForm.Enabled(enabled);
-    w_.Cmd_AjouterFormation.Enabled(enabled);
-}
-
 void TypingRow::Afficher_DonneesListe() {
     if (lines_.W_LigneForm() == -1)
         return;
@@ -66,11 +50,7 @@ void TypingRow::Afficher_DonneesListe() {
     w_.Cbo_DifFormAidant.Text(line.dif);
     W_DifAvant_ = line.dif;
     w_.Etq_MessageForm.Caption("");
-    enableFields(true);
-    lines_.enable(false);
-    lock_.Masquer();
-    enableButtonsOfOpenLine(true);
-    lock_.openOtherTabs(false);
+    lock_.lineOpened(true);
 }
 
 void TypingRow::Effacer_Donnees() {
@@ -80,18 +60,13 @@ void TypingRow::Effacer_Donnees() {
     w_.Txt_HhFormAidant.Text("");
     w_.Txt_ObsFormAidant.Text("");
     w_.Cbo_DifFormAidant.ListIndex(-1);
-    enableFields(false);
-    lines_.enable(true);
-    enableButtonsOfOpenLine(false);
     lines_.deselect();
-    lock_.Afficher();
-    lock_.openOtherTabs(true);
+    lock_.lineClosed();
 }
 
 void TypingRow::Cmd_AjouterForm_Click() {
     W_ModeForm_ = 1;
-    lock_.Masquer();
-    lock_.openOtherTabs(false);
+    lock_.lineOpened(false);
     w_.Txt_DatFormAidant.SetFocus();
     w_.Cbo_DifFormAidant.ListIndex(No);
     w_.Etq_MessageForm.Caption("");

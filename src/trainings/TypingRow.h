@@ -1,5 +1,5 @@
 // The row of fields under the table of trainings, in which one line is typed: its browse, add and
-// modify states, and the lock on the rest of the screen while a line is open.
+// modify states. What is enabled in each is the screen's affair, not the row's.
 #pragma once
 
 #include "trainings/TrainingLines.h"
@@ -12,7 +12,8 @@
 
 namespace vorandine::trainings {
 
-// What an open line asks of the rest of the screen. The control answers it.
+// What the screen must know of the line: it alone says what is enabled then, the row itself
+// included. The control answers it.
 class ScreenLock {
   public:
     ScreenLock() = default;
@@ -20,11 +21,11 @@ class ScreenLock {
     ScreenLock& operator=(const ScreenLock&) = delete;
     virtual ~ScreenLock() = default;
 
-    // Every control of the screen disabled but those of the typing row; and the way back.
-    virtual void Masquer() = 0;
-    virtual void Afficher() = 0;
-    // The tabs beside the trainings closed or open.
-    virtual void openOtherTabs(bool open) = 0;
+    // A line is open: nothing else can be reached. `stored` tells one of the table, which can be
+    // deleted, from a new one.
+    virtual void lineOpened(bool stored) = 0;
+    // None is open any more.
+    virtual void lineClosed() = 0;
 };
 
 // What the D.I.F. side does with a training. The control answers it.
@@ -96,8 +97,6 @@ class TypingRow {
     void Cmd_AnnulerForm_Click();
     [[nodiscard]] TrainingLine typed(const std::string& code) const;
     [[nodiscard]] TrainingLine leaving() const;
-    void enableFields(bool enabled);
-    void enableButtonsOfOpenLine(bool enabled);
 };
 
 } // namespace vorandine::trainings
