@@ -28,19 +28,20 @@ std::string told(const dif::TakenOut& taken, const char* failed) {
 
 } // namespace
 
-TrainingDif::TrainingDif(Screen& screen, dif::Ledgers& ledgers, dif::FileNotice& notice,
-                         ports::Variables& variables, const ports::DateObject& Conv_Date,
+TrainingDif::TrainingDif(const dif::CaregiverLabels& caregiver, dif::Ledgers& ledgers,
+                         dif::FileNotice& notice, ports::Variables& variables,
+                         const ports::DateObject& Conv_Date,
                          const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                          widgets::UserControl& control, widgets::World& world)
-    : s_(screen), ledgers_(ledgers), notice_(notice), v_(variables), Conv_Date_(Conv_Date),
-      rights_(rights), control_(control), world_(world) {}
+    : caregiver_(caregiver), ledgers_(ledgers), notice_(notice), v_(variables),
+      Conv_Date_(Conv_Date), rights_(rights), control_(control), world_(world) {}
 
 bool TrainingDif::charge(const trainings::TrainingLine& training) {
     rules::LongTask task(control_, world_);
     dif::Frm_DIF form(v_, ledgers_, world_);
     form.DroitsUtilisateur(rights_);
-    form.Etq_CodeDif.Caption(s_.Etq_CodeAidant.Caption());
-    form.Etq_NomDif.Caption(s_.Etq_NomPrenomAidant.Caption());
+    form.Etq_CodeDif.Caption(caregiver_.Etq_CodeAidant.Caption());
+    form.Etq_NomDif.Caption(caregiver_.Etq_NomPrenomAidant.Caption());
     form.W_DateFormation = Conv_Date_.Date_Stockee(training.date);
     // Hours that are no number propose none.
     form.W_NbreHre = text::Decimal::isNumber(training.hours) ? training.hours : "0";
@@ -57,12 +58,13 @@ dif::ChargedTraining TrainingDif::charged(const trainings::TrainingLine& trainin
 }
 
 std::string TrainingDif::wouldGiveBack(const trainings::TrainingLine& training) {
-    return told(ledgers_.wouldTakeOut(s_.Etq_CodeAidant.Caption(), charged(training)),
+    return told(ledgers_.wouldTakeOut(caregiver_.Etq_CodeAidant.Caption(), charged(training)),
                 "Des heures de D.I.F. n'ont pas pu être lues.");
 }
 
 std::string TrainingDif::takeOut(const trainings::TrainingLine& training) {
-    const dif::TakenOut taken = ledgers_.takeOut(s_.Etq_CodeAidant.Caption(), charged(training));
+    const dif::TakenOut taken =
+        ledgers_.takeOut(caregiver_.Etq_CodeAidant.Caption(), charged(training));
     if (taken.outcome != dif::Stored::Done)
         notice_.tell(taken.outcome, "Heures de la formation du " + training.date +
                                         " à retirer des lignes de détail.");

@@ -2,7 +2,7 @@
 // by them. Nothing of the training is known here but the line handed over.
 #pragma once
 
-#include "control/Screen.h"
+#include "dif/Employers.h"
 #include "dif/FileNotice.h"
 #include "dif/Ledgers.h"
 #include "ports/DateObject.h"
@@ -20,8 +20,9 @@ namespace vorandine::control {
 // All that is handed over must outlive it; `rights` may be set later.
 class TrainingDif : public trainings::DifHours {
   public:
-    TrainingDif(Screen& screen, dif::Ledgers& ledgers, dif::FileNotice& notice,
-                ports::Variables& variables, const ports::DateObject& Conv_Date,
+    TrainingDif(const dif::CaregiverLabels& caregiver, dif::Ledgers& ledgers,
+                dif::FileNotice& notice, ports::Variables& variables,
+                const ports::DateObject& Conv_Date,
                 const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                 widgets::UserControl& control, widgets::World& world);
     TrainingDif(const TrainingDif&) = delete;
@@ -33,7 +34,7 @@ class TrainingDif : public trainings::DifHours {
     std::string takeOut(const trainings::TrainingLine& training) override;
 
   private:
-    Screen& s_;
+    const dif::CaregiverLabels& caregiver_;
     dif::Ledgers& ledgers_;
     dif::FileNotice& notice_;
     ports::Variables& v_;

@@ -28,21 +28,20 @@ bool isBlank(const std::string& text) {
 }
 
 // A line as a sentence, for whoever has to type it again.
-std::string told(const std::string& date, const std::string& rights, const std::string& label,
-                 const std::string& hours) {
-    std::string text = date;
-    if (!rights.empty())
-        text += ", droits " + rights;
-    if (!isBlank(label))
-        text += ", " + text::Trim(label);
-    if (!hours.empty())
-        text += ", heures " + hours;
+std::string told(const DetailLine& line) {
+    std::string text = line.date;
+    if (!line.rights.empty())
+        text += ", droits " + line.rights;
+    if (!isBlank(line.label))
+        text += ", " + text::Trim(line.label);
+    if (!line.hours.empty())
+        text += ", heures " + line.hours;
     return text + ".";
 }
 
 } // namespace
 
-DetailArea::DetailArea(const DetailWidgets& widgets, const EmployerWidgets& employers,
+DetailArea::DetailArea(DetailWidgets& widgets, EmployerWidgets& employers,
                        const DetailCollaborators& with)
     : w_(widgets), e_(employers), with_(with) {
     rules::dateRule(w_.Txt_DateDif, with_.Conv_Date, with_.world,
@@ -106,8 +105,8 @@ void DetailArea::Lst_DifEmpl_DblClick() {
 
 // A ledger that cannot be shown whole must not be rewritten from what is shown.
 void DetailArea::showLedger() {
-    const std::string key =
-        e_.Etq_CodeAidant.Caption() + e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
+    const std::string key = with_.caregiver.Etq_CodeAidant.Caption() +
+                            e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
     W_CleDif_ = key;
     with_.notice.ofDetail("");
     const auto keep = [this](const std::string& why) {
@@ -178,22 +177,23 @@ bool DetailArea::check() {
     return true;
 }
 
-std::string DetailArea::typedLine() const {
-    return DetailLine{w_.Txt_DateDif.Text(),
-                      inFixedForm(w_.Txt_DroitDif.Text()),
-                      w_.Txt_FormDif.Text(),
-                      inFixedForm(w_.Txt_HreDif.Text()),
-                      {}}
-        .toText();
+DetailLine DetailArea::typed() const {
+    return {.date = w_.Txt_DateDif.Text(),
+            .rights = w_.Txt_DroitDif.Text(),
+            .label = w_.Txt_FormDif.Text(),
+            .hours = w_.Txt_HreDif.Text(),
+            .balance = {}};
 }
 
 void DetailArea::Cmd_OkDif_Click() {
     if (!check())
         return;
     rules::LongTask task(with_.control, with_.world);
-    std::string line = typedLine();
-    const std::string lost = "À ressaisir : " + told(w_.Txt_DateDif.Text(), w_.Txt_DroitDif.Text(),
-                                                     w_.Txt_FormDif.Text(), w_.Txt_HreDif.Text());
+    DetailLine pieces = typed();
+    const std::string lost = "À ressaisir : " + told(pieces);
+    pieces.rights = inFixedForm(pieces.rights);
+    pieces.hours = inFixedForm(pieces.hours);
+    std::string line = pieces.toText();
     if (W_CreationDif_ == 1) {
         Recherche_Place();
         w_.Lst_DetailDif.AddItem(std::move(line), W_PlaceDif_);
@@ -217,7 +217,7 @@ void DetailArea::Cmd_SupprDif_Click() {
     w_.Lst_CodeFormDif.RemoveItem(line);
     w_.Lst_DetailDif.RemoveItem(line);
     rules::LongTask task(with_.control, with_.world);
-    finish("À supprimer : " + told(pieces.date, pieces.rights, pieces.label, pieces.hours));
+    finish("À supprimer : " + told(pieces));
     task.letEventsThrough();
 }
 
@@ -303,7 +303,7 @@ Stored DetailArea::store() {
     std::vector<ShownLine> lines;
     lines.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        lines.push_back({w_.Lst_DetailDif.List(i), w_.Lst_CodeFormDif.List(i)});
+        lines.push_back({.text = w_.Lst_DetailDif.List(i), .code = w_.Lst_CodeFormDif.List(i)});
     const Stored outcome = with_.ledgers.rewrite(W_CleDif_, lines);
     W_CleDif_ = "";
     return outcome;

@@ -23,9 +23,9 @@ constexpr const char* UnknownLabel = "Le diplôme saisi n'existe pas, veuillez l
 
 } // namespace
 
-TypingRow::TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock,
-                     DifHours& dif, const records::DBARecord& F_FORMPRO,
-                     ports::DateObject& Conv_Date, widgets::World& world)
+TypingRow::TypingRow(TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
+                     const records::DBARecord& F_FORMPRO, ports::DateObject& Conv_Date,
+                     widgets::World& world)
     : w_(widgets), lines_(lines), lock_(lock), dif_(dif), F_FORMPRO_(F_FORMPRO),
       Conv_Date_(Conv_Date), world_(world) {
     const char* const badDate = "La date saisie est invalide, veuillez la saisir à nouveau.";
@@ -75,14 +75,14 @@ void TypingRow::Cmd_AjouterForm_Click() {
 TrainingLine TypingRow::typed(const std::string& code) const {
     // Hours of an odd record that are no number stay what they are.
     const std::string hours = w_.Txt_HhFormAidant.Text();
-    return {w_.Txt_DatFormAidant.Text(),
-            w_.Cbo_CodFormAidant.Text(),
-            code,
-            text::Decimal::parse(hours)
-                ? rules::Format_Numerique(hours, WholeDigits, Decimals, false)
-                : hours,
-            w_.Txt_ObsFormAidant.Text(),
-            w_.Cbo_DifFormAidant.Text()};
+    return {.date = w_.Txt_DatFormAidant.Text(),
+            .label = w_.Cbo_CodFormAidant.Text(),
+            .code = code,
+            .hours = text::Decimal::parse(hours)
+                         ? rules::Format_Numerique(hours, WholeDigits, Decimals, false)
+                         : hours,
+            .observations = w_.Txt_ObsFormAidant.Text(),
+            .dif = w_.Cbo_DifFormAidant.Text()};
 }
 
 // What the ledgers are asked to give back: the line as it stands in the lists, whatever label was

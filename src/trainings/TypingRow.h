@@ -48,24 +48,24 @@ class DifHours {
 };
 
 struct TypingWidgets {
-    widgets::TextBox& Txt_DatFormAidant;
-    widgets::ComboBox& Cbo_CodFormAidant;
-    widgets::TextBox& Txt_HhFormAidant;
-    widgets::TextBox& Txt_ObsFormAidant;
-    widgets::ComboBox& Cbo_DifFormAidant;
-    widgets::CommandButton& Cmd_AjouterForm;
-    widgets::CommandButton& Cmd_SupprimerForm;
-    widgets::CommandButton& Cmd_AjouterFormation;
-    widgets::CommandButton& Cmd_OKForm;
-    widgets::CommandButton& Cmd_AnnulerForm;
-    widgets::Label& Etq_MessageForm; // hours given back, until the next line is opened
+    widgets::TextBox Txt_DatFormAidant;
+    widgets::ComboBox Cbo_CodFormAidant;
+    widgets::TextBox Txt_HhFormAidant;
+    widgets::TextBox Txt_ObsFormAidant;
+    widgets::ComboBox Cbo_DifFormAidant;
+    widgets::CommandButton Cmd_AjouterForm;
+    widgets::CommandButton Cmd_SupprimerForm;
+    widgets::CommandButton Cmd_AjouterFormation;
+    widgets::CommandButton Cmd_OKForm;
+    widgets::CommandButton Cmd_AnnulerForm;
+    widgets::Label Etq_MessageForm; // hours given back, until the next line is opened
 };
 
 // Takes over the events of its fields and buttons and the double clicks of the table. All that is
 // handed over must outlive it.
 class TypingRow {
   public:
-    TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
+    TypingRow(TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
               const records::DBARecord& F_FORMPRO, ports::DateObject& Conv_Date,
               widgets::World& world);
     TypingRow(const TypingRow&) = delete;
@@ -80,7 +80,7 @@ class TypingRow {
     std::string Recherche_DifAidant();
 
   private:
-    TypingWidgets w_;
+    TypingWidgets& w_;
     TrainingLines& lines_;
     ScreenLock& lock_;
     DifHours& dif_;
