@@ -35,7 +35,7 @@ std::vector<Parameter> ParameterTable::entries() const {
     const int count = record_.DCount(Codes);
     for (int k = 1; k <= count; ++k)
         if (std::string found = code(k); !found.empty())
-            all.push_back({std::move(found), label(k)});
+            all.push_back({.code = std::move(found), .label = label(k)});
     return all;
 }
 

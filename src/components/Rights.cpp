@@ -77,7 +77,8 @@ std::function<ModuleRights(const std::string&)>
 storedRights(std::shared_ptr<ports::DBADatabase> database, std::string user) {
     return [database = std::move(database), user = std::move(user)](const std::string& key) {
         const auto stored = ports::find(*database->OpenFile("DROITS"), user + "*" + key);
-        return stored ? read(*stored) : ModuleRights{0, false, 0, {}};
+        return stored ? read(*stored)
+                      : ModuleRights{.level = 0, .total = false, .listCount = 0, .activities = {}};
     };
 }
 

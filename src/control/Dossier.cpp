@@ -71,11 +71,13 @@ void Dossier::Cmd_Retour_Click() {
     MAJ_TabDyn();
     if (std::as_const(v_.Rec_Copie)() != std::as_const(v_.Rec_Dossier)()) {
         const widgets::Answer answer = world_.messageBox(
-            {rules::MessageTitle, "Voulez-vous enregistrer les modifications effectuées ?",
-             widgets::Icon::Question, widgets::Buttons::YesNoCancel,
-             ledgers_.written() ? "Les heures de D.I.F. déjà enregistrées le "
-                                  "restent, quelle que soit votre réponse."
-                                : ""});
+            {.title = rules::MessageTitle,
+             .text = "Voulez-vous enregistrer les modifications effectuées ?",
+             .icon = widgets::Icon::Question,
+             .buttons = widgets::Buttons::YesNoCancel,
+             .detail = ledgers_.written() ? "Les heures de D.I.F. déjà enregistrées le "
+                                            "restent, quelle que soit votre réponse."
+                                          : ""});
         if (answer == widgets::Answer::Yes)
             Cmd_OK_Click();
         if (answer != widgets::Answer::No)

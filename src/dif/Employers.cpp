@@ -60,7 +60,7 @@ std::string employerNameOrCode(ports::Variables& variables, const std::string& c
 }
 
 records::DBARecord Employers::contracts() {
-    const std::string& caregiver = w_.Etq_CodeAidant.Caption();
+    const std::string& caregiver = caregiver_.Etq_CodeAidant.Caption();
     return ports::select(
         *v_.TheDatabase, W_Params_,
         "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = " + ports::quoted(caregiver + "]") +
@@ -111,7 +111,7 @@ void Employers::Select_DifAidant() {
 
 void Employers::Remplir_Liste_Dif(const std::string& W_Empl, const std::string& W_Date,
                                   const std::string& W_Cont) {
-    const std::string key = w_.Etq_CodeAidant.Caption() + W_Empl;
+    const std::string key = caregiver_.Etq_CodeAidant.Caption() + W_Empl;
     rules::StatementByStatement tries;
     bool found = false;
     const bool read = tries([&] { found = readLedger(v_, key); });

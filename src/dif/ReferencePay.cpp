@@ -2,6 +2,7 @@
 #include "dif/ReferencePay.h"
 
 #include "dif/Employers.h"
+#include "ports/Database.h"
 #include "text/Fixed4.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ std::string period(int year, int month) {
 }
 
 std::string condition(const std::string& attribute, const std::string& value) {
-    return " AND AVEC " + attribute + " \"" + value + "\"";
+    return " AND AVEC " + attribute + " " + ports::quoted(value);
 }
 
 Fixed4 number(const std::string& value) {
@@ -50,20 +51,20 @@ Decimal inDigits(double value) {
 PayPeriod twelveMonthsTo(int month, int year) {
     const int last = month + 1;
     if (last == MonthsOfYear)
-        return {period(year, 1), period(year, last)};
-    return {period(year - 1, last + 1), period(year, last)};
+        return {.start = period(year, 1), .end = period(year, last)};
+    return {.start = period(year - 1, last + 1), .end = period(year, last)};
 }
 
-std::string payRequest(const std::string& caregiver, const std::string& employer,
-                       const PayPeriod& period) {
-    const bool association = isAssociation(employer);
-    std::string request = "SSELECT DETAILCALCUL AVEC 0 = " + ports::quoted(caregiver + "]");
-    request += condition("CodeAideDetailCalcul =", association ? employer + "]" : employer);
+std::string payRequest(const PaySought& sought) {
+    const bool association = isAssociation(sought.employer);
+    std::string request = "SSELECT DETAILCALCUL AVEC 0 = " + ports::quoted(sought.caregiver + "]");
+    request +=
+        condition("CodeAideDetailCalcul =", association ? sought.employer + "]" : sought.employer);
     if (association)
         request += condition("ConvColContratDetailCalcul <>", "02");
     request += condition("GestionDroitDif =", "1");
-    request += condition("PeriodeDetailCalcul >=", period.start);
-    return request + condition("PeriodeDetailCalcul <=", period.end);
+    request += condition("PeriodeDetailCalcul >=", sought.period.start);
+    return request + condition("PeriodeDetailCalcul <=", sought.period.end);
 }
 
 std::optional<Decimal> payOverHours(const records::DBARecord& rows) {

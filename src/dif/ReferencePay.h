@@ -18,10 +18,16 @@ struct PayPeriod {
 // The twelve months that end with `month` (0 is January) of `year`.
 [[nodiscard]] PayPeriod twelveMonthsTo(int month, int year);
 
+// Whose pay, from whom, over which months.
+struct PaySought {
+    std::string caregiver;
+    std::string employer;
+    PayPeriod period;
+};
+
 // The request for the lines of pay that count. An association, whose code has 3 characters, stands
 // for all codes that begin with its own, lines under collective agreement "02" left out.
-[[nodiscard]] std::string payRequest(const std::string& caregiver, const std::string& employer,
-                                     const PayPeriod& period);
+[[nodiscard]] std::string payRequest(const PaySought& sought);
 
 // Pay over hours of `rows`, of which value 2 is a line's hours and value 3 its net pay, both ""
 // for 0; with up to 15 significant digits. Nothing if there is no hour to divide by. Throws

@@ -6,7 +6,7 @@
 
 namespace vorandine::experience {
 
-Activities::Activities(const ActivityWidgets& widgets, ports::Variables& variables,
+Activities::Activities(ActivityWidgets& widgets, ports::Variables& variables,
                        records::DBARecord& W_Params,
                        const std::shared_ptr<ports::DroitsModule>& module, widgets::World& world)
     : w_(widgets), v_(variables), W_Params_(W_Params), module_(module), world_(world) {

@@ -17,22 +17,21 @@
 namespace vorandine::experience {
 
 struct ActivityWidgets {
-    widgets::ListBox& Lst_SectPossibles;
-    widgets::ListBox& Lst_CodSectPossibles;
-    widgets::ListBox& Lst_SectSelect;
-    widgets::ListBox& Lst_CodSectSelect;
-    widgets::CommandButton& Cmd_Tous;
-    widgets::CommandButton& Cmd_SelectSect;
-    widgets::CommandButton& Cmd_SuppSect;
+    widgets::ListBox Lst_SectPossibles;
+    widgets::ListBox Lst_CodSectPossibles;
+    widgets::ListBox Lst_SectSelect;
+    widgets::ListBox Lst_CodSectSelect;
+    widgets::CommandButton Cmd_Tous;
+    widgets::CommandButton Cmd_SelectSect;
+    widgets::CommandButton Cmd_SuppSect;
 };
 
 // Takes over the events of its widgets. All that is handed over must outlive it; `module` gives the
 // rights of the moment.
 class Activities {
   public:
-    Activities(const ActivityWidgets& widgets, ports::Variables& variables,
-               records::DBARecord& W_Params, const std::shared_ptr<ports::DroitsModule>& module,
-               widgets::World& world);
+    Activities(ActivityWidgets& widgets, ports::Variables& variables, records::DBARecord& W_Params,
+               const std::shared_ptr<ports::DroitsModule>& module, widgets::World& world);
     Activities(const Activities&) = delete;
     Activities& operator=(const Activities&) = delete;
     ~Activities() = default;
@@ -55,7 +54,7 @@ class Activities {
     void ClearListes();
 
   private:
-    ActivityWidgets w_;
+    ActivityWidgets& w_;
     ports::Variables& v_;
     records::DBARecord& W_Params_;
     const std::shared_ptr<ports::DroitsModule>& module_;

@@ -11,9 +11,9 @@ namespace {
 constexpr int DatesTab = 1;
 }
 
-Availability::Availability(const AvailabilityWidgets& widgets, ports::DateObject& Conv_Date,
-                           widgets::World& world)
-    : w_(widgets), Conv_Date_(Conv_Date), world_(world) {
+Availability::Availability(AvailabilityWidgets& widgets, widgets::TabContainer& Ong_Vorandine,
+                           ports::DateObject& Conv_Date, widgets::World& world)
+    : w_(widgets), Ong_Vorandine_(Ong_Vorandine), Conv_Date_(Conv_Date), world_(world) {
     for (widgets::TextBox* const field :
          {&w_.Txt_DatSaisieAidant, &w_.Txt_DatDispoAidant, &w_.Txt_DatFinDispoAidant})
         rules::dateRule(*field, Conv_Date, world,
@@ -48,7 +48,7 @@ void Availability::fillWithToday() {
 
 bool Availability::refuse(const char* message, widgets::TextBox& field) {
     rules::warn(world_, message);
-    w_.Ong_Vorandine.Tab(DatesTab);
+    Ong_Vorandine_.Tab(DatesTab);
     field.SetFocus();
     return false;
 }

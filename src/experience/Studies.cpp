@@ -13,9 +13,9 @@ constexpr std::size_t CodeLength = 2; // of a study, at the beginning of its ent
 
 } // namespace
 
-Studies::Studies(const StudyWidgets& widgets, const ports::Variables& variables,
-                 widgets::World& world)
-    : w_(widgets), v_(variables) {
+Studies::Studies(StudyWidgets& widgets, widgets::ComboBox& Cbo_CodFormAidant,
+                 const ports::Variables& variables, widgets::World& world)
+    : w_(widgets), Cbo_CodFormAidant_(Cbo_CodFormAidant), v_(variables) {
     rules::entryRule(w_.Cbo_EtudeAidant, world,
                      "Le diplôme saisi n'existe pas, veuillez le ressaisir.");
     rules::entryRule(
@@ -30,7 +30,7 @@ void Studies::Remplir_Diplome() {
         w_.Cbo_EtudeAidant.AddItem(v_.F_DIPLOMES(2, i) + " " + v_.F_DIPLOMES(3, i));
     const int trainings = v_.F_FORMPRO.DCount(2);
     for (int i = 1; i <= trainings; ++i)
-        w_.Cbo_CodFormAidant.AddItem(v_.F_FORMPRO(3, i));
+        Cbo_CodFormAidant_.AddItem(v_.F_FORMPRO(3, i));
     const int qualifications = v_.F_QUALIF.DCount(2);
     for (int i = 1; i <= qualifications; ++i)
         w_.Cbo_Qualif.AddItem(v_.F_QUALIF(2, i));

@@ -14,20 +14,21 @@
 namespace vorandine::experience {
 
 struct StudyWidgets {
-    widgets::OptionButton& Opt_Diplome;
-    widgets::OptionButton& Opt_Niveau;
-    widgets::ComboBox& Cbo_EtudeAidant;
-    widgets::TextBox& Txt_AnDipAidant;
-    widgets::TextBox& Txt_SpecialAidant;
-    std::array<widgets::TextBox, 7>& Txt_ExpProfAidant;
-    widgets::ComboBox& Cbo_Qualif;
-    widgets::ComboBox& Cbo_CodFormAidant; // filled with the other tables
+    widgets::OptionButton Opt_Diplome;
+    widgets::OptionButton Opt_Niveau;
+    widgets::ComboBox Cbo_EtudeAidant;
+    widgets::TextBox Txt_AnDipAidant;
+    widgets::TextBox Txt_SpecialAidant;
+    std::array<widgets::TextBox, 7> Txt_ExpProfAidant;
+    widgets::ComboBox Cbo_Qualif;
 };
 
 // Gives its fields their leaving rules. All that is handed over must outlive it.
 class Studies {
   public:
-    Studies(const StudyWidgets& widgets, const ports::Variables& variables, widgets::World& world);
+    // `Cbo_CodFormAidant` is the box of training labels, filled with the other two.
+    Studies(StudyWidgets& widgets, widgets::ComboBox& Cbo_CodFormAidant,
+            const ports::Variables& variables, widgets::World& world);
     Studies(const Studies&) = delete;
     Studies& operator=(const Studies&) = delete;
     ~Studies() = default;
@@ -43,7 +44,8 @@ class Studies {
     void compose(records::DBARecord& rec) const;
 
   private:
-    StudyWidgets w_;
+    StudyWidgets& w_;
+    widgets::ComboBox& Cbo_CodFormAidant_;
     const ports::Variables& v_;
 };
 

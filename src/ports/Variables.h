@@ -34,7 +34,8 @@ struct Variables {
     records::DBARecord Rec_CIVILAIDE;
     records::DBARecord Rec_ASSOCIATION;
 
-    std::string W_DifRetenu;   // "OUI" or "NON": what the D.I.F. form answers
+    // Left for who looks at them; nothing is handed over by them.
+    std::string W_DifRetenu;   // "OUI" or "NON": what the D.I.F. form last answered
     std::string Dif_Attribut6; // attribute 6 of the D.I.F. record last read
 };
 

@@ -14,14 +14,13 @@ constexpr const char* TableOfLabels = "FORMPRO";
 
 } // namespace
 
-LabelAddition::LabelAddition(widgets::CommandButton& Cmd_AjouterFormation,
-                             widgets::ComboBox& Cbo_CodFormAidant, ports::Variables& variables,
+LabelAddition::LabelAddition(TypingWidgets& widgets, ports::Variables& variables,
                              const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                              widgets::UserControl& control, widgets::World& world,
                              ports::MakeParameters make)
-    : Cbo_CodFormAidant_(Cbo_CodFormAidant), v_(variables), rights_(rights), control_(control),
-      world_(world), make_(std::move(make)) {
-    Cmd_AjouterFormation.Click = [this] { Cmd_AjouterFormation_Click(); };
+    : w_(widgets), v_(variables), rights_(rights), control_(control), world_(world),
+      make_(std::move(make)) {
+    w_.Cmd_AjouterFormation.Click = [this] { Cmd_AjouterFormation_Click(); };
 }
 
 void LabelAddition::Cmd_AjouterFormation_Click() {
@@ -46,12 +45,12 @@ void LabelAddition::showForm() {
 
 void LabelAddition::refill() {
     // Put back as it stood, whatever the table now holds: it is checked when the field is left.
-    const std::string kept = Cbo_CodFormAidant_.Text();
-    Cbo_CodFormAidant_.Clear();
+    const std::string kept = w_.Cbo_CodFormAidant.Text();
+    w_.Cbo_CodFormAidant.Clear();
     const int labels = std::as_const(v_.F_FORMPRO).DCount(2);
     for (int i = 1; i <= labels; ++i)
-        Cbo_CodFormAidant_.AddItem(std::as_const(v_.F_FORMPRO)(3, i));
-    Cbo_CodFormAidant_.Text(kept);
+        w_.Cbo_CodFormAidant.AddItem(std::as_const(v_.F_FORMPRO)(3, i));
+    w_.Cbo_CodFormAidant.Text(kept);
 }
 
 } // namespace vorandine::trainings

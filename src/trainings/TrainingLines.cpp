@@ -30,7 +30,7 @@ std::string storedHours(const std::string& shown) {
 
 } // namespace
 
-TrainingLines::TrainingLines(const TrainingWidgets& widgets, const ports::DateObject& Conv_Date)
+TrainingLines::TrainingLines(TrainingWidgets& widgets, const ports::DateObject& Conv_Date)
     : w_(widgets), Conv_Date_(Conv_Date), lists_{&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant,
                                                  &w_.Lst_HhFormAidant,  &w_.Lst_ObsFormAidant,
                                                  &w_.Lst_DifFormAidant, &w_.Lst_CodeForm} {
@@ -47,9 +47,12 @@ int TrainingLines::count() const {
 }
 
 TrainingLine TrainingLines::line(int i) const {
-    return {w_.Lst_DatFormAidant.List(i), w_.Lst_CodFormAidant.List(i),
-            w_.Lst_CodeForm.List(i),      w_.Lst_HhFormAidant.List(i),
-            w_.Lst_ObsFormAidant.List(i), w_.Lst_DifFormAidant.List(i)};
+    return {.date = w_.Lst_DatFormAidant.List(i),
+            .label = w_.Lst_CodFormAidant.List(i),
+            .code = w_.Lst_CodeForm.List(i),
+            .hours = w_.Lst_HhFormAidant.List(i),
+            .observations = w_.Lst_ObsFormAidant.List(i),
+            .dif = w_.Lst_DifFormAidant.List(i)};
 }
 
 int TrainingLines::W_LigneForm() const {
@@ -61,12 +64,6 @@ void TrainingLines::deselect() {
          {&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant, &w_.Lst_CodeForm, &w_.Lst_HhFormAidant,
           &w_.Lst_ObsFormAidant, &w_.Lst_DifFormAidant})
         list->ListIndex(-1);
-}
-
-void TrainingLines::enable(bool enabled) {
-    for (widgets::ListBox* const list : lists_)
-        if (list != &w_.Lst_CodeForm)
-            list->Enabled(enabled);
 }
 
 void TrainingLines::onOpen(const std::function<void()>& open) {
