@@ -9,6 +9,7 @@
 #include "store/Store.h"
 #include "text/Error.h"
 #include "widgets/Gestures.h"
+#include "widgets/Kinds.h"
 
 #include <iostream>
 #include <memory>
@@ -48,12 +49,12 @@ void run() {
     control.W_NomPrenom = "DURAND Marie";
     control.Init();
 
-    const auto& list = dynamic_cast<widgets::ListBox&>(*form.find("Lst_SectSelect"));
+    const auto& list = *widgets::as<widgets::ListBox>(form.find("Lst_SectSelect"));
     for (int line = 0; line < list.ListCount(); ++line)
         std::cout << list.List(line) << '\n';
 
     // Leaving unloads the form; a host then reads W_Sortir.
-    widgets::click(dynamic_cast<widgets::CommandButton&>(*form.find("Cmd_Retour")));
+    widgets::click(*widgets::as<widgets::CommandButton>(form.find("Cmd_Retour")));
     if (form.unloaded())
         std::cout << "W_Sortir = " << control.W_Sortir << '\n';
 }

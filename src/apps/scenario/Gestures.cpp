@@ -1,6 +1,7 @@
 // Each gesture reads its whole line before it does anything.
 #include "apps/scenario/Gestures.h"
 #include "widgets/FormTabs.h"
+#include "widgets/Kinds.h"
 
 #include <map>
 
@@ -13,7 +14,7 @@ using widgets::Outcome;
 // (null), is what a user could not do.
 template <typename Kind, typename Act>
 Outcome on(widgets::Control* control, Act act) {
-    auto* const target = dynamic_cast<Kind*>(control);
+    auto* const target = widgets::as<Kind>(control);
     return target != nullptr ? act(*target) : Outcome::Refused;
 }
 
@@ -121,7 +122,7 @@ Outcome Gestures::click(Words& words) {
         return on<widgets::ListBox>(control,
                                     [&](auto& list) { return hand_.clickLine(list, line); });
     }
-    if (auto* const option = dynamic_cast<widgets::OptionButton*>(control))
+    if (auto* const option = widgets::as<widgets::OptionButton>(control))
         return hand_.click(*option);
     return on<widgets::CommandButton>(control, [&](auto& button) { return hand_.click(button); });
 }
@@ -173,8 +174,7 @@ Outcome Gestures::drag(Words& words) {
 Outcome Gestures::rightClick(Words& words) {
     widgets::Control* const control = target(words);
     words.end();
-    const Outcome outcome =
-        on<widgets::Control>(control, [&](auto& surface) { return hand_.rightClick(surface); });
+    const Outcome outcome = control != nullptr ? hand_.rightClick(*control) : Outcome::Refused;
     if (outcome == Outcome::Done && menu_ == nullptr)
         output_.event("popup none");
     return outcome;
