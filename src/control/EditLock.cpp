@@ -47,6 +47,7 @@ void EditLock::openOtherTabs(bool open) {
 }
 
 void EditLock::openWaysOut(bool open) {
+    screen_.Lst_DifEmpl.Enabled(open);
     screen_.Ong_Vorandine.TabEnabled(0, open);
     screen_.Ong_Vorandine.TabEnabled(1, open);
     screen_.Cmd_OK.Enabled(open);

@@ -1,5 +1,5 @@
 // What is enabled on the screen while a training line is open, and while none is: each state is
-// told whole, here and nowhere else. A D.I.F. line closes the ways out of its tab.
+// told whole, here and nowhere else. A D.I.F. line closes the ways out of its frame.
 #pragma once
 
 #include "control/Screen.h"

@@ -83,10 +83,8 @@ void DetailArea::set(State state) {
     w_.Cmd_OkDif.Enabled(lineOpen);
     w_.Cmd_AnnuleDif.Enabled(lineOpen);
     w_.Cmd_CalculDif.Enabled(employerOpen);
-    if (lineOpen) {
-        e_.Lst_DifEmpl.Enabled(false);
+    if (lineOpen)
         with_.lock.openWaysOut(false);
-    }
 }
 
 void DetailArea::Lst_DifEmpl_DblClick() {
@@ -157,7 +155,6 @@ void DetailArea::Effacer_Donnees_Dif() {
          {&w_.Txt_DateDif, &w_.Txt_DroitDif, &w_.Txt_FormDif, &w_.Txt_HreDif, &w_.Txt_SoldeDif})
         field->Text("");
     set(State::EmployerOpen);
-    e_.Lst_DifEmpl.Enabled(true);
     with_.lock.openWaysOut(true);
 }
 

@@ -28,7 +28,8 @@ class LineLock {
     LineLock& operator=(const LineLock&) = delete;
     virtual ~LineLock() = default;
 
-    // The ways out: the other tabs and the buttons that end the file, closed or open.
+    // The ways out of the frame: the list of employers, the other tabs and the buttons that end the
+    // file, closed or open.
     virtual void openWaysOut(bool open) = 0;
 };
 
