@@ -86,11 +86,18 @@ TEST_F(ScenarioPlayer, FailedExpectationIsToldAndTheFileGoesOn) {
                       "expect enabled Cmd_OK Txt_DatFormAidant\n"
                       "expect error\n"
                       "expect silence\n"
+                      "expect Txt_AnDipAidant {\"Visible\":false,\"Text\":\"1\",\"Enabled\":true}\n"
+                      "expect each Enabled {\"Cmd_OK\":true,\"Txt_DatFormAidant\":true}\n"
+                      "tabs Cmd_OK Cbo_EtudeAidant\n"
                       "print Txt_ExpProfAidant(6).Text"));
     EXPECT_EQ(failures,
               "expect.inc:3: expected \"Frm_DIF\", found \"Frm_Hote\"\n"
               "essai.scn:3: expected all enabled, found [\"Txt_DatFormAidant\"] disabled\n"
-              "essai.scn:4: expected an error, found []\n");
+              "essai.scn:4: expected an error, found []\n"
+              "essai.scn:6: Text: expected \"1\", found \"\"\n"
+              "essai.scn:6: Visible: expected false, found true\n"
+              "essai.scn:7: Txt_DatFormAidant: expected true, found false\n"
+              "essai.scn:8: expected the focus at \"Cmd_OK\", found it at \"Opt_Niveau\"\n");
     EXPECT_EQ(output, "Txt_ExpProfAidant(6).Text = \"\"\n");
 }
 
@@ -102,10 +109,17 @@ TEST_F(ScenarioPlayer, LineThatCannotBeRunEndsTheFile) {
                                    "click \"Cmd_OK\"Cmd_Retour",
                                    "click Cmd_Ok",
                                    "click Lst_SectSelect x",
-                                   "key Return",
+                                   "key Tab Return",
+                                   "retype Txt_AnDipAidant 1 Txt_SpecialAidant",
+                                   "tabs Opt_Niveau Txt_EtudeAidant",
+                                   "click Cmd_OK ->",
+                                   "click Cmd_OK -> Oui",
                                    "close now",
                                    "print Cmd_OK.Text",
                                    "expect Cmd_OK.Caption OK",
+                                   "expect Cmd_OK {}",
+                                   "expect Cmd_OK {\"Text\":\"\"}",
+                                   "expect each Text [\"\"]",
                                    "answer Oui",
                                    "today 31/02/2006",
                                    "today 1/2/2006",
@@ -113,6 +127,7 @@ TEST_F(ScenarioPlayer, LineThatCannotBeRunEndsTheFile) {
                                    "put TABLES 1 {\"Nom\":\"x\"}",
                                    "rights {\"FORMDIF\":{\"level\":1}}",
                                    "fail NOWHERE",
+                                   "fail read TABLES DIPLOMES",
                                    "include missing.inc",
                                    "include essai.scn",
                                    "open 13 Autre",
@@ -135,9 +150,24 @@ TEST_F(ScenarioPlayer, GestureOnTheWrongKindOfControlIsRefused) {
                       "refused menu Mnu_Sommaire\n");
 }
 
+TEST_F(ScenarioPlayer, LineOfSeveralGesturesEndsAtOneThatCouldNotBeMade) {
+    const std::string kept = "message warning OK \"Message ORMELAINE\" \"Le diplôme saisi n'existe "
+                             "pas, veuillez le ressaisir.\" -> OK\n";
+    EXPECT_TRUE(play(std::string(Stage) +
+                     "retype Txt_AnDipAidant 1998 Cmd_OK x Txt_SpecialAidant y\n"
+                     "retype Cbo_EtudeAidant \"->\" Txt_AnDipAidant 2000\n"
+                     "type Cbo_EtudeAidant x\n"
+                     "key Tab Space\n"
+                     "expect Focus \"Cbo_EtudeAidant\"\n"
+                     "expect each Text {\"Txt_AnDipAidant\":\"1998\","
+                     "\"Txt_SpecialAidant\":\"\",\"Cbo_EtudeAidant\":\"\"}\n"))
+        << failures;
+    EXPECT_EQ(output, "refused retype Cmd_OK\n" + kept + kept);
+}
+
 TEST_F(ScenarioPlayer, BoxesTakeFittingAnswersAndEveryAnswerIsAskedFor) {
     const std::string changed = std::string(Stage) + "tab 1\ntype Txt_ExpProfAidant(0) x\n";
-    EXPECT_TRUE(play(changed + "answer Cancel\nanswer No\nclose\nexpect Form \"Frm_Hote\"\n"
+    EXPECT_TRUE(play(changed + "close -> Cancel No\nexpect Form \"Frm_Hote\"\n"
                                "key Escape\nexpect output \"closed W_Sortir=1\"\nprint Form\n"));
 
     EXPECT_FALSE(play(changed + "answer OK\nclose\nprint Form\n"));
@@ -167,13 +197,15 @@ TEST_F(ScenarioPlayer, ModalFormTakesTheLinesUntilItCloses) {
 
 TEST_F(ScenarioPlayer, FailuresOfTheDiskReachTheControlAlone) {
     EXPECT_TRUE(play(std::string(Stage) +
-                     "fail FORMVORANDINE\n"
+                     "fail FORMVORANDINE 12\n"
+                     "fail FORMVORANDINE 14\n"
                      "click Cmd_OK\n"
                      "expect error\n"
                      "expect Ctr_Vorandine.W_Sortir 0\n"
                      "put FORMVORANDINE 13 {\"5\":[\"a\",\"\"],\"7\":\"\"}\n"
                      "expect show FORMVORANDINE 13 [[],[],[],[],[\"a\",\"\"]]\n"
                      "fail none\n"
+                     "fail FORMVORANDINE 13\n"
                      "fail read FORMVORANDINE\n"
                      "expect show FORMVORANDINE 12 null\n"
                      "expect rows FORMVORANDINE \"9\" \"SSELECT FORMVORANDINE\" "

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vorandine::scenario {
 
@@ -17,15 +18,19 @@ class Expectations {
     Expectations(const Looking& looking, const FormStack& forms, const Output& output)
         : looking_(looking), forms_(forms), output_(output) {}
 
-    // `words` is what follows the command. Gives nothing if the expectation holds, else what was
-    // expected and what was found. Throws LineError where the words are wrong.
-    [[nodiscard]] std::optional<std::string> check(Words& words) const;
+    // `words` is what follows the command. Gives what was expected and what was found, for each
+    // thing that is not as expected. Throws LineError where the words are wrong.
+    [[nodiscard]] std::vector<std::string> check(Words& words) const;
 
   private:
     const Looking& looking_;
     const FormStack& forms_;
     const Output& output_;
 
+    [[nodiscard]] std::vector<std::string> checkControl(const std::string& name,
+                                                        Words& words) const;
+    [[nodiscard]] std::vector<std::string> checkEach(Words& words) const;
+    [[nodiscard]] std::optional<std::string> checkOne(const std::string& what, Words& words) const;
     [[nodiscard]] std::optional<std::string> checkRows(Words& words) const;
     [[nodiscard]] std::optional<std::string> checkOutput(const std::string& text) const;
     [[nodiscard]] std::optional<std::string> checkPrinted(const std::string& text) const;

@@ -4,6 +4,7 @@
 #include "widgets/Kinds.h"
 
 #include <map>
+#include <utility>
 
 namespace vorandine::scenario {
 namespace {
@@ -56,20 +57,80 @@ Gestures::Gesture Gestures::find(const std::string& command) {
     return found == gestures.end() ? nullptr : found->second;
 }
 
-bool Gestures::play(const std::string& command, Words words) {
-    const Gesture gesture = find(command);
-    if (gesture == nullptr)
-        return false;
+bool Gestures::has(const std::string& command) {
+    return command == "retype" || command == "tabs" || find(command) != nullptr;
+}
+
+void Gestures::read(const std::string& command, Words words) {
     output_.beginGesture();
-    if (command != "menu")
-        menu_ = nullptr;
+    if (command == "key")
+        readKeys(command, words);
+    else if (command == "tabs")
+        readTabs(command, words);
+    else if (command == "retype")
+        readTexts(command, words);
+    else
+        readOne(command, words);
+}
+
+void Gestures::readKeys(const std::string& command, Words& words) {
+    std::deque<Step> steps;
+    do {
+        const std::string name = words.word("the key");
+        keyNamed(name);
+        steps.push_back({command, name, &Gestures::key, name});
+    } while (!words.atEnd());
+    steps_ = std::move(steps);
+}
+
+void Gestures::readTabs(const std::string& command, Words& words) {
+    std::deque<Step> steps;
+    do {
+        const std::string name = words.word("the control");
+        static_cast<void>(forms_.target(name)); // there must be one
+        steps.push_back({command, name, &Gestures::key, "Tab", true});
+    } while (!words.atEnd());
+    steps_ = std::move(steps);
+}
+
+void Gestures::readTexts(const std::string& command, Words& words) {
+    std::deque<Step> steps;
+    do {
+        const std::string name = words.word("the control");
+        const std::string text = words.word("the text");
+        static_cast<void>(forms_.target(name)); // there must be one
+        const std::string field = toText(name);
+        steps.push_back({command, name, &Gestures::erase, field});
+        steps.push_back({command, name, &Gestures::type, field + " " + toText(text)});
+    } while (!words.atEnd());
+    steps_ = std::move(steps);
+}
+
+void Gestures::readOne(const std::string& command, Words& words) {
     const bool ofForm = command == "close" && forms_.front() != nullptr;
     std::string whom = ofForm ? forms_.front()->Name() : std::string();
     if (Words ahead = words; !ahead.atEnd())
         whom = ahead.word("the control");
-    if ((this->*gesture)(words) == Outcome::Refused)
-        output_.event("refused " + command + (whom.empty() ? "" : " " + whom));
-    return true;
+    steps_.push_back({command, std::move(whom), find(command), std::string(words.rest())});
+}
+
+std::optional<std::string> Gestures::playStep() {
+    const Step step = std::move(steps_.front());
+    steps_.pop_front();
+    if (step.command != "menu")
+        menu_ = nullptr;
+    Words words(step.words);
+    const Outcome outcome = (this->*step.gesture)(words);
+    if (outcome == Outcome::Refused)
+        output_.event("refused " + step.command + (step.whom.empty() ? "" : " " + step.whom));
+    if (outcome != Outcome::Done)
+        steps_.clear();
+    const widgets::Control* const focus =
+        step.bringsFocus && !forms_.empty() ? forms_.front()->focus() : nullptr;
+    const std::string found = focus != nullptr ? focus->fullName() : std::string();
+    if (!step.bringsFocus || found == step.whom)
+        return std::nullopt;
+    return "expected the focus at " + toText(step.whom) + ", found it at " + toText(found);
 }
 
 void Gestures::popup(widgets::Menu& menu) {

@@ -34,6 +34,11 @@ json array(std::string_view text, char mark) {
 
 } // namespace
 
+bool Looking::namesControl(const std::string& what) {
+    return what != "Form" && what != "Focus" && what != "Detail" && what != "journal" &&
+           what.find('.') == std::string::npos;
+}
+
 json Looking::look(const std::string& what) const {
     const widgets::Form* const front = forms_.front();
     if (what == "Form")

@@ -17,6 +17,8 @@ class Looking {
     Looking(const FormStack& forms, Stage& stage, const std::string& detail)
         : forms_(forms), stage_(stage), detail_(detail) {}
 
+    // Whether `what` can only be the name of a control, of which several properties are meant.
+    [[nodiscard]] static bool namesControl(const std::string& what);
     // `what` is "Focus", "Form", "Detail" or "CONTROL.PROPERTY". Throws LineError for a control
     // or property that there is not.
     [[nodiscard]] nlohmann::json look(const std::string& what) const;

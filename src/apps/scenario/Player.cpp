@@ -67,7 +67,7 @@ headless::Callbacks Player::callbacks() {
 }
 
 bool Player::play() {
-    while (playLine()) {
+    while (playNext()) {
     }
     if (!stopped_)
         for (const Reply& reply : replies_)
@@ -76,10 +76,14 @@ bool Player::play() {
     return !failed_;
 }
 
-bool Player::playLine() {
+bool Player::playNext() {
     if (stopped_)
         return false;
     try {
+        if (gestures_.pending()) {
+            playStep();
+            return true;
+        }
         const std::optional<Line> line = script_.next();
         if (!line)
             return false;
@@ -95,13 +99,21 @@ bool Player::playLine() {
     return false;
 }
 
+void Player::playStep() {
+    if (const std::optional<std::string> failure = gestures_.playStep())
+        fail(here_, *failure);
+    // Inside a modal form a gesture on the host's form still runs.
+    if (host_ && !forms_.modal() && host_->form().unloaded())
+        closeHost();
+}
+
 void Player::run(const std::string& text) {
     Words words(text);
     const std::string command = words.word("the command");
-    if (gestures_.play(command, words)) {
-        // Inside a modal form a gesture on the host's form still runs.
-        if (host_ && !forms_.modal() && host_->form().unloaded())
-            closeHost();
+    if (Gestures::has(command)) {
+        if (std::optional<Words> replies = words.cutAt("->"))
+            addReplies(*replies);
+        gestures_.read(command, words);
     } else if (!stage_.run(command, words) && !runStill(command, words)) {
         look(command, words);
     }
@@ -123,8 +135,8 @@ bool Player::runStill(const std::string& command, Words& words) {
         if (forms_.front() != nullptr)
             hand_->capture(*forms_.front(), name);
     } else if (command == "expect") {
-        if (const std::optional<std::string> failure = expectations_.check(words))
-            fail(here_, *failure);
+        for (const std::string& failure : expectations_.check(words))
+            fail(here_, failure);
     } else {
         return false;
     }
@@ -227,7 +239,7 @@ Answer Player::answer(const widgets::Message& message) {
 void Player::playModal(widgets::Form& form) {
     output_.event("form " + form.Name() + " opened");
     forms_.push(form);
-    while (!form.unloaded() && playLine()) {
+    while (!form.unloaded() && playNext()) {
     }
     forms_.pop();
     if (form.unloaded()) {

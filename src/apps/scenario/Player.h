@@ -67,8 +67,9 @@ class Player {
     bool stopped_ = false; // at a line that could not be run
 
     [[nodiscard]] headless::Callbacks callbacks();
-    // One line; false at the end, or once stopped.
-    bool playLine();
+    // The next step of the line, or else the next line; false at the end, or once stopped.
+    bool playNext();
+    void playStep();
     void run(const std::string& text);
     bool runStill(const std::string& command, Words& words);
     void look(const std::string& command, Words& words);

@@ -91,6 +91,17 @@ void Words::end() const {
         throw LineError("there is more on the line than the command takes: " + std::string(rest_));
 }
 
+std::optional<Words> Words::cutAt(std::string_view mark) {
+    for (Words ahead = *this; !ahead.atEnd();) {
+        const std::string_view from = ahead.rest_;
+        if (ahead.word({}) == mark && from.front() != '"') {
+            rest_.remove_suffix(from.size());
+            return ahead;
+        }
+    }
+    return std::nullopt;
+}
+
 std::string toText(const nlohmann::json& value) {
     return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }

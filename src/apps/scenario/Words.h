@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,11 @@ class Words {
     nlohmann::json json();
     // Throws unless every word was taken.
     void end() const;
+    // What is left of the line.
+    [[nodiscard]] std::string_view rest() const noexcept { return rest_; }
+    // Ends these words before the first bare word `mark`, and gives those behind it; none where it
+    // does not stand.
+    std::optional<Words> cutAt(std::string_view mark);
 
   private:
     std::string_view rest_;
