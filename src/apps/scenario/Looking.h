@@ -5,7 +5,7 @@
 #include "apps/scenario/Stage.h"
 #include "widgets/named/FormStack.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <string>
 

@@ -3,7 +3,7 @@
 
 #include "widgets/Control.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <string>
 

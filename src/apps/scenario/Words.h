@@ -1,7 +1,7 @@
 // One line of a scenario, taken apart word by word.
 #pragma once
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <optional>
 #include <string>
