@@ -1,6 +1,6 @@
 // The scenario player itself: what makes a scenario fail, where it says so, and what it goes on
 // with.
-#include "apps/scenario/HeadlessHand.h"
+#include "apps/scenario/HeadlessFrontEnd.h"
 #include "apps/scenario/Player.h"
 #include "store_support.h"
 
@@ -13,14 +13,13 @@ namespace vorandine::scenario {
 namespace {
 
 // A hand whose click on Cmd_Tous shows a modal form that only its button closes.
-class ModalHand : public HeadlessHand {
+class ModalHand : public widgets::DirectHand {
   public:
-    explicit ModalHand(headless::Callbacks callbacks)
-        : HeadlessHand(std::move(callbacks), nullptr) {}
+    explicit ModalHand(widgets::World& world) : world_(world) {}
 
     widgets::Outcome click(widgets::CommandButton& button) override {
         if (button.Name() != "Cmd_Tous")
-            return HeadlessHand::click(button);
+            return DirectHand::click(button);
         widgets::Form form;
         widgets::CommandButton leave;
         form.identify("Frm_Essai");
@@ -31,14 +30,25 @@ class ModalHand : public HeadlessHand {
             form.Unload();
         };
         form.add(leave);
-        world().runModal(form);
+        world_.runModal(form);
         EXPECT_TRUE(form.unloaded());
-        world().messageBox({"", "après", widgets::Icon::None, widgets::Buttons::YesNo, ""});
+        world_.messageBox({"", "après", widgets::Icon::None, widgets::Buttons::YesNo, ""});
         return widgets::Outcome::Done;
     }
 
   private:
+    widgets::World& world_;
     bool mayClose_ = false;
+};
+
+class ModalFrontEnd : public HeadlessFrontEnd {
+  public:
+    explicit ModalFrontEnd(headless::Callbacks callbacks)
+        : HeadlessFrontEnd(std::move(callbacks), nullptr) {}
+    [[nodiscard]] widgets::Hand& hand() override { return hand_; }
+
+  private:
+    ModalHand hand_{world()};
 };
 
 class ScenarioPlayer : public testing::Test {
@@ -65,7 +75,7 @@ class ScenarioPlayer : public testing::Test {
         const bool held = Player(
                               Script(path), "memory:",
                               [](headless::Callbacks callbacks) {
-                                  return std::make_unique<ModalHand>(std::move(callbacks));
+                                  return std::make_unique<ModalFrontEnd>(std::move(callbacks));
                               },
                               out, err)
                               .play();

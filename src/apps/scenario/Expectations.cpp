@@ -1,7 +1,10 @@
 // One function a form of `expect`.
 #include "apps/scenario/Expectations.h"
 
+#include "apps/scenario/LineError.h"
 #include "text/Error.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <map>

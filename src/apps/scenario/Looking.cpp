@@ -1,8 +1,11 @@
 // Records and rows as JSON, told apart at the separators of their whole text.
 #include "apps/scenario/Looking.h"
 
+#include "apps/scenario/LineError.h"
 #include "apps/scenario/Properties.h"
 #include "text/Error.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <string_view>

@@ -4,6 +4,8 @@
 
 #include "apps/scenario/LineError.h"
 
+#include <nlohmann/json.hpp>
+
 #include <array>
 #include <map>
 #include <utility>
@@ -39,18 +41,18 @@ bool fits(Answer answer, Buttons buttons) {
 
 } // namespace
 
-Player::Player(Script script, const std::string& url, const MakeHand& makeHand,
+Player::Player(Script script, const std::string& url, const MakeFrontEnd& makeFrontEnd,
                std::ostream& output, std::ostream& failures)
     : output_(output), failures_(failures), script_(std::move(script)), stage_(url),
       looking_(forms_, stage_, detail_), expectations_(looking_, forms_, output_),
-      hand_(makeHand(callbacks())), gestures_(*hand_, forms_, output_),
-      dates_([this] { return stage_.today(); }), help_(hand_->world()),
+      frontEnd_(makeFrontEnd(callbacks())), gestures_(frontEnd_->hand(), forms_, output_),
+      dates_([this] { return stage_.today(); }), help_(frontEnd_->world()),
       rights_(std::make_shared<components::Rights>(
           [this](const std::string& key) { return stage_.rights(key); })) {}
 
 Player::~Player() {
     if (host_)
-        hand_->hide(host_->form());
+        frontEnd_->hide(host_->form());
 }
 
 headless::Callbacks Player::callbacks() {
@@ -133,7 +135,7 @@ bool Player::runStill(const std::string& command, Words& words) {
         const std::string name = words.word("the name");
         words.end();
         if (forms_.front() != nullptr)
-            hand_->capture(*forms_.front(), name);
+            frontEnd_->capture(*forms_.front(), name);
     } else if (command == "expect") {
         for (const std::string& failure : expectations_.check(words))
             fail(here_, failure);
@@ -184,8 +186,8 @@ void Player::open(Words& words) {
     const auto tell = [this](const Error& error) { output_.event(errorLine(error)); };
     try {
         host_ = std::make_unique<host::CaregiverForm>(
-            host::HostObjects{hand_->world(), dates_, help_, std::make_shared<ports::DBAClient>(),
-                              stage_.database(), rights_},
+            host::HostObjects{frontEnd_->world(), dates_, help_,
+                              std::make_shared<ports::DBAClient>(), stage_.database(), rights_},
             code, name, tell);
     } catch (const Error& error) {
         tell(error);
@@ -195,13 +197,13 @@ void Player::open(Words& words) {
         return;
     }
     forms_.push(host_->form());
-    hand_->show(host_->form());
+    frontEnd_->show(host_->form());
 }
 
 void Player::closeHost() {
     const int left = host_->control().W_Sortir;
     forms_.pop();
-    hand_->hide(host_->form());
+    frontEnd_->hide(host_->form());
     host_.reset();
     output_.event("closed W_Sortir=" + std::to_string(left));
 }

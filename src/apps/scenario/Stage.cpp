@@ -6,6 +6,8 @@
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/Layout.h"
 
+#include <nlohmann/json.hpp>
+
 #include <chrono>
 #include <type_traits>
 #include <utility>

@@ -1,5 +1,5 @@
 // vorandine-scenario: plays scenario files, as a user would work in the control.
-#include "apps/scenario/HeadlessHand.h"
+#include "apps/scenario/HeadlessFrontEnd.h"
 #include "apps/scenario/Player.h"
 #include "apps/scenario/QtHand.h"
 #include "apps/scenario/Script.h"
@@ -133,14 +133,14 @@ std::unique_ptr<QApplication> application(int& argc, char** argv) {
     return made;
 }
 
-MakeHand handMaker(const Options& options) {
-    return [options](headless::Callbacks callbacks) -> std::unique_ptr<Hand> {
+MakeFrontEnd frontEndMaker(const Options& options) {
+    return [options](headless::Callbacks callbacks) -> std::unique_ptr<FrontEnd> {
         constexpr double Percent = 100.0;
         if (options.front == "qt")
             return std::make_unique<QtHand>(std::move(callbacks),
                                             Stills{options.captures, options.zoom / Percent});
-        return std::make_unique<HeadlessHand>(std::move(callbacks),
-                                              options.screens ? &std::cout : nullptr);
+        return std::make_unique<HeadlessFrontEnd>(std::move(callbacks),
+                                                  options.screens ? &std::cout : nullptr);
     };
 }
 
@@ -166,7 +166,8 @@ int run(int argc, char** argv) {
         options.front == "qt" ? application(ownArguments, argv) : std::unique_ptr<QApplication>();
     int status = Held;
     for (Script& script : scripts) {
-        Player player(std::move(script), options.store, handMaker(options), std::cout, std::cerr);
+        Player player(std::move(script), options.store, frontEndMaker(options), std::cout,
+                      std::cerr);
         if (!player.play())
             status = Failed;
     }
