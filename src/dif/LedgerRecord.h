@@ -6,6 +6,7 @@
 #include "ports/DateObject.h"
 #include "ports/Variables.h"
 #include "records/DBARecord.h"
+#include "records/StoredFiles.h"
 #include "records/TrainingLabels.h"
 
 #include <optional>
@@ -14,14 +15,7 @@
 
 namespace vorandine::dif {
 
-namespace attribute {
-constexpr int Date = 1;     // in stored form
-constexpr int Rights = 2;   // "" on a consumption line
-constexpr int Hours = 3;    // "" on a rights line
-constexpr int Balance = 4;  // after this line; may be negative
-constexpr int Training = 5; // code of the training, "" on a rights line
-constexpr int Carried = 6;  // not this control's affair, carried along
-} // namespace attribute
+namespace attribute = records::ledger;
 
 // Reads the ledger under `key` into Rec_DIFAIDANT, and its attribute 6 into Dif_Attribut6. False if
 // there is none; throws where it cannot be read. In both cases the record in hand is then a free

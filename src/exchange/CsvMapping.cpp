@@ -63,7 +63,7 @@ MappedColumn mappedColumn(const std::string& file, const std::string& map,
         throw NamingError("attribute 0 is the key: name its column with --key");
     if (const records::AttributeLayout* const known = records::layout(file, column.attribute)) {
         column.kind = known->kind;
-        column.list = known->values == records::Values::Many;
+        column.list = known->list();
     }
     if (colon != std::string::npos)
         column.kind = conversion(map.substr(colon + 1));

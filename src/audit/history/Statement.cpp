@@ -52,8 +52,8 @@ class ByAttributes : public Statement {
     void tell(int attribute, const std::vector<std::string>& before,
               const std::vector<std::string>& after) {
         const records::AttributeLayout* const known = records::layout(file_, attribute);
-        const bool list = before.size() > 1 || after.size() > 1 ||
-                          (known != nullptr && known->values == records::Values::Many);
+        const bool list =
+            before.size() > 1 || after.size() > 1 || (known != nullptr && known->list());
         for (const Step& step : differences(before, after)) {
             if (step.same)
                 continue;
