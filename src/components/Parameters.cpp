@@ -2,6 +2,7 @@
 #include "components/Parameters.h"
 
 #include "components/ParameterTable.h"
+#include "records/StoredFiles.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 #include "text/Search.h"
@@ -110,7 +111,7 @@ void Parameters::Init_Param() {
 
 // A table that is not there yet is an empty one.
 records::DBARecord Parameters::read() const {
-    const auto file = TheDatabase->OpenFile("TABLES");
+    const auto file = TheDatabase->OpenFile(records::table::File);
     std::optional<records::DBARecord> found = ports::find(*file, Table_Param);
     return found ? *std::move(found) : file->NewRecord(Table_Param);
 }

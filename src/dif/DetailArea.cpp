@@ -119,7 +119,7 @@ void DetailArea::showLedger() {
     if (!found)
         return;
     const records::DBARecord& record = v.Rec_DIFAIDANT;
-    const int lines = record.DCount(attribute::Date);
+    const int lines = record.DCount(records::ledger::Date);
     if (lines > widgets::MaxLines)
         keep("Le détail compte " + std::to_string(lines) +
              " lignes : il ne peut pas être modifié ici.");

@@ -2,6 +2,7 @@
 #include "dif/Frm_CalculRemu.h"
 
 #include "dif/ReferencePay.h"
+#include "records/StoredFiles.h"
 #include "rules/LongTask.h"
 #include "rules/Messages.h"
 #include "rules/ModalForm.h"
@@ -95,9 +96,7 @@ records::DBARecord Frm_CalculRemu::rows() {
                            .employer = W_Empl,
                            .period =
                                twelveMonthsTo(Cbo_Mois.ListIndex(), std::stoi(Cbo_An.Text()))};
-    records::DBARecord request;
-    records::DBARecord found =
-        ports::select(*v_.TheDatabase, request, payRequest(sought), "DETAILCALCUL", "0 6 16");
+    records::DBARecord found = payLines(*v_.TheDatabase, sought);
     task.letEventsThrough();
     return found;
 }
@@ -137,7 +136,7 @@ void runCalculRemu(const Employment& employment, ports::Variables& variables,
     form.DroitsUtilisateur(rights);
     form.W_Aidant = employment.caregiver;
     form.W_Empl = employment.employer;
-    form.W_PeriodeCloture = std::as_const(variables.Rec_CONTRAT)(63);
+    form.W_PeriodeCloture = std::as_const(variables.Rec_CONTRAT)(records::contract::ClosingPeriod);
     form.Init();
     rules::runModal(form, control, world);
 }

@@ -4,6 +4,8 @@
 #include "dif/Columns.h"
 #include "dif/Employers.h"
 #include "dif/Hours.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "rules/Messages.h"
 #include "rules/Numbers.h"
 #include "rules/StatementByStatement.h"
@@ -18,6 +20,7 @@
 namespace vorandine::dif {
 namespace {
 
+namespace contract = records::contract;
 using text::Decimal;
 using text::Fixed4;
 
@@ -110,16 +113,18 @@ void Frm_DIF::Init() {
 
 void Frm_DIF::Remplir_Liste() {
     rules::StatementByStatement tries;
-    records::DBARecord request;
     records::DBARecord rows;
     tries([&] {
-        const std::string date = ports::quoted(W_DateFormation);
-        rows = ports::select(*v_.TheDatabase, request,
-                             "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = " +
-                                 ports::quoted(Etq_CodeDif.Caption() + "]") +
-                                 " AND AVEC 7 <= " + date + " AND AVEC 8 >= " + date +
-                                 " OR = \"\" PAR NomAideContrat PAR PrenomAideContrat",
-                             "CONTRAT", "0 3");
+        rows = ports::select(*v_.TheDatabase,
+                             ports::Query(contract::File)
+                                 .with(contract::LeftOut, "=", "")
+                                 .with(records::Key, "=", Etq_CodeDif.Caption() + "]")
+                                 .with(contract::FirstDay, "<=", W_DateFormation)
+                                 .with(contract::LastDay, ">=", W_DateFormation)
+                                 .orEqual("")
+                                 .by(contract::EmployerName)
+                                 .by(contract::EmployerFirstName),
+                             {records::Key, contract::Employer});
     });
     const int count = rows.DCount();
     for (int i = 1; i <= count; ++i)
@@ -132,7 +137,8 @@ void Frm_DIF::addEmployer(const std::string& stored) {
     const std::string code = employerCode(stored);
     readLedger(v_, Etq_CodeDif.Caption() + code);
     const records::DBARecord& ledger = v_.Rec_DIFAIDANT;
-    const std::string balance = ledger(attribute::Balance, ledger.DCount(attribute::Balance));
+    const std::string balance =
+        ledger(records::ledger::Balance, ledger.DCount(records::ledger::Balance));
     if (balance.empty())
         return;
     Lst_Dif.AddItem(

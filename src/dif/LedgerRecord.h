@@ -1,5 +1,5 @@
-// A stored ledger: one record for a caregiver and an employer, whose attributes 1 to 5 are parallel
-// lists, one value a line, oldest line first. Figures are whole hundredths of an hour.
+// A stored ledger: one record for a caregiver and an employer, with lists of the same lines,
+// oldest line first. Figures are whole hundredths of an hour.
 #pragma once
 
 #include "dif/Balances.h"
@@ -34,7 +34,7 @@ struct ShownLine {
                                   const ports::DateObject& Conv_Date,
                                   const records::TrainingLabels& labels);
 
-// Puts `lines` in place of all lines of `record`; attributes from 6 on stay. Throws
+// Puts `lines` in place of all lines of `record`; what else it holds stays. Throws
 // Error(FigureTooWide) for a line that does not stand in its columns, and then the record is as it
 // was.
 void replaceLines(records::DBARecord& record, const std::vector<ShownLine>& lines,

@@ -3,6 +3,8 @@
 
 #include "dif/Employers.h"
 #include "dif/Hours.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "rules/StatementByStatement.h"
 
 #include <algorithm>
@@ -10,6 +12,8 @@
 
 namespace vorandine::dif {
 namespace {
+
+namespace attribute = records::ledger;
 
 // As whole numbers.
 bool earlier(const std::string& a, const std::string& b) {
@@ -96,8 +100,7 @@ std::optional<text::Fixed4> Ledgers::removeLines(const ChargedTraining& training
             continue;
         hours = hours.value_or(text::Fixed4()) +
                 figure(stored, attribute::Hours, j).value_or(text::Fixed4());
-        for (const int list : {attribute::Date, attribute::Rights, attribute::Hours,
-                               attribute::Balance, attribute::Training})
+        for (const int list : attribute::Line)
             record.Delete(list, j);
     }
     return hours;
@@ -112,9 +115,10 @@ TakenOut Ledgers::walk(const std::string& caregiver, const ChargedTraining& trai
     records::DBARecord found;
     if (!tries([&] {
             found = ports::select(*v_.TheDatabase, W_Params_,
-                                  "SSELECT DIFAIDANT AVEC 0 = " + ports::quoted(caregiver + "]") +
-                                      " AND AVEC 5 = " + ports::quoted(training.code),
-                                  "DIFAIDANT", "0");
+                                  ports::Query(attribute::File)
+                                      .with(records::Key, "=", caregiver + "]")
+                                      .with(attribute::Training, "=", training.code),
+                                  {records::Key});
         }))
         taken.outcome = Stored::NotRead;
     const int rows = found.DCount();

@@ -2,7 +2,8 @@
 #include "dif/ReferencePay.h"
 
 #include "dif/Employers.h"
-#include "ports/Database.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "text/Fixed4.h"
 
 #include <algorithm>
@@ -21,10 +22,6 @@ constexpr int SignificantDigits = 15;
 std::string period(int year, int month) {
     const std::string digits = std::to_string(month);
     return std::to_string(year) + (digits.size() < 2 ? "0" : "") + digits;
-}
-
-std::string condition(const std::string& attribute, const std::string& value) {
-    return " AND AVEC " + attribute + " " + ports::quoted(value);
 }
 
 Fixed4 number(const std::string& value) {
@@ -55,16 +52,18 @@ PayPeriod twelveMonthsTo(int month, int year) {
     return {.start = period(year - 1, last + 1), .end = period(year, last)};
 }
 
-std::string payRequest(const PaySought& sought) {
+records::DBARecord payLines(ports::DBADatabase& database, const PaySought& sought) {
+    namespace pay = records::pay;
     const bool association = isAssociation(sought.employer);
-    std::string request = "SSELECT DETAILCALCUL AVEC 0 = " + ports::quoted(sought.caregiver + "]");
-    request +=
-        condition("CodeAideDetailCalcul =", association ? sought.employer + "]" : sought.employer);
+    ports::Query query(pay::File);
+    query.with(records::Key, "=", sought.caregiver + "]")
+        .with(pay::Employer, "=", association ? sought.employer + "]" : sought.employer);
     if (association)
-        request += condition("ConvColContratDetailCalcul <>", "02");
-    request += condition("GestionDroitDif =", "1");
-    request += condition("PeriodeDetailCalcul >=", sought.period.start);
-    return request + condition("PeriodeDetailCalcul <=", sought.period.end);
+        query.with(pay::Agreement, "<>", "02");
+    query.with(pay::CountsForDif, "=", "1")
+        .with(pay::Period, ">=", sought.period.start)
+        .with(pay::Period, "<=", sought.period.end);
+    return ports::select(database, query, {records::Key, pay::Hours, pay::NetPay});
 }
 
 std::optional<Decimal> payOverHours(const records::DBARecord& rows) {

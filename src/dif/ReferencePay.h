@@ -2,7 +2,7 @@
 // to for an hour.
 #pragma once
 
-#include "records/DBARecord.h"
+#include "ports/Database.h"
 #include "text/Decimal.h"
 
 #include <optional>
@@ -25,13 +25,14 @@ struct PaySought {
     PayPeriod period;
 };
 
-// The request for the lines of pay that count. An association, whose code has 3 characters, stands
-// for all codes that begin with its own, lines under collective agreement "02" left out.
-[[nodiscard]] std::string payRequest(const PaySought& sought);
+// The lines of pay that count, one a row: key, hours, net pay. An association, whose code has 3
+// characters, stands for all codes that begin with its own, lines under collective agreement "02"
+// left out. Throws what the request throws.
+[[nodiscard]] records::DBARecord payLines(ports::DBADatabase& database, const PaySought& sought);
 
-// Pay over hours of `rows`, of which value 2 is a line's hours and value 3 its net pay, both ""
-// for 0; with up to 15 significant digits. Nothing if there is no hour to divide by. Throws
-// Error(NotANumber) for a value that is none, Error(Overflow) for sums beyond all pay.
+// Pay over hours of rows as payLines gives them, in which "" stands for 0; with up to 15
+// significant digits. Nothing if there is no hour to divide by. Throws Error(NotANumber) for a
+// value that is none, Error(Overflow) for sums beyond all pay.
 [[nodiscard]] std::optional<text::Decimal> payOverHours(const records::DBARecord& rows);
 
 } // namespace vorandine::dif

@@ -2,14 +2,18 @@
 // as texts compares them as numbers, and a missing one comes before all.
 #include "experience/Availability.h"
 
+#include "records/StoredFiles.h"
 #include "rules/FieldRules.h"
 #include "rules/Messages.h"
 
 namespace vorandine::experience {
 
 namespace {
+
+namespace attribute = records::training_file;
 constexpr int DatesTab = 1;
-}
+
+} // namespace
 
 Availability::Availability(AvailabilityWidgets& widgets, widgets::TabContainer& Ong_Vorandine,
                            ports::DateObject& Conv_Date, widgets::World& world)
@@ -21,11 +25,13 @@ Availability::Availability(AvailabilityWidgets& widgets, widgets::TabContainer& 
 }
 
 void Availability::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {
-    tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(11))); });
-    tries([&] { w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(12))); });
+    tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::EntryDay))); });
     tries([&] {
-        if (!rec(13).empty())
-            w_.Txt_DatFinDispoAidant.Text(Conv_Date_.Date_Affichee(rec(13)));
+        w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::AvailableFrom)));
+    });
+    tries([&] {
+        if (!rec(attribute::AvailableTo).empty())
+            w_.Txt_DatFinDispoAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::AvailableTo)));
     });
 }
 
@@ -34,9 +40,10 @@ std::string Availability::stored(const widgets::TextBox& field) const {
 }
 
 void Availability::compose(records::DBARecord& rec) const {
-    rec(11) = stored(w_.Txt_DatSaisieAidant);
-    rec(12) = stored(w_.Txt_DatDispoAidant);
-    rec(13) = w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);
+    rec(attribute::EntryDay) = stored(w_.Txt_DatSaisieAidant);
+    rec(attribute::AvailableFrom) = stored(w_.Txt_DatDispoAidant);
+    rec(attribute::AvailableTo) =
+        w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);
 }
 
 void Availability::fillWithToday() {

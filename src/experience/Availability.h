@@ -28,7 +28,7 @@ class Availability {
     Availability& operator=(const Availability&) = delete;
     ~Availability() = default;
 
-    // Shows attributes 11 to 13 of `rec`.
+    // Shows the dates of `rec`.
     void show(const records::DBARecord& rec, rules::StatementByStatement& tries);
     // Puts them into `rec`. Without a start there is no end.
     void compose(records::DBARecord& rec) const;

@@ -36,11 +36,11 @@ class Studies {
     // Fills the boxes of diplomas, training labels and qualifications from their tables.
     void Remplir_Diplome();
 
-    // Each shows its attributes of `rec`: 1 to 4; 9; 15.
+    // Each shows its attributes of `rec`.
     void showStudies(const records::DBARecord& rec, rules::StatementByStatement& tries);
     void showExperience(const records::DBARecord& rec, rules::StatementByStatement& tries);
     void showQualification(const records::DBARecord& rec, rules::StatementByStatement& tries);
-    // Puts attributes 1 to 4, 9 and 15 into `rec`, which is empty of them.
+    // Puts all of them into `rec`, which is empty of them.
     void compose(records::DBARecord& rec) const;
 
   private:

@@ -69,7 +69,7 @@ class TrainingLines {
     // Lines past what a list can hold are left out.
     void show(const records::DBARecord& rec, const records::DBARecord& F_FORMPRO,
               rules::StatementByStatement& tries);
-    // Puts the lines into attributes 5 to 8 and 14 of `rec`, which are empty. A line without hours
+    // Puts the lines into the lists of trainings of `rec`, which are empty. A line without hours
     // shows "0" from then on. Hours that are no number go back as they were read.
     void compose(records::DBARecord& rec);
 

@@ -1,5 +1,5 @@
 // The retrieval language: what each production gives, and what each refusal says and where.
-#include "ports/Database.h"
+#include "ports/Query.h"
 #include "store/Request.h"
 
 #include "store_support.h"
