@@ -1,5 +1,5 @@
 // What the files of a store hold, attribute by attribute: the one description that the store, the
-// screens, the checks and the exchange read. docs/store.md tells the same to people.
+// requests, the checks, the history and the exchange read. docs/store.md tells the same to people.
 #pragma once
 
 #include <optional>
@@ -21,9 +21,9 @@ enum class Kind {
     Whole,         // digits
     Period,        // yyyymm
     Choice,        // one of `choices`
-    Study,         // a code of TABLES DIPLOMES
-    Training,      // a code of TABLES FORMPRO
-    Qualification, // an entry of TABLES QUALIF
+    Study,         // a code of table::Diplomas
+    Training,      // a code of table::Trainings
+    Qualification, // an entry of table::Qualifications
     Activity,      // a key of ACTIVITES, or one of `choices`
     Employer,      // a key of ASSOCIATION or CIVILAIDE
 };
@@ -61,7 +61,7 @@ struct AttributeLayout {
 
 struct FileLayout {
     std::string_view name;
-    std::span<const AttributeLayout> attributes; // those that this system knows, ascending
+    std::span<const AttributeLayout> attributes; // ascending; any other is kept as it is
 };
 
 // The files that every store has from the start, sorted by name.

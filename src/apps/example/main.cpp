@@ -6,6 +6,7 @@
 #include "components/Rights.h"
 #include "control/Ctr_Vorandine.h"
 #include "frontends/headless/HeadlessWorld.h"
+#include "records/StoredFiles.h"
 #include "store/Store.h"
 #include "text/Error.h"
 #include "widgets/Gestures.h"
@@ -19,9 +20,10 @@ using namespace vorandine;
 namespace {
 
 void putActivity(ports::DBADatabase& database, const std::string& code, const std::string& label) {
-    records::DBARecord activity = database.OpenFile("ACTIVITES")->NewRecord(code);
-    activity(1) = label;
-    activity.DBWrite();
+    namespace activity = records::activity;
+    records::DBARecord record = database.OpenFile(activity::File)->NewRecord(code);
+    record(activity::Label) = label;
+    record.DBWrite();
 }
 
 void run() {
@@ -29,8 +31,9 @@ void run() {
         std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
     putActivity(*database, "A1", "Ménage");
     putActivity(*database, "A2", "Aide à la toilette");
-    for (const char* const table : {"DIPLOMES", "FORMPRO", "QUALIF"})
-        database->OpenFile("TABLES")->NewRecord(table).DBWrite();
+    namespace table = records::table;
+    for (const char* const key : {table::Diplomas, table::Trainings, table::Qualifications})
+        database->OpenFile(table::File)->NewRecord(key).DBWrite();
 
     // World, dates and help must outlive the control, which takes itself off the form when it goes.
     headless::HeadlessWorld world;
