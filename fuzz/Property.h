@@ -1,7 +1,8 @@
 // What the fuzzers share: properties that end the program when they are broken, so that the input
-// is kept, and inputs taken apart.
+// is kept, inputs taken apart, and the way in. Each fuzzer defines `check`.
 #pragma once
 
+#include "frontends/headless/HeadlessWorld.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
@@ -48,6 +49,17 @@ inline std::vector<std::string_view> split(std::string_view text, char separator
     }
 }
 
+// A user who counts the boxes that he is told of, and closes them.
+class Told : public headless::HeadlessWorld {
+  public:
+    int boxes = 0;
+
+    widgets::Answer messageBox(const widgets::Message& message) override {
+        ++boxes;
+        return HeadlessWorld::messageBox(message);
+    }
+};
+
 // The bytes of an input, from the front.
 class Input {
   public:
@@ -59,24 +71,23 @@ class Input {
 
     // The next byte, 0 past the end.
     std::uint8_t byte() noexcept {
-        if (rest_.empty())
-            return 0;
-        const char first = rest_.front();
-        rest_.remove_prefix(1);
-        return static_cast<std::uint8_t>(first);
+        const std::uint8_t first = rest_.empty() ? 0 : static_cast<std::uint8_t>(rest_.front());
+        rest_.remove_prefix(rest_.empty() ? 0 : 1);
+        return first;
     }
     // From 0 to `last`.
     int number(int last) noexcept { return byte() % (last + 1); }
     // What stands before the next byte 0xFF, which no text of the system holds.
     std::string_view piece() noexcept {
-        const std::size_t end = std::min(rest_.find('\xFF'), rest_.size());
-        const std::string_view before = rest_.substr(0, end);
-        rest_.remove_prefix(std::min(end + 1, rest_.size()));
+        const std::string_view before = rest_.substr(0, rest_.find('\xFF'));
+        rest_.remove_prefix(std::min(before.size() + 1, rest_.size()));
         return before;
     }
 
   private:
     std::string_view rest_;
 };
+
+void check(Input input);
 
 } // namespace vorandine::fuzz

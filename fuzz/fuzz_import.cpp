@@ -15,11 +15,8 @@
 #include <optional>
 #include <sstream>
 
-namespace vorandine {
+namespace vorandine::fuzz {
 namespace {
-
-using fuzz::hold;
-using fuzz::same;
 
 struct Taken {
     std::string file;
@@ -33,7 +30,7 @@ std::optional<Json> parsed(std::string_view line) {
     try {
         return exchange::parseJson(line);
     } catch (const Error& error) {
-        fuzz::holdError(error, errors::TextRefused);
+        holdError(error, errors::TextRefused);
         return std::nullopt;
     }
 }
@@ -53,7 +50,7 @@ std::optional<Taken> longWay(const std::optional<Json>& line) {
         exchange::fill(record, *content, [](const std::string&) { return 0; });
         return Taken{*file, *key, std::as_const(record)()};
     } catch (const Error& error) {
-        fuzz::holdError(error, errors::TextRefused);
+        holdError(error, errors::TextRefused);
         return std::nullopt;
     }
 }
@@ -135,7 +132,7 @@ void checkRow(const exchange::CsvRow& row, char separator) {
     hold(!reader.next(again), "as one row");
 }
 
-void checkTable(fuzz::Input input) {
+void checkTable(Input input) {
     const char separator = static_cast<char>(input.byte());
     const auto encoding =
         input.byte() == 'w' ? exchange::Encoding::Windows1252 : exchange::Encoding::Utf8;
@@ -158,15 +155,12 @@ void checkTable(fuzz::Input input) {
 }
 
 } // namespace
-} // namespace vorandine
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    vorandine::fuzz::Input input(bytes, size);
-    if (!input.rest().starts_with('C')) {
-        vorandine::checkLine(input.rest());
-        return 0;
-    }
+void check(Input input) {
+    if (!input.rest().starts_with('C'))
+        return checkLine(input.rest());
     (void)input.byte();
-    vorandine::checkTable(input);
-    return 0;
+    checkTable(input);
 }
+
+} // namespace vorandine::fuzz

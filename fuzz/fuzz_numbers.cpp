@@ -2,7 +2,6 @@
 // fixed form that reads back, in records, in sums and in fields.
 // An input is the width of a form, a number of decimals, and two texts with a byte 0xFF between.
 #include "Property.h"
-#include "frontends/headless/HeadlessWorld.h"
 #include "rules/Numbers.h"
 #include "text/Fixed4.h"
 
@@ -10,11 +9,9 @@
 #include <limits>
 #include <optional>
 
-namespace vorandine {
+namespace vorandine::fuzz {
 namespace {
 
-using fuzz::hold;
-using fuzz::same;
 using text::Decimal;
 using text::Fixed4;
 __extension__ using Wide = __int128;
@@ -34,21 +31,16 @@ Wide power(int exponent) {
 struct Exact {
     Wide amount = 0;
     int decimals = 0;
-    bool negative = false; // also where the amount is zero
     bool tooLong = false;
 
     // Rounded half away from zero to whole numbers of 1/10^places.
     [[nodiscard]] Wide rounded(int places) const {
-        if (places >= decimals)
-            return amount * power(places - decimals);
-        const Wide unit = power(decimals - places);
-        const Wide magnitude = ((amount < 0 ? -amount : amount) * 2 + unit) / (unit * 2);
-        return amount < 0 ? -magnitude : magnitude;
+        const Wide unit = power(decimals - places); // 1 where there are no more decimals
+        const Wide half = amount < 0 ? -unit : unit;
+        return (amount * power(places - decimals) * 2 + half) / (unit * 2);
     }
-
     [[nodiscard]] Wide floor() const {
-        const Wide unit = power(decimals);
-        return amount / unit - (amount < 0 && amount % unit != 0 ? 1 : 0);
+        return amount / power(decimals) - (amount < 0 && amount % power(decimals) != 0 ? 1 : 0);
     }
 };
 
@@ -60,13 +52,11 @@ std::optional<Exact> meaning(std::string_view text) {
     std::size_t digits = 0;
     std::size_t commas = 0;
     for (const char c : trimmed.substr(from)) {
-        if (c == ',') {
-            ++commas;
-            continue;
-        }
-        if (c < '0' || c > '9')
+        if (c != ',' && (c < '0' || c > '9'))
             return std::nullopt;
-        if (++digits > MostDigits)
+        commas += c == ',' ? 1 : 0;
+        digits += c == ',' ? 0 : 1;
+        if (c == ',' || digits > MostDigits)
             continue;
         read.amount = read.amount * 10 + (c - '0');
         read.decimals += commas > 0 ? 1 : 0;
@@ -74,9 +64,7 @@ std::optional<Exact> meaning(std::string_view text) {
     if (digits == 0 || commas > 1)
         return std::nullopt;
     read.tooLong = digits > MostDigits;
-    read.negative = from == 1;
-    if (read.negative)
-        read.amount = -read.amount;
+    read.amount = from == 1 ? -read.amount : read.amount;
     return read;
 }
 
@@ -112,6 +100,11 @@ void checkDecimal(const Decimal& value, const Exact& exact, int decimals) {
     hold(value.negative() == (exact.amount < 0), "zero has no sign");
 }
 
+bool fits(Wide amount) {
+    return amount >= std::numeric_limits<std::int64_t>::min() &&
+           amount <= std::numeric_limits<std::int64_t>::max();
+}
+
 std::optional<Fixed4> fixed(const Decimal& value, const Exact& exact) {
     std::optional<Fixed4> made;
     try {
@@ -120,13 +113,9 @@ std::optional<Fixed4> fixed(const Decimal& value, const Exact& exact) {
         same(made->toDecimal().toText(), Decimal::require(value.toText(4)).toText(),
              "a sum's text reads back");
     } catch (const Error& error) {
-        fuzz::holdError(error, errors::Overflow);
+        holdError(error, errors::Overflow);
     }
-    const Wide amount = exact.rounded(4);
-    if (!exact.tooLong)
-        hold(made.has_value() == (amount >= std::numeric_limits<std::int64_t>::min() &&
-                                  amount <= std::numeric_limits<std::int64_t>::max()),
-             "what fits is taken");
+    hold(exact.tooLong || made.has_value() == fits(exact.rounded(4)), "what fits is taken");
     return made;
 }
 
@@ -137,17 +126,12 @@ void checkSum(Fixed4 a, Fixed4 b, bool minus) {
     };
     const Fixed4 before = a;
     const Wide expected = amount(a) + (minus ? -amount(b) : amount(b));
-    const bool fits = expected >= std::numeric_limits<std::int64_t>::min() &&
-                      expected <= std::numeric_limits<std::int64_t>::max();
     try {
-        if (minus)
-            a -= b;
-        else
-            a += b;
-        hold(fits && amount(a) == expected, "sums are exact");
+        (void)(minus ? a -= b : a += b);
+        hold(fits(expected) && amount(a) == expected, "sums are exact");
     } catch (const Error& error) {
-        fuzz::holdError(error, errors::Overflow);
-        hold(!fits && a == before, "a sum that does not fit changes nothing");
+        holdError(error, errors::Overflow);
+        hold(!fits(expected) && a == before, "a sum that does not fit changes nothing");
     }
 }
 
@@ -172,26 +156,18 @@ void checkForm(const std::string& text, const std::optional<Decimal>& value, int
         if (number.size() - behind == floor && floor <= integers)
             hold(form.size() == integers + behind + sign, "a number that fits fills its form");
     } catch (const Error& error) {
-        fuzz::holdError(error, errors::NotANumber);
+        holdError(error, errors::NotANumber);
         hold(!value, "a number is formatted");
     }
 }
 
 // The field in which a text was put: its number in fixed form, or a message and the text as it is.
 void checkField(const std::string& text, int wholes, int decimals) {
-    static int told = 0;
-    static headless::HeadlessWorld world({[](const widgets::Message&) {
-                                              ++told;
-                                              return widgets::Answer::OK;
-                                          },
-                                          {},
-                                          {},
-                                          {},
-                                          {}});
+    static Told world;
     const auto places = static_cast<std::int16_t>(decimals);
     const auto left = [&](widgets::TextBox& field) {
         auto width = static_cast<std::int16_t>(wholes);
-        told = 0;
+        world.boxes = 0;
         return rules::Controle_Numerique(field, width, places, world);
     };
     static widgets::TextBox field;
@@ -199,8 +175,8 @@ void checkField(const std::string& text, int wholes, int decimals) {
     const std::string shown = field.Text();
     const std::string first = left(field);
     const std::optional<Decimal> value = Decimal::parse(shown);
-    if (told > 0) {
-        hold(told == 1, "one message is enough");
+    if (world.boxes > 0) {
+        hold(world.boxes == 1, "one message is enough");
         same(first, shown, "a text that is refused stays");
         return;
     }
@@ -208,10 +184,12 @@ void checkField(const std::string& text, int wholes, int decimals) {
     same(Decimal::require(first).toText(), value->toText(), "a field keeps the number typed");
     field.Text(first);
     same(left(field), first, "a number in its form stays");
-    hold(told == 0, "a number in its form is not refused");
+    hold(world.boxes == 0, "a number in its form is not refused");
 }
 
-void check(fuzz::Input input) {
+} // namespace
+
+void check(Input input) {
     const int form = input.byte();
     const int wholes = 1 + form % 16;
     const int decimals = input.number(MostDecimals);
@@ -236,10 +214,4 @@ void check(fuzz::Input input) {
     }
 }
 
-} // namespace
-} // namespace vorandine
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    vorandine::check({bytes, size});
-    return 0;
-}
+} // namespace vorandine::fuzz

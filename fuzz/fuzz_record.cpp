@@ -9,11 +9,9 @@
 #include <algorithm>
 #include <optional>
 
-namespace vorandine {
+namespace vorandine::fuzz {
 namespace {
 
-using fuzz::hold;
-using fuzz::same;
 using Values = std::vector<std::string>;
 
 // Highest attribute and value touched: a record is as wide as the last attribute set.
@@ -22,58 +20,35 @@ constexpr int Highest = 12;
 Values valuesOf(std::string_view attribute) {
     if (attribute.empty())
         return {};
-    const auto pieces = fuzz::split(attribute, records::ValueMark);
+    const auto pieces = split(attribute, records::ValueMark);
     return {pieces.begin(), pieces.end()};
 }
 
 // The plain table of values.
-class Table {
-  public:
-    explicit Table(std::string_view text) {
-        if (text.empty())
-            return;
-        for (const std::string_view attribute : fuzz::split(text, records::AttributeMark))
-            attributes_.push_back(valuesOf(attribute));
-    }
+using Table = std::vector<Values>;
 
-    [[nodiscard]] int width() const { return static_cast<int>(attributes_.size()); }
+Table tableOf(std::string_view text) {
+    Table table;
+    if (!text.empty())
+        for (const std::string_view attribute : split(text, records::AttributeMark))
+            table.push_back(valuesOf(attribute));
+    return table;
+}
 
-    [[nodiscard]] std::string attribute(int a) const {
-        std::string text;
-        if (a < 1 || a > width())
-            return text;
-        for (const std::string& value : attributes_[static_cast<std::size_t>(a) - 1])
-            text.append(value).push_back(records::ValueMark);
-        return text.substr(0, text.empty() ? 0 : text.size() - 1);
-    }
+std::string joined(const Values& values, char mark) {
+    std::string text;
+    for (const std::string& value : values)
+        text.append(value).push_back(mark);
+    return text.substr(0, text.empty() ? 0 : text.size() - 1);
+}
 
-    [[nodiscard]] std::string whole() const {
-        std::string text;
-        for (int a = 1; a <= width(); ++a)
-            text.append(attribute(a)).push_back(records::AttributeMark);
-        return text.erase(text.find_last_not_of(records::AttributeMark) + 1);
-    }
-
-    // At least `count` values, empty ones added.
-    Values& reach(int a, int count) {
-        if (a > width())
-            attributes_.resize(static_cast<std::size_t>(a));
-        Values& values = attributes_[static_cast<std::size_t>(a) - 1];
-        values.resize(std::max(values.size(), static_cast<std::size_t>(count)));
-        return values;
-    }
-
-    void erase(int a, int v) {
-        if (a < 1 || a > width() || v < 1)
-            return;
-        Values& values = attributes_[static_cast<std::size_t>(a) - 1];
-        if (static_cast<std::size_t>(v) <= values.size())
-            values.erase(values.begin() + (v - 1));
-    }
-
-  private:
-    std::vector<Values> attributes_;
-};
+std::string wholeOf(const Table& table) {
+    Values attributes;
+    for (const Values& values : table)
+        attributes.push_back(joined(values, records::ValueMark));
+    std::string text = joined(attributes, records::AttributeMark);
+    return text.erase(text.find_last_not_of(records::AttributeMark) + 1);
+}
 
 // The one thing done of a step that may be refused.
 enum class Step { SetValue, Append, Insert, SetAttribute, Delete, Whole, Last = Whole };
@@ -103,11 +78,10 @@ void doStep(records::DBARecord& record, Step step, int a, int v, const std::stri
 
 // What is refused of the step: the error's number, none if it must be done.
 std::optional<std::uint32_t> refusal(Step step, int a, int v, const std::string& text) {
-    const bool ofAttribute = step == Step::SetAttribute;
     if (step == Step::Delete || step == Step::Whole)
         return std::nullopt;
     if (text.find(records::AttributeMark) != std::string::npos ||
-        (!ofAttribute && text.find(records::ValueMark) != std::string::npos))
+        (step != Step::SetAttribute && text.find(records::ValueMark) != std::string::npos))
         return errors::TextRefused;
     const bool placed = step == Step::SetValue || step == Step::Insert;
     if (a < 1 || (placed && v < 1 && !(step == Step::SetValue && v == -1)))
@@ -116,31 +90,31 @@ std::optional<std::uint32_t> refusal(Step step, int a, int v, const std::string&
 }
 
 void doStep(Table& table, Step step, int a, int v, const std::string& text) {
-    switch (step) {
-    case Step::SetValue:
-        if (v != -1) {
-            table.reach(a, v)[static_cast<std::size_t>(v) - 1] = text;
-            break;
-        }
-        [[fallthrough]];
-    case Step::Append:
-        table.reach(a, 0).push_back(text);
-        break;
-    case Step::Insert: {
-        Values& values = table.reach(a, v - 1);
+    if (step == Step::Whole) {
+        table = tableOf(text);
+        return;
+    }
+    const auto column = static_cast<std::size_t>(a) - 1;
+    if (step == Step::Delete) {
+        if (a >= 1 && column < table.size() && v >= 1 &&
+            v <= static_cast<int>(table[column].size()))
+            table[column].erase(table[column].begin() + (v - 1));
+        return;
+    }
+    table.resize(std::max(table.size(), column + 1));
+    Values& values = table[column];
+    const bool placed = step == Step::Insert || (step == Step::SetValue && v != -1);
+    const int count = step == Step::Insert ? v - 1 : v;
+    if (placed && count > static_cast<int>(values.size()))
+        values.resize(static_cast<std::size_t>(count));
+    if (step == Step::SetAttribute)
+        values = valuesOf(text);
+    else if (!placed)
+        values.push_back(text);
+    else if (step == Step::Insert)
         values.insert(values.begin() + (v - 1), text);
-        break;
-    }
-    case Step::SetAttribute:
-        table.reach(a, 0) = valuesOf(text);
-        break;
-    case Step::Delete:
-        table.erase(a, v);
-        break;
-    case Step::Whole:
-        table = Table(text);
-        break;
-    }
+    else
+        values[static_cast<std::size_t>(v) - 1] = text;
 }
 
 // Reads the bytes in every way there is.
@@ -159,7 +133,7 @@ void checkReading(std::string_view text) {
         for (int v = 1; v <= std::max(1, record.DCount(a)); ++v) {
             const std::string value = record(a, v);
             plain = plain && text::IsPlain(value);
-            for (const std::string_view part : fuzz::split(value, records::SubvalueMark))
+            for (const std::string_view part : split(value, records::SubvalueMark))
                 plainResult = plainResult && text::IsPlain(part);
         }
     }
@@ -170,30 +144,34 @@ void checkReading(std::string_view text) {
 
 void checkAgainst(const Table& table, const records::DBARecord& record) {
     const std::string whole = record();
-    same(whole, table.whole(), "the record holds what was written");
+    same(whole, wholeOf(table), "the record holds what was written");
     hold(!whole.ends_with(records::AttributeMark), "a text does not end in empty attributes");
-    hold(record.DCount() == table.width(), "attributes are counted to the last one set");
+    hold(record.DCount() == static_cast<int>(table.size()),
+         "attributes are counted to the last one set");
     const records::DBARecord reread(nullptr, {}, whole);
     same(reread(), whole, "the text reads back");
-    for (int a = 1; a <= table.width(); ++a) {
-        const std::string attribute = table.attribute(a);
+    for (int a = 1; a <= record.DCount(); ++a) {
+        const std::string attribute =
+            joined(table[static_cast<std::size_t>(a) - 1], records::ValueMark);
         const Values values = valuesOf(attribute);
         same(record(a), attribute, "an attribute reads as it was written");
         same(reread(a), attribute, "also from the whole text");
         hold(record.DCount(a) == static_cast<int>(values.size()), "values are counted");
         hold(reread.DCount(a) == record.DCount(a), "also from the whole text");
-        for (int v = 1; v <= static_cast<int>(values.size()); ++v)
+        for (int v = 1; v <= record.DCount(a); ++v)
             same(record(a, v), values[static_cast<std::size_t>(v) - 1],
                  "a value reads as it was written");
     }
 }
 
-void check(fuzz::Input input) {
+} // namespace
+
+void check(Input input) {
     const std::string_view text = input.piece();
     checkReading(text);
     if (input.empty())
         return;
-    Table table(text);
+    Table table = tableOf(text);
     records::DBARecord record(nullptr, {}, std::string(text));
     while (!input.empty()) {
         const auto step = static_cast<Step>(input.number(static_cast<int>(Step::Last)));
@@ -207,18 +185,12 @@ void check(fuzz::Input input) {
             doStep(table, step, a, v, written);
         } catch (const Error& error) {
             hold(refused.has_value(), "what can be written is taken");
-            fuzz::holdError(error, *refused);
-            same(std::as_const(record)(), table.whole(), "a refusal changes nothing");
+            holdError(error, *refused);
+            same(std::as_const(record)(), wholeOf(table), "a refusal changes nothing");
         }
     }
     checkAgainst(table, record);
-    checkReading(table.whole());
+    checkReading(wholeOf(table));
 }
 
-} // namespace
-} // namespace vorandine
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    vorandine::check({bytes, size});
-    return 0;
-}
+} // namespace vorandine::fuzz

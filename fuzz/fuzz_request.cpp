@@ -14,10 +14,8 @@
 #include <optional>
 #include <set>
 
-namespace vorandine {
+namespace vorandine::fuzz {
 namespace {
-
-using fuzz::hold;
 
 struct Row {
     std::string key;
@@ -25,7 +23,7 @@ struct Row {
     std::vector<std::string_view> attributes; // lie in the record
 
     Row(std::string_view itsKey, std::string_view itsRecord) : key(itsKey), record(itsRecord) {
-        attributes = fuzz::split(record, records::AttributeMark);
+        attributes = split(record, records::AttributeMark);
     }
     Row(const Row&) = delete;
     Row& operator=(const Row&) = delete;
@@ -114,7 +112,7 @@ std::string written(const store::Request& request) {
 
 // Where the refusal's text names a character, it lies in what was asked, or just behind it.
 void checkRefusal(const Error& refusal, std::string_view asked) {
-    fuzz::holdError(refusal, errors::RequestRefused);
+    holdError(refusal, errors::RequestRefused);
     const std::string_view told = refusal.what();
     const bool ofWanted = told.starts_with("Requête refusée, attributs demandés");
     const std::string_view before = ofWanted ? "Requête refusée, attributs demandés, caractère "
@@ -144,8 +142,7 @@ void checkComparison(std::string_view stored, std::string_view asked) {
 
 bool satisfied(const store::Condition& condition, const Row& row) {
     bool any = false;
-    for (const std::string_view value :
-         fuzz::split(row.field(condition.attribute), records::ValueMark))
+    for (const std::string_view value : split(row.field(condition.attribute), records::ValueMark))
         for (const store::Alternative& one : condition.alternatives) {
             checkComparison(value, one.value);
             any = any || store::satisfies(value, one);
@@ -167,8 +164,7 @@ std::optional<std::string> naive(const store::Request& request, const std::vecto
         line.push_back(row->key);
         std::string text;
         for (const int attribute : request.wanted) {
-            for (const std::string_view value :
-                 fuzz::split(row->field(attribute), records::ValueMark)) {
+            for (const std::string_view value : split(row->field(attribute), records::ValueMark)) {
                 if (!text::IsPlain(value))
                     return std::nullopt;
                 text.append(value).push_back(records::SubvalueMark);
@@ -194,15 +190,17 @@ void checkRows(const store::Request& request, store::EngineFile& file,
     try {
         const records::DBARecord result = store::select(request, file);
         hold(expected.has_value(), "what is not plain is not shown");
-        fuzz::same(result(), *expected, "the rows are those of a look at every record");
+        same(result(), *expected, "the rows are those of a look at every record");
         hold(result.DCount() == found, "there is an attribute for each row");
     } catch (const Error& error) {
-        fuzz::holdError(error, errors::Damaged);
+        holdError(error, errors::Damaged);
         hold(!expected, "only a damaged record is told as such");
     }
 }
 
-void check(fuzz::Input input) {
+} // namespace
+
+void check(Input input) {
     const std::string_view asked = input.piece();
     store::Request request;
     try {
@@ -212,7 +210,7 @@ void check(fuzz::Input input) {
         return;
     }
     const std::string again = written(request);
-    fuzz::same(written(store::parseRequest(again)), again, "a request can be written and read");
+    same(written(store::parseRequest(again)), again, "a request can be written and read");
     if (request.file != "CONTRAT")
         return;
 
@@ -233,10 +231,4 @@ void check(fuzz::Input input) {
         stored.file.erase(own.key);
 }
 
-} // namespace
-} // namespace vorandine
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    vorandine::check({bytes, size});
-    return 0;
-}
+} // namespace vorandine::fuzz

@@ -31,35 +31,29 @@ class Desktop : public testing::Test {
     std::unique_ptr<MainWindow> list;
 
     void SetUp() override {
-        for (const char* const table : {"DIPLOMES", "FORMPRO", "QUALIF"})
-            put("TABLES", table, "");
-        put("ACTIVITES", "A1", "Ménage");
-        put("DROITS", "sylvie*VORANDINEDROIT",
-            "2\xFE"
-            "1\xFE*");
-        put("DROITS", "odile*VORANDINEDROIT",
-            "1\xFE"
-            "1\xFE*");
-        put("AIDANT", "00012", "DURAND Marie");
-        put("AIDANT", "00031", "ÉTIENNE Zoé");
-        put("AIDANT", "00020", "FABRE Marie");
-        put("FORMVORANDINE", "00105", FileText);
-        put("FORMVORANDINE", "00012", FileText);
+        // A file as the control writes it: leaving it unchanged asks nothing.
+        const char* const file = "D^^1994^^^^^^]]]]]]^A1^20010903^20010903";
+        const char* const records[][3] = {{"TABLES", "DIPLOMES", ""},
+                                          {"TABLES", "FORMPRO", ""},
+                                          {"TABLES", "QUALIF", ""},
+                                          {"ACTIVITES", "A1", "Ménage"},
+                                          {"DROITS", "sylvie*VORANDINEDROIT", "2^1^*"},
+                                          {"DROITS", "odile*VORANDINEDROIT", "1^1^*"},
+                                          {"AIDANT", "00012", "DURAND Marie"},
+                                          {"AIDANT", "00031", "ÉTIENNE Zoé"},
+                                          {"AIDANT", "00020", "FABRE Marie"},
+                                          {"FORMVORANDINE", "00105", file},
+                                          {"FORMVORANDINE", "00012", file}};
+        for (const auto& [name, key, text] : records)
+            put(name, key, text);
     }
 
-    // A file as the control writes it: leaving it unchanged asks nothing.
-    static constexpr const char* FileText = "D\xFE\xFE"
-                                            "1994\xFE\xFE\xFE\xFE\xFE\xFE"
-                                            "\xFD\xFD\xFD\xFD\xFD\xFD\xFE"
-                                            "A1\xFE"
-                                            "20010903\xFE"
-                                            "20010903";
     // How boxes are answered, and how many came.
     widgets::Answer answer = widgets::Answer::Cancel;
     int asked = 0;
 
     void put(const std::string& file, const std::string& key, const std::string& text) {
-        store->OpenFile(file)->WriteRecord(key, text);
+        store->OpenFile(file)->WriteRecord(key, store_test::marks(text));
     }
 
     void show(const std::string& user = "sylvie") {
@@ -91,24 +85,36 @@ class Desktop : public testing::Test {
     }
     void type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
+    std::string cell(int row, int column) {
+        return part<QTreeView>("aidants")
+            .model()
+            ->index(row, column)
+            .data()
+            .toString()
+            .toStdString();
+    }
+    int rows() { return part<QTreeView>("aidants").model()->rowCount(); }
     // One column of what the list shows, the current line in brackets.
     std::string shown(int column) {
-        auto& view = part<QTreeView>("aidants");
+        const int current = part<QTreeView>("aidants").currentIndex().row();
         std::string lines;
-        for (int row = 0; row < view.model()->rowCount(); ++row) {
-            const std::string text =
-                view.model()->index(row, column).data().toString().toStdString();
-            lines += view.currentIndex().row() == row ? "[" + text + "]" : text;
-            lines += ';';
-        }
+        for (int row = 0; row < rows(); ++row)
+            lines += (row == current ? "[" + cell(row, column) + "]" : cell(row, column)) + ';';
         return lines;
     }
     std::string situation(const std::string& code) {
-        QAbstractItemModel& model = *part<QTreeView>("aidants").model();
-        for (int row = 0; row < model.rowCount(); ++row)
-            if (model.index(row, 0).data().toString().toStdString() == code)
-                return model.index(row, 2).data().toString().toStdString();
+        for (int row = 0; row < rows(); ++row)
+            if (cell(row, 0) == code)
+                return cell(row, 2);
         return "not shown";
+    }
+    // The file's window goes, and the list tells what became of it.
+    void expectClosed(const std::string& code, const std::string& told) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return situation(code) != "Ouvert"; }));
+        EXPECT_NE(situation(code).find(told), std::string::npos) << situation(code);
+    }
+    std::string year(const std::string& code) {
+        return store->OpenFile("FORMVORANDINE")->ReadRecord(code)(3);
     }
 
     static std::vector<qt::FormWindow*> files() {
@@ -168,15 +174,13 @@ TEST_F(Desktop, EachFileHasOneWindowAndTheListTellsWhatBecameOfIt) {
 
     change(file("00012"));
     press(file("00012"), "Cmd_OK");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return situation("00012") != "Ouvert"; }));
+    expectClosed("00012", "Enregistré à ");
     EXPECT_EQ(files().size(), 1U);
-    EXPECT_TRUE(situation("00012").starts_with("Enregistré à ")) << situation("00012");
-    EXPECT_EQ(store->OpenFile("FORMVORANDINE")->ReadRecord("00012")(3), "1996");
+    EXPECT_EQ(year("00012"), "1996");
 
     part<QLineEdit>("recherche").clear();
     file("00105").close();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return situation("00105") != "Ouvert"; }));
-    EXPECT_NE(situation("00105").find("rien de changé"), std::string::npos);
+    expectClosed("00105", "rien de changé");
     EXPECT_EQ(asked, 0);
     list->open({"00105", ""});
     EXPECT_EQ(situation("00105"), "Ouvert");
@@ -198,7 +202,7 @@ TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {
     answer = widgets::Answer::No;
     EXPECT_TRUE(list->close());
     EXPECT_EQ(ends, 1);
-    EXPECT_EQ(store->OpenFile("FORMVORANDINE")->ReadRecord("00012")(3), "1994");
+    EXPECT_EQ(year("00012"), "1994");
 }
 
 TEST_F(Desktop, NewCaregiverIsCheckedStoredAndOpened) {
@@ -223,14 +227,10 @@ TEST_F(Desktop, NewCaregiverIsCheckedStoredAndOpened) {
     EXPECT_EQ(store->OpenFile("AIDANT")->ReadRecord("00040")(), "MÉRY Ève");
 }
 
-TEST_F(Desktop, WhoMayNotWriteAddsNobody) {
+TEST_F(Desktop, WhoMayNotWriteAddsNobodyAndWhatCannotBeOpenedLeavesTheListUsable) {
     show("odile");
     EXPECT_FALSE(part<QPushButton>("nouveau").isEnabled());
     EXPECT_TRUE(part<QPushButton>("ouvrir").isEnabled());
-}
-
-TEST_F(Desktop, AFileThatCannotBeOpenedLeavesTheListUsable) {
-    show();
     store->OpenFile("TABLES")->DeleteRecord("QUALIF");
     EXPECT_THROW(list->open({"00012", "DURAND Marie"}), Error);
     EXPECT_EQ(situation("00012"), "Erreur à l'ouverture");
@@ -242,29 +242,23 @@ TEST_F(Desktop, AFileThatCannotBeOpenedLeavesTheListUsable) {
 
 TEST_F(Desktop, HelpStandsBesideTheFilesAndGoesWithTheProgram) {
     show();
-    list->open({"00012", "DURAND Marie"});
-    list->open({"00105", ""});
     const auto helps = [] {
-        int shown = 0;
-        for (const QWidget* const widget : QApplication::topLevelWidgets())
-            shown += widget->objectName() == "aide" && widget->isVisible() ? 1 : 0;
-        return shown;
+        const QWidgetList all = QApplication::topLevelWidgets();
+        return std::count_if(all.begin(), all.end(), [](const QWidget* each) {
+            return each->objectName() == "aide" && each->isVisible();
+        });
     };
     for (const char* const code : {"00012", "00105"}) {
+        list->open({code, "DURAND Marie"});
         qt::FormWindow& window = file(code);
         window.gesture([&] { return widgets::rightClick(*window.form().find("Ong_Vorandine")); });
         session->world().openMenu()->actions().at(0)->trigger();
         EXPECT_EQ(helps(), 1) << code;
     }
-    change(file("00012"));
     press(file("00012"), "Cmd_OK");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return situation("00012") != "Ouvert"; }));
-    EXPECT_TRUE(situation("00012").starts_with("Enregistré à ")) << situation("00012");
+    expectClosed("00012", "");
     EXPECT_EQ(helps(), 1);
-    int ends = 0;
-    QObject::connect(list.get(), &MainWindow::closed, list.get(), [&] { ++ends; });
     EXPECT_TRUE(list->close());
-    EXPECT_EQ(ends, 1);
     TearDown();
     EXPECT_EQ(helps(), 0);
 }
@@ -285,19 +279,13 @@ TEST_F(Desktop, SizesAreRememberedBetweenRuns) {
 
 TEST(DesktopOptions, ComeInBothWritings) {
     const Options options = parse({"--user=sylvie", "sqlite:a=b", "--open", "00012"});
-    EXPECT_EQ(options.user, "sylvie");
-    EXPECT_EQ(options.store, "sqlite:a=b");
-    EXPECT_EQ(options.open, "00012");
+    EXPECT_EQ(*options.user + " " + options.store + " " + *options.open, "sylvie sqlite:a=b 00012");
     EXPECT_EQ(parse({"--store", "memory:"}).store, "memory:");
-    using Arguments = std::vector<std::string>;
-    for (const Arguments& wrong : {Arguments{"--user"},
-                                   {"--user="},
-                                   {"a", "b"},
-                                   {"--store", "a", "b"},
-                                   {"--help=1"},
-                                   {"-x"},
-                                   {"--unknown"}})
-        EXPECT_THROW((void)parse(wrong), UsageError) << wrong.front();
+    const std::vector<std::string> wrong[] = {
+        {"--user"},   {"--user="}, {"a", "b"},   {"--store", "a", "b"},
+        {"--help=1"}, {"-x"},      {"--unknown"}};
+    for (const auto& arguments : wrong)
+        EXPECT_THROW((void)parse(arguments), UsageError) << arguments.front();
 }
 
 } // namespace

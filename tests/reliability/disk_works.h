@@ -78,13 +78,13 @@ class Beginning {
 };
 
 // Runs `round` with a fault at call 1 and every `step` calls after it, until it says that none was
-// met. At which call that was.
-inline std::uint64_t everyCall(const std::string& where, std::uint64_t step,
-                               const std::function<bool(std::uint64_t call)>& round) {
+// met.
+inline void everyCall(const std::string& where, std::uint64_t step,
+                      const std::function<bool(std::uint64_t call)>& round) {
     for (std::uint64_t call = 1;; call += step)
         try {
             if (!round(call))
-                return call;
+                return;
         } catch (const std::exception& error) {
             wrong(where + ", fault at call " + std::to_string(call) + ": " + error.what());
         }

@@ -66,7 +66,7 @@ class FailingDisk {
                 return false;
             ++faults;
         }
-        requireSame(stateOfExisting(), state, "at a new opening");
+        requireSame(stateOf(path_), state, "at a new opening");
         verify(path_);
         return true;
     }
@@ -97,63 +97,44 @@ class FailingDisk {
     }
 
     void requireNoStore() const {
-        const std::uint32_t number = store_test::raisedBy([&] { (void)opened(path_); }).number;
+        const std::uint32_t number = store_test::numberOf([&] { (void)opened(path_); });
         if (trouble_.fault != Disk::Fault::FolderSync && number != errors::StoreMissing &&
             number != errors::NotADatabase)
             wrong("a store that could not be made opens with error " + std::to_string(number));
     }
-
-    State stateOfExisting() const {
-        store::Store store = opened(path_);
-        return stateOf(store);
-    }
 };
 
-// The folder is protected: a journal can no longer be made, by whoever has the store open already.
-// The file is protected: whoever opens the store can only read it.
-void protectedPlaces() {
-    const store_test::Folder folder;
-    if (getuid() == 0 && chown(folder.path().c_str(), store_test::Nobody, store_test::Nobody) != 0)
-        wrong("the folder cannot be given away");
-    const auto work = [path = folder / "base.vor", name = folder.path()] {
-        store::Store store = opened(path, store::OpenMode::Create);
-        State state;
-        const std::vector<Work> works = diskWorks();
-        for (const Step& step : works[0].steps) {
-            const auto refused = [&](store::Store& by, const std::string& what) {
-                if (store_test::raisedBy([&] { perform(by, step); }).number != errors::ReadOnly)
-                    wrong("no error tells that the " + what + " is protected");
-                requireSame(stateOf(by), state, "while the " + what + " is protected");
-            };
-            chmod(name.c_str(), 0555);
-            refused(store, "folder");
-            chmod(name.c_str(), 0755);
-            chmod(path.c_str(), 0444);
-            store::Store reader = opened(path);
-            refused(reader, "file");
-            chmod(path.c_str(), 0644);
-            perform(store, step);
-            state = after(std::move(state), step);
-            requireSame(stateOf(store), state, "once it no longer is");
-        }
-        verify(path);
-    };
-    if (store_test::asNobody([&] {
-            try {
-                work();
-                return 0;
-            } catch (const std::exception& error) {
-                std::cerr << error.what() << '\n';
-                return 1;
-            }
-        }) != 0)
-        wrong("a protected folder or file is not taken well");
+// A folder that is protected: a journal can no longer be made, by whoever has the store open. A
+// file that is: whoever opens the store can only read it.
+void protectedPlaces(const std::string& folder) {
+    const std::string path = folder + "/base.vor";
+    store::Store store = opened(path, store::OpenMode::Create);
+    State state;
+    const std::vector<Work> works = diskWorks();
+    for (const Step& step : works[0].steps) {
+        const auto refused = [&](store::Store& by, const std::string& what) {
+            if (store_test::numberOf([&] { perform(by, step); }) != errors::ReadOnly)
+                wrong("no error tells that the " + what + " is protected");
+            requireSame(stateOf(by), state, "while the " + what + " is protected");
+        };
+        chmod(folder.c_str(), 0555);
+        refused(store, "folder");
+        chmod(folder.c_str(), 0755);
+        chmod(path.c_str(), 0444);
+        store::Store reader = opened(path);
+        refused(reader, "file");
+        chmod(path.c_str(), 0644);
+        perform(store, step);
+        state = after(std::move(state), step);
+        requireSame(stateOf(store), state, "once it no longer is");
+    }
+    verify(path);
 }
 
 void program(const std::vector<std::string>& words) {
     const std::uint64_t stride = argument(words, 0, 1);
-    const std::string Room = "n'a plus de place";
-    const std::string Reason = "n'a pas pu être lue ou écrite";
+    const char* const Room = "n'a plus de place";
+    const char* const Reason = "n'a pas pu être lue ou écrite";
     const std::vector<Trouble> troubles{
         {"full for a call", Disk::Fault::Full, 1, errors::DiskFull, Room},
         {"full for 3 calls", Disk::Fault::Full, 3, errors::DiskFull, Room},
@@ -170,7 +151,11 @@ void program(const std::vector<std::string>& words) {
                       [&](std::uint64_t call) { return failing.round(work, call); });
         std::cout << trouble.name << ": " << failing.faults << " faults; " << std::flush;
     }
-    protectedPlaces();
+    const store_test::Folder folder;
+    if (getuid() == 0 && chown(folder.path().c_str(), store_test::Nobody, store_test::Nobody) != 0)
+        wrong("the folder cannot be given away");
+    if (store_test::asNobody([&] { return run([&] { protectedPlaces(folder.path()); }); }) != 0)
+        wrong("a protected folder or file is not taken well");
     std::cout << "a protected folder and a protected file are told and over\n";
 }
 
@@ -178,5 +163,5 @@ void program(const std::vector<std::string>& words) {
 } // namespace reliability
 
 int main(int count, char** words) {
-    return reliability::run(count, words, reliability::program);
+    return reliability::run([&] { reliability::program({words + 1, words + count}); });
 }

@@ -1,16 +1,24 @@
 // Several processes write the same few records at once: no write is lost, none is stored that was
-// not made, each version has its author and its place. And a lock held for too long is told.
-//     two_writers [WRITES] [SEED] [PROCESSES] [PATIENCE]     PATIENCE: for a lock, in ms
+// not made, each version has its author and its place. A lock held for too long is told. A backup
+// taken while a process writes is sound and shows the state between two writes. And a process that
+// is killed, at any moment, leaves all writes that had returned, and the next one whole or not.
+//     two_writers [WRITES] [SEED] [PROCESSES] [PATIENCE] [MIB] [KILLS]
+//         PATIENCE: for a lock, in ms     MIB: how large the store is that is backed up
 #include "reliability_support.h"
 #include "store/sqlite/SqliteEngine.h"
 #include "unit/store_support.h"
 
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <csignal>
+#include <list>
 #include <memory>
+#include <semaphore>
 #include <thread>
 #include <utility>
 
@@ -29,7 +37,9 @@ struct Settings {
     std::uint64_t seed;
     std::uint64_t writers;
     Milliseconds patience;
-    Clock::time_point begin; // of all writers
+    Clock::time_point begin;     // of all writers
+    std::uint64_t mostPause = 1; // ms, less one, that a writer waits between two writes
+    bool mayBeLocked = true;     // for longer than the patience: then a writer begins again
 
     store::Store open() const {
         return store::Store(
@@ -37,14 +47,12 @@ struct Settings {
     }
 };
 
-// What a writer tells at its end.
-struct Told {
-    std::uint64_t locked = 0; // times that it had to begin again
-    std::int64_t longest = 0; // ms that a write took, all its attempts together
-};
+std::uint64_t writerOf(Id id) {
+    return id / Sizes.size() % MostWriters;
+}
 
 std::string userOf(Id id) {
-    return "writer" + std::to_string(id / Sizes.size() % MostWriters);
+    return "writer" + std::to_string(writerOf(id));
 }
 
 // All that a writer writes, in order.
@@ -59,193 +67,196 @@ std::vector<Step> stepsOf(const Settings& settings, std::uint64_t writer) {
     return steps;
 }
 
-Told writeAll(const Settings& settings, std::uint64_t writer) {
-    Told told;
+// `returned` counts the writes that have.
+void writeAll(const Settings& settings, std::uint64_t writer,
+              std::atomic<std::uint64_t>& returned) {
+    Random random(writer);
     store::Store store = settings.open();
     std::this_thread::sleep_until(settings.begin);
     for (const Step& step : stepsOf(settings, writer)) {
-        const auto start = Clock::now();
-        while (const std::uint32_t number =
-                   store_test::raisedBy([&] { perform(store, step); }).number) {
-            if (number != vorandine::errors::Locked)
+        while (const std::uint32_t number = store_test::numberOf([&] { perform(store, step); }))
+            if (number != vorandine::errors::Locked || !settings.mayBeLocked)
                 wrong("a write fails with error " + std::to_string(number));
-            ++told.locked;
-        }
-        const auto taken = std::chrono::duration_cast<Milliseconds>(Clock::now() - start);
-        told.longest = std::max<std::int64_t>(told.longest, taken.count());
+        ++returned;
+        std::this_thread::sleep_for(Milliseconds(random.below(settings.mostPause)));
     }
-    return told;
 }
 
-// A process of its own that does `work` and tells what it gives.
-class Process {
-  public:
-    template <typename Work>
-    explicit Process(const Work& work) {
-        std::array<int, 2> ends{};
-        if (pipe(ends.data()) != 0)
-            wrong("no pipe");
-        child_ = fork();
-        if (child_ == 0) {
-            int status = 1;
-            try {
-                const Told told = work();
-                status = write(ends[1], &told, sizeof told) == sizeof told ? 0 : 1;
-            } catch (const std::exception& error) {
-                std::cerr << error.what() << '\n';
-            }
-            _exit(status);
-        }
-        close(ends[1]);
-        end_ = ends[0];
-    }
+// A process that writes, and what it shares with this one.
+struct Writer {
+    std::atomic<std::uint64_t>& returned = *static_cast<std::atomic<std::uint64_t>*>(
+        mmap(nullptr, sizeof returned, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    pid_t process = fork();
 
-    // Waits for its end.
-    Told told() const {
-        Told told;
-        const bool whole = read(end_, &told, sizeof told) == sizeof told;
-        close(end_);
+    Writer(const Settings& settings, std::uint64_t number) {
+        if (process == 0)
+            _exit(run([&] { writeAll(settings, number, returned); }));
+    }
+    // How it ended, as waitpid tells.
+    int end() const {
         int status = 0;
-        waitpid(child_, &status, 0);
-        if (!whole || status != 0)
-            wrong("one of the processes failed");
-        return told;
+        waitpid(process, &status, 0);
+        return status;
     }
-
-  private:
-    pid_t child_ = 0;
-    int end_ = 0;
 };
 
-struct Order {
+// The store holds of each writer's writes the first ones, each once, in its order, under its name.
+// How many of all writers.
+std::uint64_t requireFirsts(const Settings& settings, const std::string& path) {
+    store::Store store = opened(path);
+    std::map<std::uint64_t, std::map<Id, std::string>> made; // keys by writer and content
     std::uint64_t writes = 0;
-    std::uint64_t turns = 0; // how often another writer came to write
-};
-
-// Each writer's writes are there, each once, in its order, under its name.
-Order requireAll(const Settings& settings) {
-    store::Store store = settings.open();
-    std::map<std::string, std::string> users;                            // by moment and key
-    std::map<std::pair<std::string, std::string>, std::vector<Id>> made; // by key and user
-    Order order;
     for (const auto& [key, life] : stateOf(store)) {
         const auto versions = store.changes().history(File, key);
-        for (std::size_t i = 0; i < versions.size(); ++i) {
-            const std::optional<Id> id =
-                i + 1 < versions.size() ? life.changes[i + 1].before : life.record;
+        std::map<std::uint64_t, Id> last;
+        for (std::size_t i = 0; i < versions.size(); ++i, ++writes) {
+            const auto id = i + 1 < versions.size() ? life.changes[i + 1].before : life.record;
             if (!id || userOf(*id) != versions[i].user)
                 wrong("version " + std::to_string(i) + " of " + key + " is not by " +
                       versions[i].user);
-            made[{key, versions[i].user}].push_back(*id);
-            users[versions[i].moment + key] = versions[i].user;
+            if (std::exchange(last[writerOf(*id)], *id) > *id ||
+                !made[writerOf(*id)].emplace(*id, key).second)
+                wrong("of " + userOf(*id) + " a write to " + key + " is there twice or too late");
         }
     }
-    std::map<std::pair<std::string, std::string>, std::vector<Id>> expected;
-    for (std::uint64_t writer = 0; writer < settings.writers; ++writer)
-        for (const Step& step : stepsOf(settings, writer))
-            expected[{step.writes[0].key, step.user}].push_back(step.writes[0].made.value());
-    for (const auto& [whose, ids] : expected) {
-        order.writes += ids.size();
-        if (made[whose] != ids)
-            wrong("of the " + std::to_string(ids.size()) + " writes of " + whose.second + " to " +
-                  whose.first + ", " + std::to_string(made[whose].size()) +
-                  " are there, or in another order");
+    for (const auto& [writer, keys] : made) {
+        const std::vector<Step> steps = stepsOf(settings, writer);
+        std::size_t next = 0;
+        for (const auto& [id, key] : keys) {
+            const Step::Write& write = steps.at(next++).writes[0];
+            if (write.key != key || write.made != id)
+                wrong("of the writes of " + userOf(id) + " number " + std::to_string(next) +
+                      " is not there, but a later one is");
+        }
     }
-    std::string last;
-    for (const auto& [moment, user] : users)
-        order.turns += std::exchange(last, user) != user ? 1 : 0;
-    return order;
+    return writes;
 }
 
-// Another process is at the store for longer than a writer waits, then for less.
+// Another connection is at the store for longer than a writer waits, then for less.
 void heldLock(const Settings& settings) {
-    const auto state = [&] {
-        store::Store store = settings.open();
-        return stateOf(store);
-    };
-    const State before = state();
-    const Step own{"waiting", {{keyName(1), Id{4}}}};
-    const Step others{"holding", {{keyName(1), Id{8}}, {keyName(2), Id{12}}}};
-    for (const bool tooLong : {true, false}) {
-        std::array<int, 2> begun{};
-        std::array<int, 2> enough{};
-        if (pipe(begun.data()) != 0 || pipe(enough.data()) != 0)
-            wrong("no pipe");
-        char word = 'b';
-        const Process holder([&] {
-            store::Store other = settings.open();
-            store_test::raisedBy([&] {
-                other.atomically([&] {
-                    other.OpenFile(File)->DeleteRecord(keyName(0));
-                    if (write(begun[1], &word, 1) != 1)
-                        wrong("nobody waits");
-                    std::this_thread::sleep_for(settings.patience / 2);
-                    if (tooLong && read(enough[0], &word, 1) != 1)
-                        wrong("nobody waits any longer");
-                    throw vorandine::Error(vorandine::errors::Unexpected, "undone");
-                });
-            });
-            return Told();
+    store::Store store = settings.open();
+    store::Store other = settings.open();
+    const State before = stateOf(store);
+    const Step step{"waiting", {{keyName(1), Id{4}}}};
+    const auto write = [&] { return store_test::numberOf([&] { perform(store, step); }); };
+    const auto start = Clock::now();
+    std::uint32_t number = 0;
+    other.atomically([&] { number = write(); });
+    if (number != vorandine::errors::Locked || Clock::now() - start < settings.patience * 9 / 10)
+        wrong("a lock held for long gives error " + std::to_string(number) + ", or too soon");
+    requireSame(stateOf(store), before, "after the write that waited in vain");
+
+    std::binary_semaphore begun(0);
+    std::thread holder([&] {
+        other.atomically([&] {
+            begun.release();
+            std::this_thread::sleep_for(settings.patience / 2);
         });
-        if (read(begun[0], &word, 1) != 1)
-            wrong("the lock was not taken");
-        store::Store store = settings.open(); // after the fork, which must carry none over
-        const auto start = Clock::now();
-        const std::uint32_t number =
-            store_test::raisedBy([&] { perform(store, tooLong ? own : others); }).number;
-        const auto taken = Clock::now() - start;
-        if (tooLong ? number != vorandine::errors::Locked || taken < settings.patience * 9 / 10
-                    : number != 0)
-            wrong("a held lock gives error " + std::to_string(number) + " after " +
-                  std::to_string(std::chrono::duration_cast<Milliseconds>(taken).count()) + " ms");
-        if (tooLong) {
-            requireSame(stateOf(store), before, "while another process writes");
-            if (write(enough[1], &word, 1) != 1)
-                wrong("the lock cannot be given back");
-        }
-        (void)holder.told();
-        if (tooLong)
-            perform(store, own);
-        for (const int end : {begun[0], begun[1], enough[0], enough[1]})
-            close(end);
+    });
+    begun.acquire();
+    number = write();
+    holder.join();
+    if (number != 0)
+        wrong("a lock held for a while gives error " + std::to_string(number));
+    requireSame(stateOf(store), after(before, step), "once the lock is gone");
+}
+
+// One process writes almost without a pause; none of its writes waits for so long that it fails.
+void runningBackup(Settings settings, std::uint64_t size) {
+    {
+        store::Store store = opened(settings.path, store::OpenMode::Create);
+        store.changes().keepCreations(false); // the history is that of the writer's keys alone
+        store.atomically([&] {
+            for (std::uint64_t i = 0; i < size; ++i)
+                store.OpenFile("AIDANT")->WriteRecord(std::to_string(i),
+                                                      std::string(std::size_t{1} << 20U, 'x'));
+        });
     }
-    requireSame(state(), after(after(before, own), others), "once the lock is gone");
+    settings.begin = Clock::now();
+    settings.mostPause = 4; // shorter than the pause of a backup, or longer
+    settings.mayBeLocked = false;
+    const Writer writer(settings, 0);
+    std::uint64_t backups = 0;
+    std::uint64_t meanwhile = 0;
+    for (std::uint64_t copied = 0; copied < settings.writes; ++backups) {
+        const std::uint64_t before = writer.returned;
+        const std::string copy = settings.path + std::to_string(backups);
+        std::istringstream in;
+        std::ostringstream out;
+        if (vorandine::dba::run({"backup", "sqlite:" + settings.path, copy}, {in, out, out}) != 0)
+            wrong("backup " + std::to_string(backups) + ": " + out.str());
+        verify(copy);
+        copied = requireFirsts(settings, copy);
+        if (copied < before)
+            wrong(copy + " lacks writes that had returned before it was begun");
+        meanwhile += copied > before ? 1 : 0;
+        std::filesystem::remove(copy);
+    }
+    if (writer.end() != 0)
+        wrong("the writer failed");
+    if (meanwhile == 0)
+        wrong("nothing was written during the backups");
+    std::cout << backups << " backups of a store of " << size << " MiB during " << settings.writes
+              << " writes, " << meanwhile << " with writes between beginning and state\n";
+}
+
+void killedWriter(Settings settings, std::uint64_t kills) {
+    Random random(settings.seed);
+    std::uint64_t stored = 0; // what was under way is there
+    settings.writes = 10'000; // more than it comes to
+    for (std::uint64_t left = kills; left > 0; --left, ++settings.seed) {
+        std::filesystem::remove(settings.path);
+        (void)opened(settings.path, store::OpenMode::Create);
+        settings.begin = Clock::now();
+        const Writer writer(settings, 0);
+        std::this_thread::sleep_for(std::chrono::microseconds(random.below(50'000)));
+        kill(writer.process, SIGKILL);
+        if (WTERMSIG(writer.end()) != SIGKILL)
+            wrong("the writer ended by itself");
+        const std::uint64_t found = requireFirsts(settings, settings.path);
+        if (found != writer.returned && found != writer.returned + 1)
+            wrong("seed " + std::to_string(settings.seed) + ": " + std::to_string(found) +
+                  " writes are there, " + std::to_string(writer.returned) + " had returned");
+        verify(settings.path);
+        stored += found - writer.returned;
+    }
+    std::cout << kills << " kills left " << stored << " writes under way whole\n";
 }
 
 void program(const std::vector<std::string>& words) {
     const store_test::Folder folder;
     const std::uint64_t writes = argument(words, 0, 5000);
     const std::uint64_t writers = argument(words, 2, 2);
-    const Settings settings{folder / "base.vor",
-                            writes / writers,
-                            argument(words, 1, 1),
-                            writers,
-                            Milliseconds(argument(words, 3, store::SqlitePatience.count())),
-                            Clock::now() + Milliseconds(300)};
+    Settings settings{folder / "base.vor",
+                      writes / writers,
+                      argument(words, 1, 1),
+                      writers,
+                      Milliseconds(argument(words, 3, store::SqlitePatience.count())),
+                      Clock::now() + Milliseconds(300)};
     (void)opened(settings.path, store::OpenMode::Create);
-    std::vector<Process> processes;
+    std::list<Writer> processes;
     for (std::uint64_t writer = 0; writer < writers; ++writer)
-        processes.emplace_back([&] { return writeAll(settings, writer); });
-    Told all;
-    for (const Process& process : processes) {
-        const Told told = process.told();
-        all.locked += told.locked;
-        all.longest = std::max(all.longest, told.longest);
-    }
+        processes.emplace_back(settings, writer);
+    for (const Writer& process : processes)
+        if (process.end() != 0)
+            wrong("one of the processes failed");
     const std::chrono::duration<double> taken = Clock::now() - settings.begin;
-    const Order order = requireAll(settings);
+    const std::uint64_t stored = requireFirsts(settings, settings.path);
+    if (stored != settings.writes * writers)
+        wrong(std::to_string(stored) + " writes are there");
     verify(settings.path);
     heldLock(settings);
-    std::cout << order.writes << " writes of " << writers << " processes, "
-              << static_cast<double>(order.writes) / taken.count() << "/s; another one's turn "
-              << order.turns << " times; " << all.locked << " times locked for more than "
-              << settings.patience.count() << " ms; the longest write took " << all.longest
-              << " ms\n";
+    std::cout << stored << " writes of " << writers << " processes, "
+              << static_cast<double>(stored) / taken.count() << "/s; ";
+    settings.path = folder / "large.vor";
+    runningBackup(settings, argument(words, 4, 60));
+    settings.path = folder / "killed.vor";
+    killedWriter(settings, argument(words, 5, 1000));
 }
 
 } // namespace
 } // namespace reliability
 
 int main(int count, char** words) {
-    return reliability::run(count, words, reliability::program);
+    return reliability::run([&] { reliability::program({words + 1, words + count}); });
 }

@@ -1,107 +1,224 @@
-// The control at its limits: thousands of trainings, more than a list can hold, very long values,
-// damaged records, two files open side by side.
+// The control where a scenario cannot take it: more lines than a list holds, records that are
+// damaged, a host that calls its members out of turn, what stands behind a modal form, and two
+// files side by side.
 #include "unit/control_support.h"
-#include "widgets/Gestures.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace vorandine::control_test {
 namespace {
 
-using widgets::CommandButton;
-using widgets::ListBox;
-using widgets::ScrollBar;
-using widgets::TextField;
+using namespace widgets;
 
-void press(host::CaregiverForm& form, const std::string& button) {
-    ASSERT_EQ(widgets::click(at<CommandButton>(form, button)), widgets::Outcome::Done);
-}
+class ControlLimits : public testing::Test {
+  protected:
+    std::function<void(Form&)> modal = [](Form&) { FAIL() << "no form must open"; };
+    Menu* menu = nullptr; // that was opened last
+    Desk desk{{[](const Message& message) {
+                   return message.buttons == Buttons::OK ? Answer::OK : Answer::Yes;
+               },
+               [this](Form& form) { modal(form); },
+               [this](Menu& opened) { menu = &opened; },
+               {},
+               {}}};
+    std::unique_ptr<host::CaregiverForm> file;
 
-TEST(ControlLimits, FiveThousandTrainingsOpenScrollSelectAndSave) {
-    Desk desk;
-    desk.put("FORMVORANDINE", "00012", caregiver(5000));
-    const std::string before = desk.stored("00012");
-    const auto form = desk.open("00012");
-    EXPECT_EQ(at<ListBox>(*form, "Lst_CodeForm").ListCount(), 5000);
-    widgets::scrollTo(at<ScrollBar>(*form, "Bdv_FormAidant"), 4999);
-    EXPECT_EQ(at<ListBox>(*form, "Lst_CodeForm").ListIndex(), 4999);
-    widgets::doubleClickLine(at<ListBox>(*form, "Lst_ObsFormAidant"), 4321);
-    EXPECT_EQ(at<TextField>(*form, "Txt_ObsFormAidant").Text(), "séance 4321");
-    press(*form, "Cmd_AnnulerForm");
-    press(*form, "Cmd_OK");
-    EXPECT_TRUE(form->form().unloaded() && desk.errors.empty());
-    EXPECT_EQ(desk.stored("00012"), before);
-}
+    void open() { file = desk.open("00012"); }
+    ListBox& list(const std::string& name) { return at<ListBox>(*file, name); }
+    void press(const std::string& button) { click(at<CommandButton>(*file, button)); }
+    std::string notice() { return at<Label>(*file, "Etq_MessageDif").Caption(); }
 
-TEST(ControlLimits, ARecordLongerThanTheListsIsNeverCut) {
-    Desk desk({[](const widgets::Message&) { return widgets::Answer::Yes; }, {}, {}, {}, {}});
-    desk.put("FORMVORANDINE", "00012", caregiver(40000));
-    const std::string before = desk.stored("00012");
-    const auto form = desk.open("00012");
-    EXPECT_EQ(at<ListBox>(*form, "Lst_DatFormAidant").ListCount(), 32767);
-    EXPECT_EQ(at<ListBox>(*form, "Lst_CodeForm").ListCount(), 32767);
-    press(*form, "Cmd_OK");
-    press(*form, "Cmd_Retour");
-    ASSERT_EQ(desk.errors.size(), 2U);
-    EXPECT_EQ(desk.errors[0].number(), errors::RecordTooLong);
-    EXPECT_FALSE(form->form().unloaded());
-    EXPECT_TRUE(form->control().Enabled() && form->control().MousePointer() == 0);
-    EXPECT_EQ(desk.stored("00012"), before);
-}
-
-TEST(ControlLimits, AValueOfOneMebibyteComesBack) {
-    Desk desk;
-    std::string big;
-    while (big.size() < 1U << 20U)
-        big += "é";
-    Content content = caregiver(2);
-    content[8][1] = big;
-    desk.put("FORMVORANDINE", "00012", content);
-    const auto form = desk.open("00012");
-    widgets::paste(at<TextField>(*form, "Txt_SpecialAidant"), big);
-    widgets::doubleClickLine(at<ListBox>(*form, "Lst_DatFormAidant"), 1);
-    EXPECT_EQ(at<TextField>(*form, "Txt_ObsFormAidant").Text(), big);
-    press(*form, "Cmd_AnnulerForm");
-    press(*form, "Cmd_OK");
-    const auto again = desk.open("00012");
-    EXPECT_EQ(at<TextField>(*again, "Txt_SpecialAidant").Text(), big);
-    EXPECT_EQ(at<ListBox>(*again, "Lst_ObsFormAidant").List(1), big);
-}
-
-TEST(ControlLimits, ADamagedRecordStartsEmptyAndIsNotReplaced) {
-    for (const std::string damaged : {"N\xFE"
-                                      "01\xFE\xFE"
-                                      "G\xE9riatrie",
-                                      "N\xFE"
-                                      "0\x01"}) {
-        Desk desk;
-        desk.engine->file("FORMVORANDINE")->write("00012", damaged);
-        const auto form = desk.open("00012");
-        EXPECT_EQ(at<ListBox>(*form, "Lst_SectSelect").ListCount(), 4);
-        press(*form, "Cmd_OK");
+    // The one error since the last call; the control can be worked with.
+    void expectError(std::uint32_t number) {
         ASSERT_EQ(desk.errors.size(), 1U);
-        EXPECT_EQ(desk.errors[0].number(), errors::ReadHadFailed);
-        EXPECT_FALSE(form->form().unloaded());
-        EXPECT_EQ(desk.stored("00012"), damaged);
+        EXPECT_EQ(desk.errors[0].number(), number) << desk.errors[0].what();
+        desk.errors.clear();
+        EXPECT_FALSE(file->form().unloaded());
+        EXPECT_TRUE(file->control().Enabled() && file->control().MousePointer() == NormalPointer);
     }
+
+    // The one employer of the caregiver, an association, with a contract that is open.
+    void employ(const Content& ledger) {
+        desk.putText("ASSOCIATION", "ADM", "Association ADM");
+        desk.putText("CONTRAT", "00012-ADM", "^^ADM^ADM");
+        desk.put("DIFAIDANT", "00012ADM", ledger);
+    }
+    std::string stored() { return desk.stored("DIFAIDANT", "00012ADM"); }
+    void showDif() {
+        showTab(at<TabContainer>(*file, "Ong_Vorandine"), 0);
+        showTab(at<TabContainer>(*file, "Ong_Vorandine"), 2);
+    }
+    void openLedger(const Content& content) {
+        employ(content);
+        open();
+        showDif();
+        doubleClickLine(list("Lst_DifEmpl"), 0);
+    }
+    void addRights() {
+        press("Cmd_AjoutDif");
+        typeText(at<TextField>(*file, "Txt_DateDif"), "01/01/2006");
+        typeText(at<TextField>(*file, "Txt_DroitDif"), "1");
+        press("Cmd_OkDif");
+    }
+    void addTraining() {
+        press("Cmd_AjouterForm");
+        typeText(at<TextField>(*file, "Txt_DatFormAidant"), "12/03/2006");
+        choose(at<ComboBox>(*file, "Cbo_CodFormAidant"), "Hygiène");
+        typeText(at<TextField>(*file, "Txt_HhFormAidant"), "7,5");
+        choose(at<ComboBox>(*file, "Cbo_DifFormAidant"), "OUI");
+        press("Cmd_OKForm");
+    }
+};
+
+TEST_F(ControlLimits, AFileLongerThanTheListsIsNeverCut) {
+    desk.put("FORMVORANDINE", "00012", caregiver(MaxLines + 1));
+    const std::string before = desk.stored("FORMVORANDINE", "00012");
+    open();
+    EXPECT_EQ(list("Lst_CodeForm").ListCount(), MaxLines);
+    for (const char* const button : {"Cmd_OK", "Cmd_Retour"}) {
+        press(button);
+        expectError(errors::RecordTooLong);
+    }
+    EXPECT_EQ(desk.stored("FORMVORANDINE", "00012"), before);
 }
 
-TEST(ControlLimits, TwoFilesSideBySideDoNotDisturbEachOther) {
-    Desk desk;
+TEST_F(ControlLimits, AFullTableTakesNoNewLineAndChargesNothing) {
+    employ({{1, {"20060101"}}, {2, {"2000"}}, {4, {"2000"}}});
+    desk.put("FORMVORANDINE", "00012", caregiver(MaxLines));
+    open();
+    addTraining();
+    expectError(errors::TooManyLines);
+    EXPECT_TRUE(at<CommandButton>(*file, "Cmd_OKForm").Enabled()) << "the line stays open";
+    pressKey(file->form(), Key::Escape);
+    // A line that is there can still be changed, and moves to its place.
+    modal = [](Form& charging) { pressKey(charging, Key::Escape); };
+    doubleClickLine(list("Lst_DatFormAidant"), MaxLines - 1);
+    paste(at<TextField>(*file, "Txt_DatFormAidant"), "01/01/2010");
+    press("Cmd_OKForm");
+    EXPECT_TRUE(desk.errors.empty());
+    EXPECT_EQ(list("Lst_DatFormAidant").List(0), "01/01/2010");
+    EXPECT_EQ(list("Lst_CodeForm").ListCount(), MaxLines);
+}
+
+TEST_F(ControlLimits, BehindAModalFormTheControlWaits) {
+    employ({{1, {"20060101"}}, {2, {"2000"}}, {4, {"2000"}}});
+    open();
+    bool waited = false;
+    modal = [&](Form& charging) {
+        EXPECT_EQ(file->control().MousePointer(), Hourglass);
+        EXPECT_EQ(click(at<CommandButton>(*file, "Cmd_AnnulerForm")), Outcome::Refused);
+        charging.Unload();
+        EXPECT_FALSE(charging.unloaded()) << "the system must not close it";
+        waited = !file->control().Enabled();
+        pressKey(charging, Key::Escape);
+    };
+    addTraining();
+    EXPECT_TRUE(waited && file->control().Enabled());
+    EXPECT_EQ(file->control().MousePointer(), NormalPointer);
+}
+
+TEST_F(ControlLimits, AFullLedgerCanShrinkButNotGrowAndALongerOneIsNeverRewritten) {
+    openLedger(ledger(MaxLines));
+    std::string before = stored();
+    addRights();
+    expectError(errors::TooManyLines);
+    EXPECT_EQ(stored(), before);
+    press("Cmd_AnnuleDif");
+    doubleClickLine(list("Lst_DetailDif"), MaxLines - 1);
+    press("Cmd_SupprDif");
+    EXPECT_EQ(list("Lst_DetailDif").ListCount(), MaxLines - 1);
+    addRights();
+    EXPECT_EQ(list("Lst_DetailDif").ListCount(), MaxLines);
+    EXPECT_EQ(list("Lst_CodeFormDif").ListCount(), MaxLines);
+
+    openLedger(ledger(MaxLines + 1));
+    before = stored();
+    EXPECT_NE(notice().find("32768 lignes"), std::string::npos) << notice();
+    for (const char* const button : {"Cmd_OkDif", "Cmd_SupprDif"}) {
+        doubleClickLine(list("Lst_DetailDif"), 2);
+        press(button);
+        EXPECT_EQ(stored(), before);
+        EXPECT_EQ(list("Lst_DetailDif").ListCount(), MaxLines);
+        EXPECT_NE(notice(), "");
+    }
+    EXPECT_TRUE(desk.errors.empty());
+}
+
+// With no employer open, and with the list of employers made anew under an open one.
+TEST_F(ControlLimits, AHostOutOfTurnLosesNothing) {
+    employ(ledger(2));
+    const std::string before = stored();
+    open();
+    control::Ctr_Vorandine& control = file->control();
+    control.Recherche_DifAidant();
+    control.Recherche_Place();
+    control.Calcul_MV_Dif();
+    control.Maj_DifAidant();
+    control.Effacer_Donnees_Dif();
+    showDif();
+    doubleClickLine(list("Lst_DifEmpl"), 0);
+    control.Select_DifAidant();
+    addRights();
+    press("Cmd_AnnuleDif");
+    control.Select_DifAidant();
+    doubleClickLine(list("Lst_DifEmpl"), 0);
+    control.Calcul_MV_Dif();
+    control.Maj_DifAidant();
+    EXPECT_EQ(stored(), before);
+    EXPECT_EQ(list("Lst_DifEmpl").ListIndex(), -1) << "not made anew";
+    control.ClearListes();
+    EXPECT_EQ(list("Lst_SectPossibles").ListCount() + list("Lst_SectSelect").ListCount(), 0);
+    EXPECT_EQ(list("Lst_CodSectPossibles").ListCount(), 4);
+    EXPECT_EQ(list("Lst_CodSectSelect").ListCount(), 4);
+}
+
+// Remembers what it was asked, and by whom.
+class Asked : public ports::HelpObject {
+  public:
+    std::shared_ptr<ports::DBAClient> client;
+    std::shared_ptr<ports::DBADatabase> database;
+    std::string log;
+
+    void TheClient(const std::shared_ptr<ports::DBAClient>& now) override { client = now; }
+    void TheDatabase(const std::shared_ptr<ports::DBADatabase>& now) override { database = now; }
+    void Afficher_Aide(const std::string& page, const std::string& kind, const std::string& title,
+                       const std::string& text) override {
+        log += page + "|" + kind + "|" + title + "|" + text + ";";
+    }
+};
+
+TEST_F(ControlLimits, TwoFilesSideBySideDoNotDisturbEachOther) {
     desk.put("FORMVORANDINE", "00012", caregiver(3));
     desk.put("FORMVORANDINE", "00013", caregiver(1));
-    const std::string before = desk.stored("00013");
-    const auto first = desk.open("00012");
-    auto second = desk.open("00013");
-    widgets::erase(at<TextField>(*first, "Txt_SpecialAidant"));
-    press(*first, "Cmd_AjouterForm");
-    EXPECT_TRUE(at<CommandButton>(*second, "Cmd_OK").Enabled());
-    press(*second, "Cmd_Retour");
-    second.reset();
-    EXPECT_EQ(desk.stored("00013"), before);
-    EXPECT_FALSE(first->form().unloaded());
-    widgets::clickLine(at<ListBox>(*first, "Lst_DatFormAidant"), 0);
-    EXPECT_EQ(at<ListBox>(*first, "Lst_DatFormAidant").ListIndex(), -1) << "a line is open";
+    const std::string before = desk.stored("FORMVORANDINE", "00013");
+    Asked help;
+    const std::shared_ptr<ports::DBAClient> clients[] = {std::make_shared<ports::DBAClient>(),
+                                                         std::make_shared<ports::DBAClient>()};
+    file = desk.open("00012", help, clients[0]);
+    auto other = desk.open("00013", help, clients[1]);
+    // Each hands in its own client and database before it asks for help.
+    std::vector<std::shared_ptr<ports::DBADatabase>> databases;
+    for (const std::size_t asking : {0, 1, 0}) {
+        host::CaregiverForm& asks = asking == 0 ? *file : *other;
+        help.log.clear();
+        (void)rightClick(at<TabContainer>(asks, "Ong_Vorandine"));
+        (void)pick(asks.form(), *menu->entries().at(0));
+        EXPECT_EQ(help.client, clients[asking]);
+        EXPECT_EQ(help.log, "FormationVorandine.htm|S|Formations et expériences|;");
+        databases.push_back(help.database);
+    }
+    EXPECT_TRUE(databases[0] == databases[2] && databases[0] != databases[1]);
+
+    erase(at<TextField>(*file, "Txt_SpecialAidant"));
+    press("Cmd_AjouterForm");
+    EXPECT_EQ(click(at<CommandButton>(*other, "Cmd_Retour")), Outcome::Done);
+    other.reset();
+    EXPECT_EQ(desk.stored("FORMVORANDINE", "00013"), before);
+    EXPECT_FALSE(file->form().unloaded());
+    clickLine(list("Lst_DatFormAidant"), 0);
+    EXPECT_EQ(list("Lst_DatFormAidant").ListIndex(), -1) << "a line is open";
 }
 
 } // namespace

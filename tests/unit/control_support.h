@@ -1,4 +1,5 @@
-// A desk with the control on it: an office in a store of memory, and someone who answers the boxes.
+// A desk with the control on it: an office in a store of memory, ledgers in the form in which the
+// control writes them, someone who answers the boxes, and the gestures that tests make often.
 #pragma once
 
 #include "apps/host/CaregiverForm.h"
@@ -7,6 +8,8 @@
 #include "components/Rights.h"
 #include "frontends/headless/HeadlessWorld.h"
 #include "store/Store.h"
+#include "unit/store_support.h"
+#include "widgets/Gestures.h"
 
 #include <map>
 #include <memory>
@@ -20,10 +23,9 @@ namespace vorandine::control_test {
 // Attribute numbers to values.
 using Content = std::map<int, std::vector<std::string>>;
 
-inline const std::vector<std::string> TrainingCodes = {"PSC", "MAN", "HYG", "ALI"};
-
-// A file in the form in which the control writes it, with `lines` trainings.
+// A caregiver's file with `lines` trainings, latest first.
 inline Content caregiver(int lines) {
+    const std::vector<std::string> codes = {"PSC", "MAN", "HYG", "ALI"};
     Content content{{1, {"N"}},         {2, {"01"}},        {3, {"2001"}},
                     {4, {"Gériatrie"}}, {9, {"Nuit"}},      {10, {"A3", "A1"}},
                     {11, {"20010903"}}, {12, {"20010910"}}, {15, {"Écoutante"}}};
@@ -31,10 +33,27 @@ inline Content caregiver(int lines) {
     for (int i = 0; i < lines; ++i) {
         const int date = (2005 - i / 336) * 10000 + (12 - i / 28 % 12) * 100 + 28 - i % 28;
         content[5].push_back(std::to_string(date));
-        content[6].push_back(TrainingCodes[static_cast<std::size_t>(i) % TrainingCodes.size()]);
+        content[6].push_back(codes[static_cast<std::size_t>(i) % codes.size()]);
         content[7].push_back(std::to_string(50 * (i % 200)));
         content[8].push_back("séance " + std::to_string(i));
         content[14].push_back(i % 3 == 0 ? "1" : "0");
+    }
+    return content;
+}
+
+// Rights of one hour on every other line, half an hour of hygiene on those between.
+inline Content ledger(int lines) {
+    Content content{{6, {"six"}}};
+    int balance = 0;
+    for (int i = 0; i < lines; ++i) {
+        const bool rights = i % 2 == 0;
+        balance += rights ? 100 : -50;
+        content[1].push_back(
+            std::to_string((1900 + i / 336) * 10000 + (i / 28 % 12 + 1) * 100 + i % 28 + 1));
+        content[2].emplace_back(rights ? "100" : "");
+        content[3].emplace_back(rights ? "" : "50");
+        content[4].push_back(std::to_string(balance));
+        content[5].emplace_back(rights ? "" : "HYG");
     }
     return content;
 }
@@ -46,19 +65,22 @@ class Desk {
 
     explicit Desk(headless::Callbacks callbacks = {})
         : world_(withToday(std::move(callbacks))), dates_([this] { return world_.today(); }),
-          help_(world_),
-          rights_(std::make_shared<components::Rights>(
-              [](const std::string& /*key*/) { return components::ModuleRights{}; })) {
-        put("TABLES", "DIPLOMES", {{2, {"02", "01"}}, {3, {"DEAVS", "BEP sanitaire"}}});
-        put("TABLES", "FORMPRO",
-            {{2, TrainingCodes}, {3, {"Premiers secours", "Manutention", "Hygiène", "Équilibre"}}});
-        put("TABLES", "QUALIF", {{2, {"Écoutante", "Auxiliaire de vie"}}});
-        put("ACTIVITES", "A1", {{1, {"Ménage"}}});
-        put("ACTIVITES", "A2", {{1, {"Aide au lever"}}});
-        put("ACTIVITES", "A3", {{1, {"Courses"}}});
-        put("ACTIVITES", "A4", {{1, {"École et garde"}}});
+          help_(world_), rights_(std::make_shared<components::Rights>(
+                             [](const std::string&) { return components::ModuleRights{}; })) {
+        putText("TABLES", "DIPLOMES", "^02]01^DEAVS]BEP sanitaire");
+        putText("TABLES", "FORMPRO",
+                "^PSC]MAN]HYG]ALI^Premiers secours]Manutention]Hygiène]Équilibre");
+        putText("TABLES", "QUALIF", "^Écoutante]Auxiliaire de vie");
+        putText("ACTIVITES", "A1", "Ménage");
+        putText("ACTIVITES", "A2", "Aide au lever");
+        putText("ACTIVITES", "A3", "Courses");
+        putText("ACTIVITES", "A4", "École et garde");
     }
 
+    // As store_test::marks reads it.
+    void putText(const std::string& file, const std::string& key, const std::string& text) {
+        engine->file(file)->write(key, store_test::marks(text));
+    }
     void put(const std::string& file, const std::string& key, const Content& content) {
         records::DBARecord record = store::Store(engine).OpenFile(file)->NewRecord(key);
         for (const auto& [attribute, values] : content)
@@ -68,14 +90,19 @@ class Desk {
     }
 
     // The stored text; "" if there is none.
-    [[nodiscard]] std::string stored(const std::string& key) {
-        return engine->file("FORMVORANDINE")->read(key).value_or("");
+    [[nodiscard]] std::string stored(const std::string& file, const std::string& key) {
+        return engine->file(file)->read(key).value_or("");
     }
 
     [[nodiscard]] std::unique_ptr<host::CaregiverForm> open(const std::string& code) {
+        return open(code, help_, std::make_shared<ports::DBAClient>());
+    }
+    [[nodiscard]] std::unique_ptr<host::CaregiverForm>
+    open(const std::string& code, ports::HelpObject& help,
+         const std::shared_ptr<ports::DBAClient>& client) {
         return std::make_unique<host::CaregiverForm>(
-            host::HostObjects{world_, dates_, help_, std::make_shared<ports::DBAClient>(),
-                              std::make_shared<store::Store>(engine), rights_},
+            host::HostObjects{world_, dates_, help, client, std::make_shared<store::Store>(engine),
+                              rights_},
             code, "DURAND Marie", [this](const Error& error) { errors.push_back(error); });
     }
 
@@ -91,13 +118,17 @@ class Desk {
     }
 };
 
-// A control of the form by its name.
+// A control of a form by its name.
 template <typename Kind>
-Kind& at(host::CaregiverForm& form, const std::string& name) {
-    auto* const found = dynamic_cast<Kind*>(form.form().find(name));
+Kind& in(widgets::Form& form, const std::string& name) {
+    auto* const found = dynamic_cast<Kind*>(form.find(name));
     if (found == nullptr)
         throw std::invalid_argument("no such control: " + name);
     return *found;
+}
+template <typename Kind>
+Kind& at(host::CaregiverForm& form, const std::string& name) {
+    return in<Kind>(form.form(), name);
 }
 
 } // namespace vorandine::control_test

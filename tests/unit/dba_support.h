@@ -38,9 +38,12 @@ class Program : public testing::Test {
         return out;
     }
 
+    // The store of the test is there.
+    void SetUp() override { done({"create", url}); }
+
     // The demonstration data, on request without its many caregivers.
     void importDemo(bool caregivers = true) {
-        vorandine::dba::Arguments words{"import", "--create", url};
+        vorandine::dba::Arguments words{"import", url};
         const auto demo = std::filesystem::path(__FILE__).parent_path() / "../../demo";
         for (const auto& entry : std::filesystem::directory_iterator(demo))
             if (entry.path().extension() == ".jsonl" &&

@@ -1,19 +1,27 @@
-// The retrieval language: what each production gives, and what each refusal says and where.
+// The retrieval language: what each production gives, what each refusal says and where, what values
+// satisfy a condition. fuzz/fuzz_request.cpp holds the rows found against a look at every record.
 #include "ports/Query.h"
-#include "store/Request.h"
-
+#include "records/RecordText.h"
+#include "store/Comparison.h"
+#include "store/Selection.h"
+#include "store/Store.h"
+#include "store/memory/MemoryEngine.h"
 #include "store_support.h"
 
 #include <gtest/gtest.h>
-#include <vector>
 
 namespace vorandine::store {
 namespace {
 
-using store_test::raisedBy;
+using store_test::marks;
+using store_test::numberOf;
+
+Request parsed(const std::string& query, const std::string& file, const std::string& wanted) {
+    return parseRequest(query + marks("^" + file + "^") + wanted);
+}
 
 // The tree in one line: conditions as `attribute op 'value'`, "*" after a value for "begins with".
-std::string describe(const Request& request) {
+std::string described(const Request& request) {
     const std::vector<std::string> operators{"=", "<>", ">=", "<="};
     std::string text = request.file;
     for (const Condition& condition : request.conditions) {
@@ -30,99 +38,131 @@ std::string describe(const Request& request) {
     return text;
 }
 
-std::string parsed(const std::string& query, const std::string& file, const std::string& wanted) {
-    return describe(parseRequest(store_test::request(query, file, wanted)));
-}
-
 TEST(StoreRequest, ReadsEachProduction) {
-    struct Case {
-        const char* query;
-        const char* file;
-        const char* wanted;
-        const char* tree;
-    };
-    for (const Case& c : std::vector<Case>{
-             {"SSELECT ACTIVITES", "ACTIVITES", "0", "ACTIVITES 0"},
-             {"SSELECT ACTIVITES PAR 1", "ACTIVITES", "0 1", "ACTIVITES ^1 0 1"},
-             {R"(SSELECT DIFAIDANT AVEC 0 = "A1]" AND AVEC 5 = "T01")", "DIFAIDANT", "0",
-              "DIFAIDANT [0 ='A1'*] [5 ='T01'] 0"},
-             {R"(SSELECT CONTRAT AVEC 65 = "" AND AVEC 8 >= "20050501" OR = "" PAR NomAideContrat)"
-              " PAR PrenomAideContrat PAR 3 PAR 8",
-              "CONTRAT", "0 3 8", "CONTRAT [65 =''] [8 >='20050501' =''] ^4 ^5 ^3 ^8 0 3 8"},
-             {R"(SSELECT DETAILCALCUL AVEC ConvColContratDetailCalcul <> "02")"
-              R"( AND AVEC PeriodeDetailCalcul <= "202401" AND AVEC CodeAideDetailCalcul = "A]")"
-              R"( AND AVEC GestionDroitDif = "1")",
-              "DETAILCALCUL", "0 6 16",
-              "DETAILCALCUL [2 <>'02'] [4 <='202401'] [1 ='A'*] [3 ='1'] 0 6 16"},
-             // Blanks between words; blanks, brackets and keywords within values.
-             {"  SSELECT   TABLES  AVEC  007  =  \" OR = ]x AND \"   PAR  0 ", "TABLES", " 2   1 ",
-              "TABLES [7 =' OR = ]x AND '] ^0 2 1"},
-             {R"(SSELECT TABLES AVEC 1 <> "]" OR = "é]" OR = "]]")", "TABLES", "65535",
-              "TABLES [1 <>''* ='é'* =']'*] 65535"},
-         })
-        EXPECT_EQ(parsed(c.query, c.file, c.wanted), c.tree) << c.query;
+    const char* const cases[][4] = {
+        {"SSELECT ACTIVITES PAR 1", "ACTIVITES", "0 1", "ACTIVITES ^1 0 1"},
+        {R"(SSELECT CONTRAT AVEC 65 = "" AND AVEC 8 >= "20050501" OR = "" PAR NomAideContrat)"
+         " PAR PrenomAideContrat PAR 3 PAR 8",
+         "CONTRAT", "0 3 8", "CONTRAT [65 =''] [8 >='20050501' =''] ^4 ^5 ^3 ^8 0 3 8"},
+        {R"(SSELECT DETAILCALCUL AVEC ConvColContratDetailCalcul <> "02")"
+         R"( AND AVEC PeriodeDetailCalcul <= "202401" AND AVEC CodeAideDetailCalcul = "A]")"
+         R"( AND AVEC GestionDroitDif = "1")",
+         "DETAILCALCUL", "0 6 16",
+         "DETAILCALCUL [2 <>'02'] [4 <='202401'] [1 ='A'*] [3 ='1'] 0 6 16"},
+        // Blanks between words; blanks, brackets and keywords within values.
+        {"  SSELECT   TABLES  AVEC  007  =  \" OR = ]x AND \"   PAR  0 ", "TABLES", " 2   1 ",
+         "TABLES [7 =' OR = ]x AND '] ^0 2 1"},
+        {R"(SSELECT TABLES AVEC 1 <> "]" OR = "é]" OR = "]]")", "TABLES", "65535",
+         "TABLES [1 <>''* ='é'* =']'*] 65535"}};
+    for (const auto& [query, file, wanted, tree] : cases)
+        EXPECT_EQ(described(parsed(query, file, wanted)), tree) << query;
+    for (const std::string value : {"", "Zoé", " a ", "x]y"})
+        EXPECT_EQ(
+            described(parsed("SSELECT TABLES AVEC 0 = " + ports::quoted(value), "TABLES", "0")),
+            "TABLES [0 ='" + value + "'] 0");
+    EXPECT_EQ(numberOf([] { (void)ports::quoted("a\"b"); }), errors::RequestRefused);
 }
 
 TEST(StoreRequest, RefusalsSayWhatAndWhere) {
     struct Case {
-        const char* query;
+        std::string query; // behind "SSELECT TABLES", unless it is whole
+        std::string wanted;
         const char* where;
         const char* what;
     };
-    for (const Case& c : std::vector<Case>{
-             {"", "caractère 1 :", "SSELECT attendu"},
-             {"select TABLES", "caractère 1 :", "SSELECT attendu"},
-             {"SSELECTTABLES", "caractère 1 :", "SSELECT attendu"},
-             {"SSELECT ", "caractère 9 :", "nom de fichier"},
-             {"SSELECT CONTRAT", "caractère 9 :", "attribut 2"},
-             {"SSELECT tables", "caractère 9 :", "attribut 2"},
-             {"SSELECT TABLES 1", "caractère 16 :", "AVEC, PAR ou la fin"},
-             {"SSELECT TABLES avec 1 = \"\"", "caractère 16 :", "AVEC, PAR ou la fin"},
-             {"SSELECT TABLES AVEC", "caractère 20 :", "attribut attendu"},
-             {"SSELECT TABLES AVEC Nom = \"\"", "caractère 21 :", "« Nom »"},
-             {"SSELECT TABLES AVEC NomAideContrat = \"\"", "caractère 21 :", "dictionnaire"},
-             {"SSELECT TABLES AVEC -1 = \"\"", "caractère 21 :", "« -1 »"},
-             {"SSELECT TABLES AVEC 65536 = \"\"", "caractère 21 :", "65535"},
-             {"SSELECT TABLES AVEC 99999999999999999999 = \"\"", "caractère 21 :", "65535"},
-             {"SSELECT TABLES AVEC 1", "caractère 22 :", "opérateur attendu"},
-             {"SSELECT TABLES AVEC 1 > \"\"", "caractère 23 :", "opérateur attendu"},
-             {"SSELECT TABLES AVEC 1 =\"a\"", "caractère 23 :", "opérateur attendu"},
-             {"SSELECT TABLES AVEC 1 = ", "caractère 25 :", "entre guillemets"},
-             {"SSELECT TABLES AVEC 1 = a", "caractère 25 :", "entre guillemets"},
-             {"SSELECT TABLES AVEC 1 = \"été", "caractère 25 :", "pas fermé"},
-             {"SSELECT TABLES AVEC 1 = \"été\"x\"", "caractère 30 :", "guillemet"},
-             {"SSELECT TABLES AVEC 1 >= \"été]\"", "caractère 30 :", "commence par"},
-             {"SSELECT TABLES AVEC 1 <= \"]\"", "caractère 27 :", "commence par"},
-             {"SSELECT TABLES AVEC 1 = \"\" AND 2 = \"\"", "caractère 32 :", "AVEC attendu"},
-             {"SSELECT TABLES AVEC 1 = \"\" OR \"\"", "caractère 31 :", "= attendu"},
-             {"SSELECT TABLES AVEC 1 = \"\" OR >= \"\"", "caractère 31 :", "= attendu"},
-             {"SSELECT TABLES AVEC 1 = \"\" OU = \"\"", "caractère 28 :", "OR =, AND AVEC, PAR"},
-             {"SSELECT TABLES AVEC 1 = \"\" AVEC 2 = \"\"", "caractère 28 :", "AND AVEC"},
-             {"SSELECT TABLES PAR", "caractère 19 :", "attribut attendu"},
-             {"SSELECT TABLES PAR 1 AVEC 1 = \"\"", "caractère 22 :", "PAR ou la fin"},
-             {"SSELECT TABLES AVEC 1 = \"é\xFD\"", "caractère 27 :", "pas permis"},
-             {"SSELECT TABLES\tPAR 1", "caractère 15 :", "pas permis"},
-         }) {
-        const auto raised = raisedBy([&] { (void)parsed(c.query, "TABLES", "0"); });
-        EXPECT_EQ(raised.number, errors::RequestRefused) << c.query;
-        EXPECT_NE(raised.text.find(c.where), std::string::npos) << c.query << "\n" << raised.text;
-        EXPECT_NE(raised.text.find(c.what), std::string::npos) << c.query << "\n" << raised.text;
+    for (const Case& one : std::vector<Case>{
+             {"select TABLES", "0", "caractère 1 :", "SSELECT attendu"},
+             {"SSELECT CONTRAT", "0", "caractère 9 :", "attribut 2"},
+             {" 1", "0", "caractère 16 :", "AVEC, PAR ou la fin"},
+             {" AVEC", "0", "caractère 20 :", "attribut attendu"},
+             {" AVEC Nom = \"\"", "0", "caractère 21 :", "« Nom »"},
+             {" AVEC NomAideContrat = \"\"", "0", "caractère 21 :", "dictionnaire"},
+             {" AVEC 65536 = \"\"", "0", "caractère 21 :", "65535"},
+             {" AVEC 1 =\"a\"", "0", "caractère 23 :", "opérateur attendu"},
+             {" AVEC 1 = \"été", "0", "caractère 25 :", "pas fermé"},
+             {" AVEC 1 = \"été\"x\"", "0", "caractère 30 :", "guillemet"},
+             {" AVEC 1 >= \"été]\"", "0", "caractère 30 :", "commence par"},
+             {" AVEC 1 = \"\" AND 2 = \"\"", "0", "caractère 32 :", "AVEC attendu"},
+             {" AVEC 1 = \"\" OR >= \"\"", "0", "caractère 31 :", "= attendu"},
+             {" AVEC 1 = \"\" OU = \"\"", "0", "caractère 28 :", "OR =, AND AVEC, PAR"},
+             {" PAR 1 AVEC 1 = \"\"", "0", "caractère 22 :", "PAR ou la fin"},
+             {" AVEC 1 = \"é\xFD\"", "0", "caractère 27 :", "pas permis"},
+             {"", "0 x", "attributs demandés", "caractère 3 :"},
+             {"", "65536", "attributs demandés", "65535"}}) {
+        const bool whole = one.query.starts_with("SSELECT") || one.query.starts_with("select");
+        const auto raised = store_test::raisedBy([&] {
+            (void)parsed(whole ? one.query : "SSELECT TABLES" + one.query, "TABLES", one.wanted);
+        });
+        EXPECT_EQ(raised.number, errors::RequestRefused) << one.query;
+        EXPECT_NE(raised.text.find(one.where), std::string::npos) << one.query << raised.text;
+        EXPECT_NE(raised.text.find(one.what), std::string::npos) << one.query << raised.text;
     }
 }
 
-TEST(StoreRequest, WantedAttributesAreNumbers) {
-    for (const char* const wanted : {"", "  ", "0 x", "NomAideContrat", "-1", "0,1", "65536"}) {
-        const auto raised = raisedBy([&] { (void)parsed("SSELECT CONTRAT", "CONTRAT", wanted); });
-        EXPECT_EQ(raised.number, errors::RequestRefused) << wanted;
-        EXPECT_NE(raised.text.find("attributs demandés"), std::string::npos) << wanted;
+TEST(StoreRequest, ConditionsLookAtEveryValueOfAnAttribute) {
+    const auto engine = std::make_shared<MemoryEngine>();
+    for (const auto& [key, record] :
+         {std::pair("a", "x]y^1"), {"b", "^2"}, {"c", "y^10"}, {"d", "x]^"}, {"e", "yz"}})
+        engine->file("TABLES")->write(key, marks(record));
+    const auto rows = [&](const std::string& conditions) {
+        std::string keys = std::as_const(*std::make_unique<records::DBARecord>(
+            Store(engine).Select("SSELECT TABLES " + conditions + marks("^TABLES^0"))))();
+        std::erase(keys, records::AttributeMark);
+        return keys;
+    };
+    const char* const cases[][2] = {
+        {"AVEC 1 = \"y\"", "ac"},
+        {"AVEC 1 <> \"y\"", "abde"},
+        {"AVEC 1 = \"\"", "bd"},
+        {"AVEC 1 = \"y]\"", "ace"},
+        {"AVEC 1 <> \"y]\"", "abd"},
+        {"AVEC 1 = \"]\"", "abcde"},
+        {"AVEC 2 >= \"2\"", "bc"},
+        {"AVEC 2 <= \"2\"", "abde"},
+        {"AVEC 2 >= \"5\" OR = \"\" OR = \"1\"", "acde"},
+        {"AVEC 1 = \"y]\" AND AVEC 2 = \"\"", "e"},
+        {"AVEC 70 = \"\" AND AVEC 0 = \"c\"", "c"},
+        {"PAR 1", "bdace"}, // the empty first, then in French, of equal ones the key decides
+    };
+    for (const auto& [conditions, keys] : cases)
+        EXPECT_EQ(rows(conditions), keys) << conditions;
+    EXPECT_EQ(numberOf([&] { (void)Store(engine).Select(marks("SSELECT X^X^0")); }),
+              errors::FileUnknown);
+}
+
+TEST(StoreRequest, ValuesCompareAsNumbersOrAsTexts) {
+    const char* const cases[][3] = {{"9", "<", "10"},
+                                    {"-10", "<", "-9"},
+                                    {"-1", "<", "0"},
+                                    {"-0", "=", "00"},
+                                    {"007", "=", "7"},
+                                    {"9", ">", "10a"},
+                                    {"1,5", ">", "1"},
+                                    {"-", "<", "1"},
+                                    {"", "<", "-99"},
+                                    {"", "<", " "},
+                                    {"", "=", ""},
+                                    {"z", "<", "é"},
+                                    {"99999999999999999999999", "<", "100000000000000000000000"}};
+    for (const auto& [a, sign, b] : cases) {
+        const auto order = compareValues(a, b);
+        EXPECT_STREQ(order < 0 ? "<" : order > 0 ? ">" : "=", sign) << a << " " << b;
+        EXPECT_EQ(compareValues(b, a), 0 <=> order) << a << " " << b;
     }
 }
 
-TEST(StoreRequest, QuotedValuesComeBackAsTheyWere) {
-    for (const std::string& value : std::vector<std::string>{"", "Zoé", " a ", "x]y"})
-        EXPECT_EQ(parsed("SSELECT TABLES AVEC 0 = " + ports::quoted(value), "TABLES", "0"),
-                  "TABLES [0 ='" + value + "'] 0");
-    EXPECT_EQ(raisedBy([] { (void)ports::quoted("a\"b"); }).number, errors::RequestRefused);
+// A range that is too wide costs time alone, which nothing else shows.
+TEST(StoreRequest, KeysAreSelectedByRange) {
+    const char* const cases[][2] = {{"0 = \"é]\"", "é..ê"},
+                                    {"0 <> \"A1]\"", "..*"},
+                                    {"0 = \"B]\" OR = \"A]\"", "A..C"},
+                                    {"0 >= \"B\" OR = \"A]\"", "..*"},
+                                    {"0 = \"AB]\" AND AVEC 0 = \"A]\"", "AB..AC"}};
+    for (const auto& [conditions, range] : cases) {
+        const KeyRange keys =
+            keyRange(parsed(std::string("SSELECT TABLES AVEC ") + conditions, "TABLES", "0"));
+        EXPECT_EQ(keys.from + ".." + keys.to.value_or("*"), range) << conditions;
+    }
 }
 
 } // namespace

@@ -1,14 +1,14 @@
-// What the tests of the store share: requests without their separators, files in a folder of their
-// own, the number and text of an expected Error, and work done without rights.
+// What the tests of the store share: records as one reads them, files in a folder of their own, the
+// number and text of an expected Error, and work done without rights.
 #pragma once
 
 #include "records/DBARecord.h"
-#include "store/Engine.h"
 #include "text/Error.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <random>
@@ -16,11 +16,11 @@
 
 namespace store_test {
 
-// The whole text of a request record.
-inline std::string request(const std::string& query, const std::string& file,
-                           const std::string& wanted) {
-    return query + vorandine::records::AttributeMark + file + vorandine::records::AttributeMark +
-           wanted;
+// A record's text as one reads it: ^ between attributes, ] between values.
+inline std::string marks(std::string text) {
+    std::replace(text.begin(), text.end(), '^', vorandine::records::AttributeMark);
+    std::replace(text.begin(), text.end(), ']', vorandine::records::ValueMark);
+    return text;
 }
 
 struct Raised {
@@ -35,6 +35,10 @@ inline Raised raisedBy(const std::function<void()>& work) {
         return {error.number(), error.what()};
     }
     return {};
+}
+
+inline std::uint32_t numberOf(const std::function<void()>& work) {
+    return raisedBy(work).number;
 }
 
 constexpr unsigned Nobody = 65534;

@@ -1,0 +1,149 @@
+// A form as text: what a reader of the terminal sees, and what he must not see.
+#include "frontends/headless/TextRenderer.h"
+#include "text/Characters.h"
+#include "widgets/ListBox.h"
+#include "widgets/Simple.h"
+#include "widgets/TextField.h"
+
+#include <gtest/gtest.h>
+
+namespace vorandine::headless {
+namespace {
+
+using namespace widgets;
+
+class Screen : public testing::Test {
+  protected:
+    Form form;
+
+    Screen() {
+        form.Caption("Fiche");
+        form.place({0, 0, 4800, 3000});
+    }
+    template <typename Kind>
+    void put(Kind& control, const Place& place, const char* caption = "") {
+        if constexpr (requires { control.Caption(caption); })
+            control.Caption(caption);
+        control.place(place);
+        form.add(control);
+    }
+    [[nodiscard]] bool shows(const std::string& text) const {
+        return render(form).find(text) != std::string::npos;
+    }
+    void expectShown(std::initializer_list<const char*> texts) const {
+        for (const char* const text : texts)
+            EXPECT_TRUE(shows(text)) << text << " in\n" << render(form);
+    }
+};
+
+TEST_F(Screen, EveryKindOfControlHasItsFace) {
+    Label name;
+    TextBox field;
+    ComboBox combo;
+    OptionButton yes;
+    OptionButton no;
+    CommandButton ok;
+    CommandButton cancel;
+    Label account;
+    put(name, {120, 120, 300, 195}, "Prénom, plus long que sa place");
+    put(field, {1200, 60, 1800, 285});
+    put(combo, {1200, 480, 1800, 315});
+    put(yes, {120, 960, 900, 252}, "Été");
+    put(no, {1200, 960, 900, 252}, "Hiver");
+    put(ok, {120, 1440, 855, 375}, "OK");
+    put(cancel, {1200, 1440, 855, 375}, "Annuler");
+    field.Text("Éléonore");
+    combo.Text("un choix bien trop long pour sa place");
+    yes.Value(true);
+    cancel.Enabled(false);
+    EXPECT_EQ(render(form), "═══ Fiche ══════════════════════════════════════════════════\n"
+                            "  Prénom, plus long que sa place [Éléonore......]\n"
+                            "                                 [un choix bi… v]\n"
+                            "  (•) Été                        ( ) Hiver\n"
+                            "  < OK >                         ( Annuler )\n"
+                            "════════════════════════════════════════════════════════════\n");
+    field.Enabled(false);
+    expectShown({"(Éléonore      )"});
+    // A label that is high enough goes on below.
+    put(account, {120, 2000, 4560, 600},
+        "Solde au-dessous de zéro : Aide à domicile en Cévennes (-5,00), Léa MÉNARD (-20,00).");
+    expectShown({"Solde au-dessous de zéro :", "Léa MÉNARD"});
+    EXPECT_FALSE(shows("Solde au-dessous de zéro : Aide à domicile en Cévennes (-5,00), Léa"));
+}
+
+TEST_F(Screen, OnlyTheTabInFrontAndWhatIsNotCoveredIsSeen) {
+    TabContainer tabs;
+    Frame frame;
+    Label labels[3];
+    ListBox behind;
+    ListBox before;
+    put(tabs, {0, 0, 4800, 3000});
+    tabs.tabs({"Études", "Suite", "Fin"});
+    tabs.TabEnabled(2, false);
+    frame.Caption("Cadre");
+    frame.place({120, 480, 4500, 700});
+    behind.AddItem("derrière");
+    behind.place({600, 1500, 900, 900});
+    before.AddItem("devant");
+    before.place({120, 1500, 3000, 900});
+    for (std::size_t i = 0; i < 3; ++i) {
+        labels[i].Caption(std::vector{"dedans", "invisible", "ailleurs"}[i]);
+        labels[i].place({120, 300, 900, 195});
+    }
+    frame.add(labels[0]);
+    labels[1].Visible(false);
+    for (Control* const control : {static_cast<Control*>(&frame), static_cast<Control*>(&labels[1]),
+                                   static_cast<Control*>(&behind), static_cast<Control*>(&before)})
+        tabs.add(*control, 0);
+    tabs.add(labels[2], 1);
+    expectShown({"[ Études ]─  Suite  ─( Fin )", "┌─ Cadre ─", "dedans", "devant"});
+    EXPECT_FALSE(shows("ailleurs") || shows("invisible") || shows("derrière"));
+    tabs.Tab(1);
+    expectShown({"ailleurs"});
+    EXPECT_FALSE(shows("dedans") || shows("Cadre"));
+}
+
+TEST_F(Screen, ListsStandInStepWithColumnsUnderTheirHeads) {
+    ListBox dates;
+    ListBox labels;
+    put(dates, {120, 120, 1575, 1350});
+    put(labels, {1320, 120, 3300, 1350}); // the first one runs under it
+    labels.multiSelect(true);
+    for (int i = 0; i < 30; ++i) {
+        dates.AddItem("01/02/20" + std::to_string(10 + i));
+        labels.AddItem("ligne " + std::to_string(i));
+    }
+    dates.ListIndex(0);
+    labels.Selected(1, true);
+    expectShown({"│>01/02/2010   │ ligne 0 ", "│ 01/02/2011   │>ligne 1 ", "│ ↓ "});
+    EXPECT_FALSE(shows("↑"));
+    dates.ListIndex(29); // the current line stays in sight
+    expectShown({"│>01/02/2039", "↑ "});
+    labels.Enabled(false);
+    expectShown({"┊ ligne 0"});
+
+    Label day;
+    Label sum;
+    ListBox list;
+    put(day, {300, 1560, 600, 195}, "Jour");
+    put(sum, {3900, 1560, 600, 195}, "Somme");
+    list.columns({{1, 10, 60, 1200, false}, {11, 8, 3400, 4400, true}});
+    put(list, {120, 1800, 4560, 700});
+    for (const char* const line :
+         {"01/03/2006   12,50", "02/03/2006   -0,50", "03/03/2006 123456789,50"})
+        list.AddItem(line);
+    const std::string all = render(form);
+    const auto column = [&](const char* text) {
+        const std::size_t at = all.find(text);
+        EXPECT_NE(at, std::string::npos) << text << " in\n" << all;
+        const std::size_t line = all.rfind('\n', at) + 1;
+        return static_cast<int>(text::Len(all.substr(line, at - line)));
+    };
+    EXPECT_EQ(column("12,50"), column("-0,50"));
+    EXPECT_NEAR(column("12,50"), column("Somme"), 4);
+    EXPECT_NEAR(column("01/03"), column("Jour"), 4);
+    expectShown({"03/03/2006 123456789,50"}); // too wide for its column, and shown whole
+}
+
+} // namespace
+} // namespace vorandine::headless

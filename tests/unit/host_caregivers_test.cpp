@@ -1,0 +1,91 @@
+// Caregivers and users of a store: what a host lists, which new codes are let in.
+#include "apps/host/Caregivers.h"
+#include "store_support.h"
+
+#include <gtest/gtest.h>
+
+namespace vorandine::host {
+namespace {
+
+class HostCaregivers : public testing::Test {
+  protected:
+    std::shared_ptr<store::Store> store =
+        std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
+    Caregivers caregivers{store};
+
+    void put(const std::string& file, const std::string& key, const std::string& text) {
+        store->OpenFile(file)->WriteRecord(key, store_test::marks(text));
+    }
+    [[nodiscard]] std::string listed() {
+        std::string all;
+        for (const auto& [code, name] : caregivers.all())
+            all += code + "=" + name + ";";
+        return all;
+    }
+};
+
+TEST_F(HostCaregivers, ListsThoseOfAidantAndThoseWhoHaveATrainingFileAlone) {
+    EXPECT_EQ(listed(), "");
+    put("AIDANT", "00012", "DURAND Marie^ignored");
+    put("AIDANT", "00011", "LE GOFF]Yann");
+    put("FORMVORANDINE", "00012", "D");
+    put("FORMVORANDINE", "00105", "D");
+    EXPECT_EQ(listed(), "00011=LE GOFF Yann;00012=DURAND Marie;00105=;");
+    EXPECT_EQ(caregivers.find("00011")->name, "LE GOFF Yann");
+    EXPECT_EQ(caregivers.find("00105")->name, "");
+    EXPECT_FALSE(caregivers.find("0001"));
+
+    put("UTILISATEURS", "a", "ZOLA Émile");
+    put("UTILISATEURS", "b", "");
+    put("UTILISATEURS", "c", "Éluard");
+    put("UTILISATEURS", "d", "ESSAI");
+    std::string logins;
+    for (const User& user : users(*store))
+        logins += user.login + "=" + user.name + ";";
+    EXPECT_EQ(logins, "b=b;c=Éluard;d=ESSAI;a=ZOLA Émile;");
+}
+
+TEST_F(HostCaregivers, ContentChangesWithTheTrainingFileAndTheLedgersAlone) {
+    std::string content = caregivers.content("00012");
+    const auto changes = [&] {
+        return std::exchange(content, caregivers.content("00012")) != content;
+    };
+    put("FORMVORANDINE", "00012", "D");
+    EXPECT_TRUE(changes());
+    put("DIFAIDANT", "00012PSD", "20060615^7");
+    EXPECT_TRUE(changes());
+    put("DIFAIDANT", "00012PSD", "20060615^8");
+    EXPECT_TRUE(changes());
+    put("AIDANT", "00012", "DURAND Marie");
+    put("DIFAIDANT", "00013PSD", "20060615^7");
+    EXPECT_FALSE(changes());
+}
+
+TEST_F(HostCaregivers, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {
+    const Caregiver added = caregivers.add(" B1 ", "  MÉRY Zoé ");
+    EXPECT_EQ(added.code + "=" + added.name, "B1=MÉRY Zoé");
+    EXPECT_EQ(caregivers.add("b1", "Autre casse, autre code").code, "b1");
+    put("AIDANT", "00012", "DURAND Marie");
+    put("FORMVORANDINE", "X100", "D");
+    const std::string before = listed();
+    const char* const refused[][3] = {{"  ", "NOM", "vide"},
+                                      {"a\"b", "NOM", "guillemet"},
+                                      {"9]", "NOM", "crochet"},
+                                      {"00012", "NOM", "déjà pris par DURAND Marie"},
+                                      {"X100", "NOM", "déjà pris par un autre aidant"},
+                                      {"0001", "NOM", "« 00012 » (DURAND Marie) commence par lui"},
+                                      {"00012A", "NOM", "il commence par « 00012 »"},
+                                      {"C1", "a\nb", "Le nom de l'aidant"}};
+    for (const auto& [code, name, why] : refused) {
+        const auto raised = store_test::raisedBy([&] { (void)caregivers.add(code, name); });
+        EXPECT_EQ(raised.number,
+                  std::string(code) == "C1" ? errors::TextRefused : errors::CodeRefused)
+            << code;
+        EXPECT_NE(raised.text.find(why), std::string::npos) << code << ": " << raised.text;
+    }
+    EXPECT_EQ(listed(), before);
+    EXPECT_EQ(caregivers.add("00013", "Voisin").code, "00013");
+}
+
+} // namespace
+} // namespace vorandine::host
