@@ -12,6 +12,7 @@
 #include "widgets/Gestures.h"
 #include "widgets/Kinds.h"
 
+#include <exception>
 #include <iostream>
 #include <memory>
 
@@ -67,7 +68,7 @@ void run() {
 int main() {
     try {
         run();
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
         return 1;
     }
