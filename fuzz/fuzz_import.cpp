@@ -11,6 +11,7 @@
 #include "records/RecordText.h"
 #include "text/Decimal.h"
 
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 

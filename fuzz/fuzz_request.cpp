@@ -2,7 +2,7 @@
 // and the rows found are those that a look at every record finds.
 // An input is a request's whole text; behind a byte 0xFF may stand a key, behind another a record.
 #include "Property.h"
-#include "ports/Database.h"
+#include "ports/Query.h"
 #include "records/RecordText.h"
 #include "store/Comparison.h"
 #include "store/Selection.h"

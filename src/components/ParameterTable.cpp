@@ -1,6 +1,7 @@
 // Finding, checking and setting the entries of a table, always both attributes at one position.
 #include "components/ParameterTable.h"
 
+#include "records/StoredFiles.h"
 #include "text/Characters.h"
 
 #include <utility>
@@ -8,8 +9,8 @@
 namespace vorandine::components {
 namespace {
 
-constexpr int Codes = 2; // attributes of the record
-constexpr int Labels = 3;
+using records::table::Codes;
+using records::table::Labels;
 constexpr std::size_t CodeLength = 3;
 
 Refusal wrongCode(const std::string& text) {
@@ -35,7 +36,7 @@ std::vector<Parameter> ParameterTable::entries() const {
     const int count = record_.DCount(Codes);
     for (int k = 1; k <= count; ++k)
         if (std::string found = code(k); !found.empty())
-            all.push_back({std::move(found), label(k)});
+            all.push_back({.code = std::move(found), .label = label(k)});
     return all;
 }
 

@@ -1,4 +1,4 @@
-// One table of the file TABLES: codes in attribute 2, labels in attribute 3, position by position,
+// One table of the file TABLES: codes and labels, position by position,
 // and the rules by which a user adds to it and changes it.
 #pragma once
 

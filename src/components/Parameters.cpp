@@ -2,6 +2,7 @@
 #include "components/Parameters.h"
 
 #include "components/ParameterTable.h"
+#include "records/StoredFiles.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 #include "text/Search.h"
@@ -72,17 +73,17 @@ Parameters::Parameters(ports::ParametersHost& host) : host_(host) {
     place({120, 120, 6975, 5010});
     // clang-format off
     widgets::furnish(*this, {
-        {Etq_TitreParam, {"Etq_TitreParam", -1, "", 0, 0, 7, {0, 0, 6975, 195}}},
-        {Etq_RechercheParam, {"Etq_RechercheParam", -1, "Rechercher", 0, 0, 8, {0, 360, 1095, 195}}},
-        {Txt_RechercheParam, {"Txt_RechercheParam", -1, "", 0, 0, 0, {1200, 360, 5775, 288}}},
-        {Lst_Param, {"Lst_Param", -1, "", 0, FixedPitch, 1, {0, 780, 6975, 2790}}},
-        {Etq_CodeParam, {"Etq_CodeParam", -1, "Code", 0, 0, 9, {0, 3720, 735, 195}}},
-        {Etq_LibelleParam, {"Etq_LibelleParam", -1, "Libellé", 0, 0, 10, {960, 3720, 735, 195}}},
-        {Txt_CodeParam, {"Txt_CodeParam", -1, "", 0, FixedPitch, 2, {0, 3960, 855, 330}}},
-        {Txt_LibelleParam, {"Txt_LibelleParam", -1, "", 0, FixedPitch, 3, {960, 3960, 6015, 330}}},
-        {Cmd_AjouterParam, {"Cmd_AjouterParam", -1, "Ajouter", 'A', 0, 4, {0, 4590, 1095, 375}}},
-        {Cmd_ModifierParam, {"Cmd_ModifierParam", -1, "Modifier", 'M', 0, 5, {1200, 4590, 1095, 375}}},
-        {Cmd_RetourParam, {"Cmd_RetourParam", -1, "Retour", 'R', 0, 6, {5880, 4590, 1095, 375}}},
+        {Etq_TitreParam, {.name = "Etq_TitreParam", .order = 7, .place = {0, 0, 6975, 195}}},
+        {Etq_RechercheParam, {.name = "Etq_RechercheParam", .caption = "Rechercher", .order = 8, .place = {0, 360, 1095, 195}}},
+        {Txt_RechercheParam, {.name = "Txt_RechercheParam", .order = 0, .place = {1200, 360, 5775, 288}}},
+        {Lst_Param, {.name = "Lst_Param", .traits = FixedPitch, .order = 1, .place = {0, 780, 6975, 2790}}},
+        {Etq_CodeParam, {.name = "Etq_CodeParam", .caption = "Code", .order = 9, .place = {0, 3720, 735, 195}}},
+        {Etq_LibelleParam, {.name = "Etq_LibelleParam", .caption = "Libellé", .order = 10, .place = {960, 3720, 735, 195}}},
+        {Txt_CodeParam, {.name = "Txt_CodeParam", .traits = FixedPitch, .order = 2, .place = {0, 3960, 855, 330}}},
+        {Txt_LibelleParam, {.name = "Txt_LibelleParam", .traits = FixedPitch, .order = 3, .place = {960, 3960, 6015, 330}}},
+        {Cmd_AjouterParam, {.name = "Cmd_AjouterParam", .caption = "Ajouter", .mnemonic = 'A', .order = 4, .place = {0, 4590, 1095, 375}}},
+        {Cmd_ModifierParam, {.name = "Cmd_ModifierParam", .caption = "Modifier", .mnemonic = 'M', .order = 5, .place = {1200, 4590, 1095, 375}}},
+        {Cmd_RetourParam, {.name = "Cmd_RetourParam", .caption = "Retour", .mnemonic = 'R', .order = 6, .place = {5880, 4590, 1095, 375}}},
     });
     // clang-format on
     Cmd_RetourParam.cancelRank(1);
@@ -110,7 +111,7 @@ void Parameters::Init_Param() {
 
 // A table that is not there yet is an empty one.
 records::DBARecord Parameters::read() const {
-    const auto file = TheDatabase->OpenFile("TABLES");
+    const auto file = TheDatabase->OpenFile(records::table::File);
     std::optional<records::DBARecord> found = ports::find(*file, Table_Param);
     return found ? *std::move(found) : file->NewRecord(Table_Param);
 }
@@ -137,8 +138,9 @@ void Parameters::showLine() {
 
 // Afterwards the line shows, selected, whatever was searched for, and the fields are free.
 void Parameters::make(bool added) {
-    const Change change{added,
-                        {text::Trim(Txt_CodeParam.Text()), text::Trim(Txt_LibelleParam.Text())}};
+    const Change change{.added = added,
+                        .entry = {.code = text::Trim(Txt_CodeParam.Text()),
+                                  .label = text::Trim(Txt_LibelleParam.Text())}};
     const bool asItIs = !added && table_.holds(change.entry);
     if (const auto refusal = change.make(table_)) {
         refuse(*refusal);

@@ -1,6 +1,7 @@
 // One module of rights with its list of restrictions, and the look-up in the file DROITS.
 #include "components/Rights.h"
 
+#include "records/StoredFiles.h"
 #include "text/Error.h"
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 
 namespace vorandine::components {
 namespace {
+
+namespace right = records::right;
 
 constexpr const char* EveryActivity = "*";
 
@@ -54,11 +57,11 @@ std::int32_t levelOf(const std::string& text) {
 
 ModuleRights read(const records::DBARecord& record) {
     ModuleRights rights;
-    rights.level = levelOf(record(1));
-    rights.total = record(2) == "1";
+    rights.level = levelOf(record(right::Level));
+    rights.total = record(right::TotalAccess) == "1";
     rights.activities.clear();
-    for (int v = 1; v <= record.DCount(3); ++v)
-        rights.activities.push_back(record(3, v));
+    for (int v = 1; v <= record.DCount(right::Activities); ++v)
+        rights.activities.push_back(record(right::Activities, v));
     rights.listCount =
         holds(rights.activities, EveryActivity) ? 0 : static_cast<int>(rights.activities.size());
     return rights;
@@ -76,8 +79,9 @@ std::shared_ptr<ports::DroitsModule> Rights::Droits(const std::string& key) {
 std::function<ModuleRights(const std::string&)>
 storedRights(std::shared_ptr<ports::DBADatabase> database, std::string user) {
     return [database = std::move(database), user = std::move(user)](const std::string& key) {
-        const auto stored = ports::find(*database->OpenFile("DROITS"), user + "*" + key);
-        return stored ? read(*stored) : ModuleRights{0, false, 0, {}};
+        const auto stored = ports::find(*database->OpenFile(right::File), user + "*" + key);
+        return stored ? read(*stored)
+                      : ModuleRights{.level = 0, .total = false, .listCount = 0, .activities = {}};
     };
 }
 

@@ -42,38 +42,29 @@ struct Ctr_Vorandine::Parts {
           notice(screen.Etq_MessageDif), ledgers(variables, control.W_Params, Conv_Date),
           trainingDif(screen, ledgers, notice, variables, Conv_Date, droitsUtilisateur, control,
                       world),
-          studies({screen.Opt_Diplome, screen.Opt_Niveau, screen.Cbo_EtudeAidant,
-                   screen.Txt_AnDipAidant, screen.Txt_SpecialAidant, screen.Txt_ExpProfAidant,
-                   screen.Cbo_Qualif, screen.Cbo_CodFormAidant},
-                  variables, world),
-          trainings({screen.Lst_DatFormAidant, screen.Lst_CodFormAidant, screen.Lst_HhFormAidant,
-                     screen.Lst_ObsFormAidant, screen.Lst_DifFormAidant, screen.Lst_CodeForm,
-                     screen.Bdv_FormAidant},
-                    Conv_Date),
-          typingRow({screen.Txt_DatFormAidant, screen.Cbo_CodFormAidant, screen.Txt_HhFormAidant,
-                     screen.Txt_ObsFormAidant, screen.Cbo_DifFormAidant, screen.Cmd_AjouterForm,
-                     screen.Cmd_SupprimerForm, screen.Cmd_AjouterFormation, screen.Cmd_OKForm,
-                     screen.Cmd_AnnulerForm, screen.Etq_MessageForm},
-                    trainings, lock, trainingDif, variables.F_FORMPRO, Conv_Date, world),
-          labelAddition(screen.Cmd_AjouterFormation, screen.Cbo_CodFormAidant, variables,
-                        droitsUtilisateur, control, world, std::move(makeParameters)),
-          activities({screen.Lst_SectPossibles, screen.Lst_CodSectPossibles, screen.Lst_SectSelect,
-                      screen.Lst_CodSectSelect, screen.Cmd_Tous, screen.Cmd_SelectSect,
-                      screen.Cmd_SuppSect},
-                     variables, control.W_Params, droitsModule, world),
-          availability({screen.Txt_DatSaisieAidant, screen.Txt_DatDispoAidant,
-                        screen.Txt_DatFinDispoAidant, screen.Ong_Vorandine},
-                       Conv_Date, world),
-          employers(employerWidgets(), variables, control.W_Params, Conv_Date, notice, control,
-                    world),
-          detail({screen.Cdr_DetailDif, screen.Lst_DetailDif, screen.Lst_CodeFormDif,
-                  screen.Txt_DateDif, screen.Txt_DroitDif, screen.Txt_FormDif, screen.Txt_HreDif,
-                  screen.Txt_SoldeDif, screen.Cmd_AjoutDif, screen.Cmd_AnnuleDif,
-                  screen.Cmd_SupprDif, screen.Cmd_OkDif, screen.Cmd_CalculDif},
-                 employerWidgets(),
-                 {employers, ledgers, notice, lock, variables, Conv_Date, control, world}),
-          dossier(screen, {studies, trainings, activities, availability}, ledgers, variables,
-                  control, world, control.W_Sortir) {
+          studies(screen, screen.Cbo_CodFormAidant, variables, world), trainings(screen, Conv_Date),
+          typingRow(screen, trainings, lock, trainingDif, variables.F_FORMPRO, Conv_Date, world),
+          labelAddition(screen, variables, droitsUtilisateur, control, world,
+                        std::move(makeParameters)),
+          activities(screen, variables, control.W_Params, droitsModule, world),
+          availability(screen, screen.Ong_Vorandine, Conv_Date, world),
+          employers(screen, screen, variables, control.W_Params, Conv_Date, notice, control, world),
+          detail(screen, screen,
+                 {.caregiver = screen,
+                  .employers = employers,
+                  .ledgers = ledgers,
+                  .notice = notice,
+                  .lock = lock,
+                  .variables = variables,
+                  .Conv_Date = Conv_Date,
+                  .control = control,
+                  .world = world}),
+          dossier(screen,
+                  {.studies = studies,
+                   .trainings = trainings,
+                   .activities = activities,
+                   .availability = availability},
+                  ledgers, variables, control, world, control.W_Sortir) {
         screen.Ong_Vorandine.Click = [this](std::int16_t& /*previousTab*/) {
             if (screen.Ong_Vorandine.Tab() != DifTab)
                 return;
@@ -84,15 +75,11 @@ struct Ctr_Vorandine::Parts {
             const auto current = [](const widgets::ListBox& list) {
                 return list.List(list.ListIndex());
             };
-            dif::runCalculRemu(screen.Etq_CodeAidant.Caption(), current(screen.Lst_CodeEmplDif),
-                               current(screen.Lst_ContratDif), variables, droitsUtilisateur,
-                               control, world);
+            dif::runCalculRemu({.caregiver = screen.Etq_CodeAidant.Caption(),
+                                .employer = current(screen.Lst_CodeEmplDif),
+                                .contract = current(screen.Lst_ContratDif)},
+                               variables, droitsUtilisateur, control, world);
         };
-    }
-
-    dif::EmployerWidgets employerWidgets() {
-        return {screen.Etq_CodeAidant, screen.Lst_DifEmpl, screen.Lst_CodeEmplDif,
-                screen.Lst_ContratDif};
     }
 
     // Reads only: buttons that write are not to be seen.
@@ -212,7 +199,7 @@ void Ctr_Vorandine::Recherche_Place() {
     parts_->detail.Recherche_Place();
 }
 void Ctr_Vorandine::Recherche_DifAidant() {
-    parts_->trainingDif.Recherche_DifAidant();
+    parts_->typingRow.Recherche_DifAidant();
 }
 void Ctr_Vorandine::Calcul_MV_Dif() {
     parts_->detail.Calcul_MV_Dif();

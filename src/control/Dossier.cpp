@@ -1,6 +1,7 @@
 // Loading, composing, saving and leaving.
 #include "control/Dossier.h"
 
+#include "records/StoredFiles.h"
 #include "rules/LongTask.h"
 #include "rules/Messages.h"
 #include "text/Error.h"
@@ -11,6 +12,7 @@
 
 namespace vorandine::control {
 
+namespace attribute = records::training_file;
 using experience::Activities;
 
 Dossier::Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
@@ -43,7 +45,8 @@ void Dossier::MAJ_TabDyn() {
 }
 
 void Dossier::Ecrire_Donnees() {
-    const int lines = std::max(std::as_const(v_.Rec_Copie).DCount(6), v_.Rec_Copie.DCount(10));
+    const int lines = std::max(std::as_const(v_.Rec_Copie).DCount(attribute::Training),
+                               v_.Rec_Copie.DCount(attribute::Activities));
     if (lines > widgets::MaxLines)
         throw Error(errors::RecordTooLong, "Le dossier enregistré compte " + std::to_string(lines) +
                                                " lignes ; l'écran n'en montre que " +
@@ -71,24 +74,26 @@ void Dossier::Cmd_Retour_Click() {
     MAJ_TabDyn();
     if (std::as_const(v_.Rec_Copie)() != std::as_const(v_.Rec_Dossier)()) {
         const widgets::Answer answer = world_.messageBox(
-            {rules::MessageTitle, "Voulez-vous enregistrer les modifications effectuées ?",
-             widgets::Icon::Question, widgets::Buttons::YesNoCancel,
-             ledgers_.written() ? "Les heures de D.I.F. déjà enregistrées le "
-                                  "restent, quelle que soit votre réponse."
-                                : ""});
+            {.title = rules::MessageTitle,
+             .text = "Voulez-vous enregistrer les modifications effectuées ?",
+             .icon = widgets::Icon::Question,
+             .buttons = widgets::Buttons::YesNoCancel,
+             .detail = ledgers_.written() ? "Les heures de D.I.F. déjà enregistrées le "
+                                            "restent, quelle que soit votre réponse."
+                                          : ""});
         if (answer == widgets::Answer::Yes)
             Cmd_OK_Click();
         if (answer != widgets::Answer::No)
             return;
     }
-    if (std::as_const(v_.Rec_Copie)(10).empty()) {
+    if (std::as_const(v_.Rec_Copie)(attribute::Activities).empty()) {
         on_.activities.Remplir_Secteurs(Activities::Copie);
         v_.Rec_Dossier() = v_.Rec_Copie();
         try {
             v_.Rec_Dossier.DBWrite();
         } catch (...) {
             // Else the next press would take the activities for stored.
-            v_.Rec_Copie(10) = "";
+            v_.Rec_Copie(attribute::Activities) = "";
             throw;
         }
     }

@@ -1,39 +1,44 @@
 // Masquer and Afficher: twins, each of which decides the whole screen by itself.
 #include "control/EditLock.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
+#include <initializer_list>
 
 namespace vorandine::control {
-namespace {
 
-using Names = std::array<std::string_view, 9>;
-
-constexpr Names EnabledWhileEditing = {
-    "Txt_DatFormAidant",    "Cbo_CodFormAidant", "Txt_HhFormAidant",
-    "Txt_ObsFormAidant",    "Cbo_DifFormAidant", "Ong_Vorandine",
-    "Cmd_AjouterFormation", "Cmd_OKForm",        "Cmd_AnnulerForm"};
-
-constexpr Names DisabledWhileBrowsing = {
-    "Txt_DatFormAidant", "Cbo_CodFormAidant", "Txt_HhFormAidant",
-    "Txt_ObsFormAidant", "Cbo_DifFormAidant", "Cmd_AjouterFormation",
-    "Cmd_SupprimerForm", "Cmd_OKForm",        "Cmd_AnnulerForm"};
-
-bool among(const Names& names, std::string_view name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+void EditLock::enableAll(bool enabled) {
+    for (widgets::Control* const control : screen_.controls)
+        control->Enabled(enabled);
 }
 
-} // namespace
+void EditLock::enableTypingRow(bool enabled) {
+    for (widgets::Control* const control : std::initializer_list<widgets::Control*>{
+             &screen_.Txt_DatFormAidant, &screen_.Cbo_CodFormAidant, &screen_.Txt_HhFormAidant,
+             &screen_.Txt_ObsFormAidant, &screen_.Cbo_DifFormAidant, &screen_.Cmd_AjouterFormation,
+             &screen_.Cmd_OKForm, &screen_.Cmd_AnnulerForm})
+        control->Enabled(enabled);
+}
 
 void EditLock::Masquer() {
-    for (widgets::Control* const control : screen_.controls)
-        control->Enabled(among(EnabledWhileEditing, control->Name()));
+    enableAll(false);
+    enableTypingRow(true);
+    screen_.Ong_Vorandine.Enabled(true);
 }
 
 void EditLock::Afficher() {
-    for (widgets::Control* const control : screen_.controls)
-        control->Enabled(!among(DisabledWhileBrowsing, control->Name()));
+    enableAll(true);
+    enableTypingRow(false);
+    screen_.Cmd_SupprimerForm.Enabled(false);
+}
+
+void EditLock::lineOpened(bool stored) {
+    Masquer();
+    screen_.Cmd_SupprimerForm.Enabled(stored);
+    openOtherTabs(false);
+}
+
+void EditLock::lineClosed() {
+    Afficher();
+    openOtherTabs(true);
 }
 
 void EditLock::openOtherTabs(bool open) {
@@ -42,6 +47,7 @@ void EditLock::openOtherTabs(bool open) {
 }
 
 void EditLock::openWaysOut(bool open) {
+    screen_.Lst_DifEmpl.Enabled(open);
     screen_.Ong_Vorandine.TabEnabled(0, open);
     screen_.Ong_Vorandine.TabEnabled(1, open);
     screen_.Cmd_OK.Enabled(open);

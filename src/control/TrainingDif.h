@@ -1,8 +1,8 @@
 // Where trainings and D.I.F. hours meet: a training's hours are charged to employers, or given back
-// by them.
+// by them. Nothing of the training is known here but the line handed over.
 #pragma once
 
-#include "control/Screen.h"
+#include "dif/Employers.h"
 #include "dif/FileNotice.h"
 #include "dif/Ledgers.h"
 #include "ports/DateObject.h"
@@ -20,21 +20,21 @@ namespace vorandine::control {
 // All that is handed over must outlive it; `rights` may be set later.
 class TrainingDif : public trainings::DifHours {
   public:
-    TrainingDif(Screen& screen, dif::Ledgers& ledgers, dif::FileNotice& notice,
-                ports::Variables& variables, const ports::DateObject& Conv_Date,
+    TrainingDif(const dif::CaregiverLabels& caregiver, dif::Ledgers& ledgers,
+                dif::FileNotice& notice, ports::Variables& variables,
+                const ports::DateObject& Conv_Date,
                 const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                 widgets::UserControl& control, widgets::World& world);
     TrainingDif(const TrainingDif&) = delete;
     TrainingDif& operator=(const TrainingDif&) = delete;
     ~TrainingDif() override = default;
 
-    bool charge(const std::string& code) override;
-    [[nodiscard]] std::string wouldGiveBack() override;
-    // Takes the selected training out of the stored ledgers.
-    std::string Recherche_DifAidant() override;
+    bool charge(const trainings::TrainingLine& training) override;
+    [[nodiscard]] std::string wouldGiveBack(const trainings::TrainingLine& training) override;
+    std::string takeOut(const trainings::TrainingLine& training) override;
 
   private:
-    Screen& s_;
+    const dif::CaregiverLabels& caregiver_;
     dif::Ledgers& ledgers_;
     dif::FileNotice& notice_;
     ports::Variables& v_;
@@ -43,7 +43,7 @@ class TrainingDif : public trainings::DifHours {
     widgets::UserControl& control_;
     widgets::World& world_;
 
-    [[nodiscard]] std::string codeOfSelected() const;
+    [[nodiscard]] dif::ChargedTraining charged(const trainings::TrainingLine& training) const;
 };
 
 } // namespace vorandine::control

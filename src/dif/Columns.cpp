@@ -58,8 +58,11 @@ std::string DetailLine::toText() const {
 }
 
 DetailLine DetailLine::parse(std::string_view line) {
-    return {cut(line, Date), Trim(cut(line, Rights)), cut(line, Label), Trim(cut(line, Hours)),
-            Trim(cut(line, Balance))};
+    return {.date = cut(line, Date),
+            .rights = Trim(cut(line, Rights)),
+            .label = cut(line, Label),
+            .hours = Trim(cut(line, Hours)),
+            .balance = Trim(cut(line, Balance))};
 }
 
 std::string DetailLine::dateOf(std::string_view line) {
@@ -96,7 +99,9 @@ std::string ChargeLine::cleared(std::string_view head) {
 }
 
 ChargeLine ChargeLine::parse(std::string_view line) {
-    return {Trim(cut(line, Employer)), Trim(cut(line, LastBalance)), Trim(cut(line, Charged))};
+    return {.employer = Trim(cut(line, Employer)),
+            .balance = Trim(cut(line, LastBalance)),
+            .hours = Trim(cut(line, Charged))};
 }
 
 std::string ChargeLine::withBalance(std::string_view line, std::string_view balance) {

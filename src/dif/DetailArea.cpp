@@ -10,7 +10,6 @@
 #include "text/Characters.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -29,21 +28,20 @@ bool isBlank(const std::string& text) {
 }
 
 // A line as a sentence, for whoever has to type it again.
-std::string told(const std::string& date, const std::string& rights, const std::string& label,
-                 const std::string& hours) {
-    std::string text = date;
-    if (!rights.empty())
-        text += ", droits " + rights;
-    if (!isBlank(label))
-        text += ", " + text::Trim(label);
-    if (!hours.empty())
-        text += ", heures " + hours;
+std::string told(const DetailLine& line) {
+    std::string text = line.date;
+    if (!line.rights.empty())
+        text += ", droits " + line.rights;
+    if (!isBlank(line.label))
+        text += ", " + text::Trim(line.label);
+    if (!line.hours.empty())
+        text += ", heures " + line.hours;
     return text + ".";
 }
 
 } // namespace
 
-DetailArea::DetailArea(const DetailWidgets& widgets, const EmployerWidgets& employers,
+DetailArea::DetailArea(DetailWidgets& widgets, EmployerWidgets& employers,
                        const DetailCollaborators& with)
     : w_(widgets), e_(employers), with_(with) {
     rules::dateRule(w_.Txt_DateDif, with_.Conv_Date, with_.world,
@@ -64,19 +62,16 @@ void DetailArea::close() {
     with_.notice.ofDetail("");
     w_.Lst_DetailDif.Clear();
     w_.Lst_CodeFormDif.Clear();
-    for (widgets::Control* const control : std::initializer_list<widgets::Control*>{
-             &w_.Cdr_DetailDif, &w_.Lst_DetailDif, &w_.Txt_DateDif, &w_.Txt_DroitDif,
-             &w_.Txt_FormDif, &w_.Txt_HreDif, &w_.Txt_SoldeDif, &w_.Cmd_AjoutDif, &w_.Cmd_AnnuleDif,
-             &w_.Cmd_SupprDif, &w_.Cmd_OkDif, &w_.Cmd_CalculDif})
-        control->Enabled(false);
+    set(State::Closed);
 }
 
 void DetailArea::set(State state) {
     const bool employerOpen = state == State::EmployerOpen;
     const bool creating = state == State::Creating;
     const bool modifying = state == State::Modifying;
+    const bool lineOpen = creating || modifying;
     const bool rightsLine = isBlank(w_.Txt_FormDif.Text());
-    w_.Cdr_DetailDif.Enabled(true);
+    w_.Cdr_DetailDif.Enabled(state != State::Closed);
     w_.Lst_DetailDif.Enabled(employerOpen);
     w_.Txt_DateDif.Enabled(creating);
     w_.Txt_DroitDif.Enabled(creating || (modifying && rightsLine));
@@ -85,13 +80,11 @@ void DetailArea::set(State state) {
     w_.Txt_SoldeDif.Enabled(false);
     w_.Cmd_AjoutDif.Enabled(employerOpen);
     w_.Cmd_SupprDif.Enabled(modifying);
-    w_.Cmd_OkDif.Enabled(!employerOpen);
-    w_.Cmd_AnnuleDif.Enabled(!employerOpen);
+    w_.Cmd_OkDif.Enabled(lineOpen);
+    w_.Cmd_AnnuleDif.Enabled(lineOpen);
     w_.Cmd_CalculDif.Enabled(employerOpen);
-    if (!employerOpen) {
-        e_.Lst_DifEmpl.Enabled(false);
+    if (lineOpen)
         with_.lock.openWaysOut(false);
-    }
 }
 
 void DetailArea::Lst_DifEmpl_DblClick() {
@@ -110,8 +103,8 @@ void DetailArea::Lst_DifEmpl_DblClick() {
 
 // A ledger that cannot be shown whole must not be rewritten from what is shown.
 void DetailArea::showLedger() {
-    const std::string key =
-        e_.Etq_CodeAidant.Caption() + e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
+    const std::string key = with_.caregiver.Etq_CodeAidant.Caption() +
+                            e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
     W_CleDif_ = key;
     with_.notice.ofDetail("");
     const auto keep = [this](const std::string& why) {
@@ -126,7 +119,7 @@ void DetailArea::showLedger() {
     if (!found)
         return;
     const records::DBARecord& record = v.Rec_DIFAIDANT;
-    const int lines = record.DCount(attribute::Date);
+    const int lines = record.DCount(records::ledger::Date);
     if (lines > widgets::MaxLines)
         keep("Le détail compte " + std::to_string(lines) +
              " lignes : il ne peut pas être modifié ici.");
@@ -162,7 +155,6 @@ void DetailArea::Effacer_Donnees_Dif() {
          {&w_.Txt_DateDif, &w_.Txt_DroitDif, &w_.Txt_FormDif, &w_.Txt_HreDif, &w_.Txt_SoldeDif})
         field->Text("");
     set(State::EmployerOpen);
-    e_.Lst_DifEmpl.Enabled(true);
     with_.lock.openWaysOut(true);
 }
 
@@ -182,22 +174,23 @@ bool DetailArea::check() {
     return true;
 }
 
-std::string DetailArea::typedLine() const {
-    return DetailLine{w_.Txt_DateDif.Text(),
-                      inFixedForm(w_.Txt_DroitDif.Text()),
-                      w_.Txt_FormDif.Text(),
-                      inFixedForm(w_.Txt_HreDif.Text()),
-                      {}}
-        .toText();
+DetailLine DetailArea::typed() const {
+    return {.date = w_.Txt_DateDif.Text(),
+            .rights = w_.Txt_DroitDif.Text(),
+            .label = w_.Txt_FormDif.Text(),
+            .hours = w_.Txt_HreDif.Text(),
+            .balance = {}};
 }
 
 void DetailArea::Cmd_OkDif_Click() {
     if (!check())
         return;
     rules::LongTask task(with_.control, with_.world);
-    std::string line = typedLine();
-    const std::string lost = "À ressaisir : " + told(w_.Txt_DateDif.Text(), w_.Txt_DroitDif.Text(),
-                                                     w_.Txt_FormDif.Text(), w_.Txt_HreDif.Text());
+    DetailLine pieces = typed();
+    const std::string lost = "À ressaisir : " + told(pieces);
+    pieces.rights = inFixedForm(pieces.rights);
+    pieces.hours = inFixedForm(pieces.hours);
+    std::string line = pieces.toText();
     if (W_CreationDif_ == 1) {
         Recherche_Place();
         w_.Lst_DetailDif.AddItem(std::move(line), W_PlaceDif_);
@@ -221,7 +214,7 @@ void DetailArea::Cmd_SupprDif_Click() {
     w_.Lst_CodeFormDif.RemoveItem(line);
     w_.Lst_DetailDif.RemoveItem(line);
     rules::LongTask task(with_.control, with_.world);
-    finish("À supprimer : " + told(pieces.date, pieces.rights, pieces.label, pieces.hours));
+    finish("À supprimer : " + told(pieces));
     task.letEventsThrough();
 }
 
@@ -307,7 +300,7 @@ Stored DetailArea::store() {
     std::vector<ShownLine> lines;
     lines.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        lines.push_back({w_.Lst_DetailDif.List(i), w_.Lst_CodeFormDif.List(i)});
+        lines.push_back({.text = w_.Lst_DetailDif.List(i), .code = w_.Lst_CodeFormDif.List(i)});
     const Stored outcome = with_.ledgers.rewrite(W_CleDif_, lines);
     W_CleDif_ = "";
     return outcome;

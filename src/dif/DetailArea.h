@@ -2,6 +2,7 @@
 // changed or deleted. What is confirmed is stored at once, then shown as the file holds it.
 #pragma once
 
+#include "dif/Columns.h"
 #include "dif/Employers.h"
 #include "dif/FileNotice.h"
 #include "dif/Ledgers.h"
@@ -27,28 +28,30 @@ class LineLock {
     LineLock& operator=(const LineLock&) = delete;
     virtual ~LineLock() = default;
 
-    // The ways out: the other tabs and the buttons that end the file, closed or open.
+    // The ways out of the frame: the list of employers, the other tabs and the buttons that end the
+    // file, closed or open.
     virtual void openWaysOut(bool open) = 0;
 };
 
 struct DetailWidgets {
-    widgets::Frame& Cdr_DetailDif;
-    widgets::ListBox& Lst_DetailDif;
-    widgets::ListBox& Lst_CodeFormDif; // the code of each line's training
-    widgets::TextBox& Txt_DateDif;
-    widgets::TextBox& Txt_DroitDif;
-    widgets::TextBox& Txt_FormDif;
-    widgets::TextBox& Txt_HreDif;
-    widgets::TextBox& Txt_SoldeDif;
-    widgets::CommandButton& Cmd_AjoutDif;
-    widgets::CommandButton& Cmd_AnnuleDif;
-    widgets::CommandButton& Cmd_SupprDif;
-    widgets::CommandButton& Cmd_OkDif;
-    widgets::CommandButton& Cmd_CalculDif;
+    widgets::Frame Cdr_DetailDif;
+    widgets::ListBox Lst_DetailDif;
+    widgets::ListBox Lst_CodeFormDif; // the code of each line's training
+    widgets::TextBox Txt_DateDif;
+    widgets::TextBox Txt_DroitDif;
+    widgets::TextBox Txt_FormDif;
+    widgets::TextBox Txt_HreDif;
+    widgets::TextBox Txt_SoldeDif;
+    widgets::CommandButton Cmd_AjoutDif;
+    widgets::CommandButton Cmd_AnnuleDif;
+    widgets::CommandButton Cmd_SupprDif;
+    widgets::CommandButton Cmd_OkDif;
+    widgets::CommandButton Cmd_CalculDif;
 };
 
 // What the frame works with. All must outlive it.
 struct DetailCollaborators {
+    const CaregiverLabels& caregiver;
     Employers& employers;
     Ledgers& ledgers;
     FileNotice& notice;
@@ -62,8 +65,7 @@ struct DetailCollaborators {
 // Takes over the events of its widgets and of the list of employers.
 class DetailArea {
   public:
-    DetailArea(const DetailWidgets& widgets, const EmployerWidgets& employers,
-               const DetailCollaborators& with);
+    DetailArea(DetailWidgets& widgets, EmployerWidgets& employers, const DetailCollaborators& with);
     DetailArea(const DetailArea&) = delete;
     DetailArea& operator=(const DetailArea&) = delete;
     ~DetailArea() = default;
@@ -83,10 +85,10 @@ class DetailArea {
     void Maj_DifAidant();
 
   private:
-    enum class State { EmployerOpen, Creating, Modifying };
+    enum class State { Closed, EmployerOpen, Creating, Modifying };
 
-    DetailWidgets w_;
-    EmployerWidgets e_;
+    DetailWidgets& w_;
+    EmployerWidgets& e_;
     DetailCollaborators with_;
     std::int16_t W_CreationDif_ = 0; // 1 while a new line is being typed
     std::int16_t W_PlaceDif_ = 0;
@@ -103,7 +105,7 @@ class DetailArea {
     void set(State state);
     void showLedger();
     [[nodiscard]] bool check();
-    [[nodiscard]] std::string typedLine() const;
+    [[nodiscard]] DetailLine typed() const;
     // Stores what the lists now hold and shows what the file then holds. `lost` tells what to do
     // again if it could not be stored.
     void finish(const std::string& lost);

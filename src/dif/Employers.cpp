@@ -3,6 +3,8 @@
 
 #include "dif/Hours.h"
 #include "dif/LedgerRecord.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "rules/LongTask.h"
 #include "rules/Numbers.h"
 #include "rules/StatementByStatement.h"
@@ -14,6 +16,8 @@
 
 namespace vorandine::dif {
 namespace {
+
+namespace contract = records::contract;
 
 constexpr std::size_t AssociationLength = 3;
 constexpr std::size_t LongCodeLength = 6;
@@ -44,11 +48,11 @@ std::string employerName(ports::Variables& variables, const std::string& code) {
     tries([&] {
         if (isAssociation(code)) {
             variables.Rec_ASSOCIATION = variables.F_ASSOCIATION->ReadRecord(code);
-            name = std::as_const(variables.Rec_ASSOCIATION)(1);
+            name = std::as_const(variables.Rec_ASSOCIATION)(records::association::Name);
         } else {
             variables.Rec_CIVILAIDE = variables.F_CIVILAIDE->ReadRecord(code);
             const records::DBARecord& person = variables.Rec_CIVILAIDE;
-            name = person(2) + ' ' + person(3);
+            name = person(records::household::Name) + ' ' + person(records::household::FirstName);
         }
     });
     return name;
@@ -60,13 +64,18 @@ std::string employerNameOrCode(ports::Variables& variables, const std::string& c
 }
 
 records::DBARecord Employers::contracts() {
-    const std::string& caregiver = w_.Etq_CodeAidant.Caption();
-    return ports::select(
-        *v_.TheDatabase, W_Params_,
-        "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = " + ports::quoted(caregiver + "]") +
-            " AND AVEC 8 >= " + ports::quoted(Conv_Date_.Date_Stockee(FirstDay)) +
-            " OR = \"\" PAR NomAideContrat PAR PrenomAideContrat PAR 3 PAR 8",
-        "CONTRAT", "0 3 8");
+    const std::string& caregiver = caregiver_.Etq_CodeAidant.Caption();
+    return ports::select(*v_.TheDatabase, W_Params_,
+                         ports::Query(contract::File)
+                             .with(contract::LeftOut, "=", "")
+                             .with(records::Key, "=", caregiver + "]")
+                             .with(contract::LastDay, ">=", Conv_Date_.Date_Stockee(FirstDay))
+                             .orEqual("")
+                             .by(contract::EmployerName)
+                             .by(contract::EmployerFirstName)
+                             .by(contract::Employer)
+                             .by(contract::LastDay),
+                         {records::Key, contract::Employer, contract::LastDay});
 }
 
 // Rows stand in runs of one employer. A run's line is complete, and added, when an open contract is
@@ -111,7 +120,7 @@ void Employers::Select_DifAidant() {
 
 void Employers::Remplir_Liste_Dif(const std::string& W_Empl, const std::string& W_Date,
                                   const std::string& W_Cont) {
-    const std::string key = w_.Etq_CodeAidant.Caption() + W_Empl;
+    const std::string key = caregiver_.Etq_CodeAidant.Caption() + W_Empl;
     rules::StatementByStatement tries;
     bool found = false;
     const bool read = tries([&] { found = readLedger(v_, key); });
@@ -138,16 +147,16 @@ void Employers::sums(SummaryLine& line) const {
     text::Fixed4 acquired;
     text::Fixed4 consumed;
     text::Fixed4 remaining;
-    const int lines = record.DCount(attribute::Date);
+    const int lines = record.DCount(records::ledger::Date);
     rules::StatementByStatement tries;
     const auto add = [&](text::Fixed4& sum, int list, int i) {
         tries([&] { sum += figure(record, list, i).value_or(text::Fixed4()); });
     };
     for (int i = 1; i <= lines; ++i) {
-        add(acquired, attribute::Rights, i);
-        add(consumed, attribute::Hours, i);
+        add(acquired, records::ledger::Rights, i);
+        add(consumed, records::ledger::Hours, i);
     }
-    add(remaining, attribute::Balance, lines); // read, never worked out
+    add(remaining, records::ledger::Balance, lines); // read, never worked out
     line.acquired = total(acquired);
     line.consumed = total(consumed);
     line.remaining = total(remaining);

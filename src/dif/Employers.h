@@ -16,11 +16,16 @@
 
 namespace vorandine::dif {
 
+// Whose file is open.
+struct CaregiverLabels {
+    widgets::Label Etq_CodeAidant; // every ledger's key begins with it
+    widgets::Label Etq_NomPrenomAidant;
+};
+
 struct EmployerWidgets {
-    const widgets::Label& Etq_CodeAidant;
-    widgets::ListBox& Lst_DifEmpl;
-    widgets::ListBox& Lst_CodeEmplDif; // the employer's code
-    widgets::ListBox& Lst_ContratDif;  // the key of one of its contracts
+    widgets::ListBox Lst_DifEmpl;
+    widgets::ListBox Lst_CodeEmplDif; // the employer's code
+    widgets::ListBox Lst_ContratDif;  // the key of one of its contracts
 };
 
 // Whether the code is an association's: 3 characters. Any other one is a private employer's.
@@ -39,11 +44,12 @@ struct EmployerWidgets {
 // All that is handed over must outlive it.
 class Employers {
   public:
-    Employers(const EmployerWidgets& widgets, ports::Variables& variables,
-              records::DBARecord& W_Params, const ports::DateObject& Conv_Date, FileNotice& notice,
-              widgets::UserControl& control, widgets::World& world)
-        : w_(widgets), v_(variables), W_Params_(W_Params), Conv_Date_(Conv_Date), notice_(notice),
-          control_(control), world_(world) {}
+    Employers(EmployerWidgets& widgets, const CaregiverLabels& caregiver,
+              ports::Variables& variables, records::DBARecord& W_Params,
+              const ports::DateObject& Conv_Date, FileNotice& notice, widgets::UserControl& control,
+              widgets::World& world)
+        : w_(widgets), caregiver_(caregiver), v_(variables), W_Params_(W_Params),
+          Conv_Date_(Conv_Date), notice_(notice), control_(control), world_(world) {}
     Employers(const Employers&) = delete;
     Employers& operator=(const Employers&) = delete;
     ~Employers() = default;
@@ -60,7 +66,8 @@ class Employers {
     static constexpr const char* OpenContract = "RIEN";
 
   private:
-    EmployerWidgets w_;
+    EmployerWidgets& w_;
+    const CaregiverLabels& caregiver_;
     ports::Variables& v_;
     records::DBARecord& W_Params_;
     const ports::DateObject& Conv_Date_;

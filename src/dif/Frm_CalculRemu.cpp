@@ -2,6 +2,7 @@
 #include "dif/Frm_CalculRemu.h"
 
 #include "dif/ReferencePay.h"
+#include "records/StoredFiles.h"
 #include "rules/LongTask.h"
 #include "rules/Messages.h"
 #include "rules/ModalForm.h"
@@ -49,13 +50,13 @@ void Frm_CalculRemu::furnish() {
     place({0, 0, 5400, 2115});
     // clang-format off
     widgets::furnish(*this, {
-        {Label1, {"Label1", -1, "Période", 0, 0, 5, {240, 300, 855, 195}}},
-        {Cbo_Mois, {"Cbo_Mois", -1, "", 0, DropDownList, 1, {1200, 240, 2175, 315}}},
-        {Cbo_An, {"Cbo_An", -1, "", 0, DropDownList, 2, {3600, 240, 1335, 315}}},
-        {Label2, {"Label2", -1, "Résultat", 0, 0, 6, {240, 900, 855, 195}}},
-        {Txt_Resultat, {"Txt_Resultat", -1, "", 0, 0, 0, {1200, 840, 2175, 315}}},
-        {Cmd_OK, {"Cmd_OK", -1, "OK", 'O', 0, 4, {2760, 1500, 1095, 375}}},
-        {Cmd_Retour, {"Cmd_Retour", -1, "Retour", 'R', 0, 3, {4080, 1500, 1095, 375}}},
+        {Label1, {.name = "Label1", .caption = "Période", .order = 5, .place = {240, 300, 855, 195}}},
+        {Cbo_Mois, {.name = "Cbo_Mois", .traits = DropDownList, .order = 1, .place = {1200, 240, 2175, 315}}},
+        {Cbo_An, {.name = "Cbo_An", .traits = DropDownList, .order = 2, .place = {3600, 240, 1335, 315}}},
+        {Label2, {.name = "Label2", .caption = "Résultat", .order = 6, .place = {240, 900, 855, 195}}},
+        {Txt_Resultat, {.name = "Txt_Resultat", .order = 0, .place = {1200, 840, 2175, 315}}},
+        {Cmd_OK, {.name = "Cmd_OK", .caption = "OK", .mnemonic = 'O', .order = 4, .place = {2760, 1500, 1095, 375}}},
+        {Cmd_Retour, {.name = "Cmd_Retour", .caption = "Retour", .mnemonic = 'R', .order = 3, .place = {4080, 1500, 1095, 375}}},
     });
     // clang-format on
     for (const char* const month : {"JANVIER", "FEVRIER", "MARS", "AVRIL", "MAI", "JUIN", "JUILLET",
@@ -91,10 +92,11 @@ void Frm_CalculRemu::Remplir_Annee() {
 
 records::DBARecord Frm_CalculRemu::rows() {
     rules::LongTask task(*this, world_);
-    const PayPeriod period = twelveMonthsTo(Cbo_Mois.ListIndex(), std::stoi(Cbo_An.Text()));
-    records::DBARecord request;
-    records::DBARecord found = ports::select(
-        *v_.TheDatabase, request, payRequest(W_Aidant, W_Empl, period), "DETAILCALCUL", "0 6 16");
+    const PaySought sought{.caregiver = W_Aidant,
+                           .employer = W_Empl,
+                           .period =
+                               twelveMonthsTo(Cbo_Mois.ListIndex(), std::stoi(Cbo_An.Text()))};
+    records::DBARecord found = payLines(*v_.TheDatabase, sought);
     task.letEventsThrough();
     return found;
 }
@@ -126,16 +128,15 @@ void Frm_CalculRemu::Cmd_OK_Click() {
     Txt_Resultat.Text(text::Trim(rules::Format_Numerique(*pay, WholeDigits, Decimals, false)));
 }
 
-void runCalculRemu(const std::string& caregiver, const std::string& employer,
-                   const std::string& contract, ports::Variables& variables,
+void runCalculRemu(const Employment& employment, ports::Variables& variables,
                    const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                    widgets::UserControl& control, widgets::World& world) {
-    variables.Rec_CONTRAT = variables.F_CONTRAT->ReadRecord(contract);
+    variables.Rec_CONTRAT = variables.F_CONTRAT->ReadRecord(employment.contract);
     Frm_CalculRemu form(variables, world);
     form.DroitsUtilisateur(rights);
-    form.W_Aidant = caregiver;
-    form.W_Empl = employer;
-    form.W_PeriodeCloture = std::as_const(variables.Rec_CONTRAT)(63);
+    form.W_Aidant = employment.caregiver;
+    form.W_Empl = employment.employer;
+    form.W_PeriodeCloture = std::as_const(variables.Rec_CONTRAT)(records::contract::ClosingPeriod);
     form.Init();
     rules::runModal(form, control, world);
 }

@@ -47,10 +47,16 @@ class Frm_CalculRemu : public ButtonClosedForm {
     [[nodiscard]] records::DBARecord rows();
 };
 
+// A caregiver, one of the employers, and the key of a contract between them.
+struct Employment {
+    std::string caregiver;
+    std::string employer;
+    std::string contract;
+};
+
 // Cmd_CalculDif_Click of `control`: reads the contract and runs the form for its employer. Throws
 // what reading the contract throws, and what the rights throw.
-void runCalculRemu(const std::string& caregiver, const std::string& employer,
-                   const std::string& contract, ports::Variables& variables,
+void runCalculRemu(const Employment& employment, ports::Variables& variables,
                    const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                    widgets::UserControl& control, widgets::World& world);
 

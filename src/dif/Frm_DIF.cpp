@@ -4,6 +4,8 @@
 #include "dif/Columns.h"
 #include "dif/Employers.h"
 #include "dif/Hours.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "rules/Messages.h"
 #include "rules/Numbers.h"
 #include "rules/StatementByStatement.h"
@@ -18,6 +20,7 @@
 namespace vorandine::dif {
 namespace {
 
+namespace contract = records::contract;
 using text::Decimal;
 using text::Fixed4;
 
@@ -71,27 +74,33 @@ void Frm_DIF::furnish() {
     place({0, 0, 8355, 4830});
     // clang-format off
     widgets::furnish(*this, {
-        {Etq_AidantDif, {"Etq_AidantDif", -1, "Aidant :", 0, 0, 6, {240, 120, 630, 195}}},
-        {Etq_CodeDif, {"Etq_CodeDif", -1, "", 0, 0, 7, {960, 120, 1095, 255}}},
-        {Etq_NomDif, {"Etq_NomDif", -1, "", 0, 0, 8, {2160, 120, 5955, 255}}},
-        {Label2, {"Label2", -1, "Employeur", 0, 0, 9, {1920, 480, 855, 195}}},
-        {Label3, {"Label3", -1, "Droits en heures", 0, 0, 10, {4980, 480, 1335, 195}}},
-        {Label4, {"Label4", -1, "Consommation", 0, 0, 11, {6420, 480, 1215, 195}}},
-        {Lst_Dif, {"Lst_Dif", -1, "", 0, FixedPitch, 5, {240, 720, 7875, 1950}}},
-        {Lst_CodeEmpl, {"Lst_CodeEmpl", -1, "", 0, Hidden, 12, {7200, 720, 375, 1035}}},
-        {Etq_RepartitionDif, {"Etq_RepartitionDif", -1, "", 0, 0, 13, {240, 2760, 7875, 705}}},
-        {Txt_Employeur, {"Txt_Employeur", -1, "", 0, FixedPitch, 4, {240, 3630, 6060, 330}}},
-        {Txt_Conso, {"Txt_Conso", -1, "", 0, FixedPitch, 3, {6360, 3630, 1755, 330}}},
-        {Cmd_OKDif, {"Cmd_OKDif", -1, "Ok", 'K', 0, 1, {4980, 4230, 975, 375}}},
-        {Cmd_AnnuleDif, {"Cmd_AnnuleDif", -1, "Annuler", 'N', 0, 2, {6060, 4230, 975, 375}}},
-        {Cmd_RetourDif, {"Cmd_RetourDif", -1, "Retour", 'R', 0, 0, {7140, 4230, 975, 375}}},
+        {Etq_AidantDif, {.name = "Etq_AidantDif", .caption = "Aidant :", .order = 6, .place = {240, 120, 630, 195}}},
+        {Etq_CodeDif, {.name = "Etq_CodeDif", .order = 7, .place = {960, 120, 1095, 255}}},
+        {Etq_NomDif, {.name = "Etq_NomDif", .order = 8, .place = {2160, 120, 5955, 255}}},
+        {Label2, {.name = "Label2", .caption = "Employeur", .order = 9, .place = {1920, 480, 855, 195}}},
+        {Label3, {.name = "Label3", .caption = "Droits en heures", .order = 10, .place = {4980, 480, 1335, 195}}},
+        {Label4, {.name = "Label4", .caption = "Consommation", .order = 11, .place = {6420, 480, 1215, 195}}},
+        {Lst_Dif, {.name = "Lst_Dif", .traits = FixedPitch, .order = 5, .place = {240, 720, 7875, 1950}}},
+        {Lst_CodeEmpl, {.name = "Lst_CodeEmpl", .traits = Hidden, .order = 12, .place = {7200, 720, 375, 1035}}},
+        {Etq_RepartitionDif, {.name = "Etq_RepartitionDif", .order = 13, .place = {240, 2760, 7875, 705}}},
+        {Txt_Employeur, {.name = "Txt_Employeur", .traits = FixedPitch, .order = 4, .place = {240, 3630, 6060, 330}}},
+        {Txt_Conso, {.name = "Txt_Conso", .traits = FixedPitch, .order = 3, .place = {6360, 3630, 1755, 330}}},
+        {Cmd_OKDif, {.name = "Cmd_OKDif", .caption = "Ok", .mnemonic = 'K', .order = 1, .place = {4980, 4230, 975, 375}}},
+        {Cmd_AnnuleDif, {.name = "Cmd_AnnuleDif", .caption = "Annuler", .mnemonic = 'N', .order = 2, .place = {6060, 4230, 975, 375}}},
+        {Cmd_RetourDif, {.name = "Cmd_RetourDif", .caption = "Retour", .mnemonic = 'R', .order = 0, .place = {7140, 4230, 975, 375}}},
     });
     // clang-format on
     // Under the heads.
     const auto& [employer, balance, hours] = ChargeLine::Columns;
-    Lst_Dif.columns({{employer.column, employer.width, 60, 5010},
-                     {balance.column, balance.width, 5010, 5940, true},
-                     {hours.column, hours.width, 6180, 7260, true}});
+    const auto shown = [](const Piece& piece, int left, int right, bool figure) {
+        return widgets::ListColumn{.first = piece.column,
+                                   .length = piece.width,
+                                   .left = left,
+                                   .right = right,
+                                   .figure = figure};
+    };
+    Lst_Dif.columns({shown(employer, 60, 5010, false), shown(balance, 5010, 5940, true),
+                     shown(hours, 6180, 7260, true)});
     Cmd_AnnuleDif.cancelRank(2);
     Cmd_RetourDif.cancelRank(3);
 }
@@ -104,16 +113,18 @@ void Frm_DIF::Init() {
 
 void Frm_DIF::Remplir_Liste() {
     rules::StatementByStatement tries;
-    records::DBARecord request;
     records::DBARecord rows;
     tries([&] {
-        const std::string date = ports::quoted(W_DateFormation);
-        rows = ports::select(*v_.TheDatabase, request,
-                             "SSELECT CONTRAT AVEC 65 = \"\" AND AVEC 0 = " +
-                                 ports::quoted(Etq_CodeDif.Caption() + "]") +
-                                 " AND AVEC 7 <= " + date + " AND AVEC 8 >= " + date +
-                                 " OR = \"\" PAR NomAideContrat PAR PrenomAideContrat",
-                             "CONTRAT", "0 3");
+        rows = ports::select(*v_.TheDatabase,
+                             ports::Query(contract::File)
+                                 .with(contract::LeftOut, "=", "")
+                                 .with(records::Key, "=", Etq_CodeDif.Caption() + "]")
+                                 .with(contract::FirstDay, "<=", W_DateFormation)
+                                 .with(contract::LastDay, ">=", W_DateFormation)
+                                 .orEqual("")
+                                 .by(contract::EmployerName)
+                                 .by(contract::EmployerFirstName),
+                             {records::Key, contract::Employer});
     });
     const int count = rows.DCount();
     for (int i = 1; i <= count; ++i)
@@ -126,7 +137,8 @@ void Frm_DIF::addEmployer(const std::string& stored) {
     const std::string code = employerCode(stored);
     readLedger(v_, Etq_CodeDif.Caption() + code);
     const records::DBARecord& ledger = v_.Rec_DIFAIDANT;
-    const std::string balance = ledger(attribute::Balance, ledger.DCount(attribute::Balance));
+    const std::string balance =
+        ledger(records::ledger::Balance, ledger.DCount(records::ledger::Balance));
     if (balance.empty())
         return;
     Lst_Dif.AddItem(
@@ -139,31 +151,31 @@ bool Frm_DIF::lineOpen() const {
     return !Lst_Dif.Enabled();
 }
 
+void Frm_DIF::enable(bool lineOpen) {
+    Lst_Dif.Enabled(!lineOpen);
+    Txt_Employeur.Enabled(false);
+    Txt_Conso.Enabled(lineOpen);
+    Cmd_RetourDif.Enabled(!lineOpen);
+    Cmd_AnnuleDif.Enabled(lineOpen);
+}
+
 void Frm_DIF::Lst_Dif_DblClick() {
     const int line = Lst_Dif.ListIndex();
     if (line == -1)
         return;
     Lst_CodeEmpl.ListIndex(line);
-    Lst_Dif.Enabled(false);
-    Txt_Employeur.Enabled(false);
-    Txt_Conso.Enabled(true);
+    enable(true);
     const std::string text = Lst_Dif.List(line);
     Txt_Employeur.Text(ChargeLine::headOf(text));
     Txt_Conso.Text(ChargeLine::touched(text) ? ChargeLine::parse(text).hours
                                              : text::Trim(W_NbreHre));
-    Cmd_RetourDif.Enabled(false);
-    Cmd_AnnuleDif.Enabled(true);
     tellShare();
 }
 
 void Frm_DIF::closeLine() {
-    Lst_Dif.Enabled(true);
-    Txt_Employeur.Enabled(false);
-    Txt_Conso.Enabled(false);
+    enable(false);
     Txt_Employeur.Text("");
     Txt_Conso.Text("");
-    Cmd_RetourDif.Enabled(true);
-    Cmd_AnnuleDif.Enabled(false);
     tellShare();
 }
 
@@ -198,11 +210,11 @@ void Frm_DIF::Cmd_RetourDif_Click() {
     Test_Zero();
     if (W_TotalConso_ != Fixed4()) {
         const widgets::Answer answer =
-            world_.messageBox({rules::MessageTitle,
-                               "Voulez-vous enregistrer les modifications ?",
-                               widgets::Icon::Question,
-                               widgets::Buttons::YesNo,
-                               {}});
+            world_.messageBox({.title = rules::MessageTitle,
+                               .text = "Voulez-vous enregistrer les modifications ?",
+                               .icon = widgets::Icon::Question,
+                               .buttons = widgets::Buttons::YesNo,
+                               .detail = {}});
         if (answer == widgets::Answer::Yes && !MAJ())
             return;
     }
@@ -210,7 +222,7 @@ void Frm_DIF::Cmd_RetourDif_Click() {
 }
 
 void Frm_DIF::endWithAnswer() {
-    v_.W_DifRetenu = stored_ == Fixed4() ? "NON" : "OUI";
+    v_.W_DifRetenu = retained() ? "OUI" : "NON";
     end();
 }
 
@@ -221,6 +233,7 @@ void Frm_DIF::Test_Zero() {
 }
 
 bool Frm_DIF::MAJ() {
+    const ChargedTraining training{.date = W_DateFormation, .code = W_CodeForm};
     std::string stored;
     std::string left;
     for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
@@ -228,8 +241,8 @@ bool Frm_DIF::MAJ() {
         if (line.hours.empty())
             continue;
         const Fixed4 hours = hoursOr0(line.hours);
-        if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), W_DateFormation, hours,
-                            W_CodeForm) != Stored::Done) {
+        if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), training, hours) !=
+            Stored::Done) {
             enumerate(left, named(line.employer, hours));
             continue;
         }
@@ -285,8 +298,10 @@ void Frm_DIF::tellShare() {
             auto account = std::find_if(accounts.begin(), accounts.end(),
                                         [&](const Account& one) { return one.code == code; });
             if (account == accounts.end())
-                account = accounts.insert(account,
-                                          {code, line.employer, hoursOr0(line.balance), Fixed4()});
+                account = accounts.insert(account, {.code = code,
+                                                    .employer = line.employer,
+                                                    .balance = hoursOr0(line.balance),
+                                                    .hours = Fixed4()});
             account->hours += hours;
         }
         std::string below;

@@ -15,9 +15,8 @@
 
 namespace vorandine::dif {
 
-// Set the inputs, call Init, run the form modally, then read the answer in the shared W_DifRetenu:
-// "OUI" if the training stays under the D.I.F., "NON" if not. All that is handed over must outlive
-// the form.
+// Set the inputs, call Init, run the form modally, then ask for the answer. All that is handed over
+// must outlive the form.
 class Frm_DIF : public ButtonClosedForm {
   public:
     Frm_DIF(ports::Variables& variables, Ledgers& ledgers, widgets::World& world);
@@ -33,6 +32,9 @@ class Frm_DIF : public ButtonClosedForm {
 
     // Fills the list. No error leaves it: what cannot be read is not listed.
     void Init();
+
+    // Whether the training stays under the D.I.F.: hours of it are in the ledgers.
+    [[nodiscard]] bool retained() const { return stored_ != text::Fixed4(); }
 
   private:
     ports::Variables& v_;
@@ -64,6 +66,8 @@ class Frm_DIF : public ButtonClosedForm {
     // Whether a line is open; none is before the first one, whatever was typed.
     [[nodiscard]] bool lineOpen() const;
     void closeLine();
+    // What is enabled while a line is open, and while none is.
+    void enable(bool lineOpen);
     void Test_Zero();
     // Stores the hours of each line. Where some could not be, tells which, leaves those in the list
     // and gives false.

@@ -3,6 +3,7 @@
 
 #include "dif/Columns.h"
 #include "dif/Hours.h"
+#include "records/StoredFiles.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
@@ -12,6 +13,7 @@
 namespace vorandine::dif {
 namespace {
 
+namespace attribute = records::ledger;
 using text::Decimal;
 using text::Fixed4;
 
@@ -67,8 +69,7 @@ void replaceLines(records::DBARecord& record, const std::vector<ShownLine>& line
                   const ports::DateObject& Conv_Date) {
     for (const ShownLine& line : lines)
         DetailLine::requireInColumns(line.text);
-    for (const int list : {attribute::Date, attribute::Rights, attribute::Hours, attribute::Balance,
-                           attribute::Training})
+    for (const int list : attribute::Line)
         record(list) = "";
     int i = 0;
     for (const ShownLine& shownLine : lines) {

@@ -1,11 +1,12 @@
-// A stored ledger: one record for a caregiver and an employer, whose attributes 1 to 5 are parallel
-// lists, one value a line, oldest line first. Figures are whole hundredths of an hour.
+// A stored ledger: one record for a caregiver and an employer, with lists of the same lines,
+// oldest line first. Figures are whole hundredths of an hour.
 #pragma once
 
 #include "dif/Balances.h"
 #include "ports/DateObject.h"
 #include "ports/Variables.h"
 #include "records/DBARecord.h"
+#include "records/StoredFiles.h"
 #include "records/TrainingLabels.h"
 
 #include <optional>
@@ -14,14 +15,7 @@
 
 namespace vorandine::dif {
 
-namespace attribute {
-constexpr int Date = 1;     // in stored form
-constexpr int Rights = 2;   // "" on a consumption line
-constexpr int Hours = 3;    // "" on a rights line
-constexpr int Balance = 4;  // after this line; may be negative
-constexpr int Training = 5; // code of the training, "" on a rights line
-constexpr int Carried = 6;  // not this control's affair, carried along
-} // namespace attribute
+namespace attribute = records::ledger;
 
 // Reads the ledger under `key` into Rec_DIFAIDANT, and its attribute 6 into Dif_Attribut6. False if
 // there is none; throws where it cannot be read. In both cases the record in hand is then a free
@@ -40,7 +34,7 @@ struct ShownLine {
                                   const ports::DateObject& Conv_Date,
                                   const records::TrainingLabels& labels);
 
-// Puts `lines` in place of all lines of `record`; attributes from 6 on stay. Throws
+// Puts `lines` in place of all lines of `record`; what else it holds stays. Throws
 // Error(FigureTooWide) for a line that does not stand in its columns, and then the record is as it
 // was.
 void replaceLines(records::DBARecord& record, const std::vector<ShownLine>& lines,

@@ -3,6 +3,8 @@
 
 #include "dif/Employers.h"
 #include "dif/Hours.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "rules/StatementByStatement.h"
 
 #include <algorithm>
@@ -10,6 +12,8 @@
 
 namespace vorandine::dif {
 namespace {
+
+namespace attribute = records::ledger;
 
 // As whole numbers.
 bool earlier(const std::string& a, const std::string& b) {
@@ -23,10 +27,8 @@ bool earlier(const std::string& a, const std::string& b) {
 Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& lines) {
     rules::StatementByStatement tries;
     const bool readable = tries([&] {
-        if (!readLedger(v_, key)) {
+        if (!readLedger(v_, key))
             v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
-            v_.Dif_Attribut6 = ""; // that of the ledger read before
-        }
     });
     if (!readable)
         return Stored::NotRead;
@@ -36,7 +38,6 @@ Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& li
             written_ = true;
         } else {
             replaceLines(v_.Rec_DIFAIDANT, lines, Conv_Date_);
-            v_.Rec_DIFAIDANT(attribute::Carried) = v_.Dif_Attribut6;
             write();
         }
     });
@@ -49,8 +50,8 @@ void Ledgers::write() {
     written_ = true;
 }
 
-Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fixed4 hours,
-                       const std::string& code) {
+Stored Ledgers::charge(const std::string& key, const ChargedTraining& training,
+                       text::Fixed4 hours) {
     rules::StatementByStatement tries;
     bool there = false;
     if (!tries([&] { there = readLedger(v_, key); }) || !there)
@@ -60,18 +61,18 @@ Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fi
         const records::DBARecord& stored = record;
         const int lines = stored.DCount(attribute::Date);
         int before = lines; // the last line that is earlier; a date that is none never is
-        while (before > 0 && !earlier(stored(attribute::Date, before), date))
+        while (before > 0 && !earlier(stored(attribute::Date, before), training.date))
             --before;
         const int place = before + 1;
         // Where the balance before a last line is missing, the line counts from 0.
         if (place > lines && before > 0 && stored(attribute::Balance, before).empty())
             record(attribute::Balance, before) = "0";
-        record.Insert(attribute::Date, place) = date;
+        record.Insert(attribute::Date, place) = training.date;
         record.Insert(attribute::Rights, place) = "";
         record.Insert(attribute::Hours, place) =
             hours.toDecimal().shifted(HundredthsPlaces).toText();
         record.Insert(attribute::Balance, place) = "";
-        record.Insert(attribute::Training, place) = code;
+        record.Insert(attribute::Training, place) = training.code;
         Ledger recomputed = ledger(record);
         balances::afterInsertion(recomputed, static_cast<std::size_t>(before));
         setBalances(record, recomputed, static_cast<std::size_t>(before));
@@ -80,45 +81,44 @@ Stored Ledgers::charge(const std::string& key, const std::string& date, text::Fi
     return written ? Stored::Done : Stored::NotWritten;
 }
 
-TakenOut Ledgers::takeOut(const std::string& caregiver, const std::string& code,
-                          const std::string& date) {
-    return walk(caregiver, code, date, true);
+TakenOut Ledgers::takeOut(const std::string& caregiver, const ChargedTraining& training) {
+    return walk(caregiver, training, true);
 }
 
-TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const std::string& code,
-                               const std::string& date) {
-    return walk(caregiver, code, date, false);
+TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const ChargedTraining& training) {
+    return walk(caregiver, training, false);
 }
 
-std::optional<text::Fixed4> Ledgers::removeLines(const std::string& code, const std::string& date) {
+std::optional<text::Fixed4> Ledgers::removeLines(const ChargedTraining& training) {
     records::DBARecord& record = v_.Rec_DIFAIDANT;
     const records::DBARecord& stored = record;
     std::optional<text::Fixed4> hours;
     // From the last line on: what a removal moves up has been looked at.
     for (int j = stored.DCount(attribute::Date); j >= 1; --j) {
-        if (stored(attribute::Date, j) != date || stored(attribute::Training, j) != code)
+        if (stored(attribute::Date, j) != training.date ||
+            stored(attribute::Training, j) != training.code)
             continue;
         hours = hours.value_or(text::Fixed4()) +
                 figure(stored, attribute::Hours, j).value_or(text::Fixed4());
-        for (const int list : {attribute::Date, attribute::Rights, attribute::Hours,
-                               attribute::Balance, attribute::Training})
+        for (const int list : attribute::Line)
             record.Delete(list, j);
     }
     return hours;
 }
 
-TakenOut Ledgers::walk(const std::string& caregiver, const std::string& code,
-                       const std::string& date, bool writing) {
+TakenOut Ledgers::walk(const std::string& caregiver, const ChargedTraining& training,
+                       bool writing) {
     TakenOut taken;
-    if (code.empty())
+    if (training.code.empty())
         return taken;
     rules::StatementByStatement tries;
     records::DBARecord found;
     if (!tries([&] {
             found = ports::select(*v_.TheDatabase, W_Params_,
-                                  "SSELECT DIFAIDANT AVEC 0 = " + ports::quoted(caregiver + "]") +
-                                      " AND AVEC 5 = " + ports::quoted(code),
-                                  "DIFAIDANT", "0");
+                                  ports::Query(attribute::File)
+                                      .with(records::Key, "=", caregiver + "]")
+                                      .with(attribute::Training, "=", training.code),
+                                  {records::Key});
         }))
         taken.outcome = Stored::NotRead;
     const int rows = found.DCount();
@@ -132,7 +132,7 @@ TakenOut Ledgers::walk(const std::string& caregiver, const std::string& code,
         if (!there)
             continue;
         const bool done = tries([&] {
-            const std::optional<text::Fixed4> hundredths = removeLines(code, date);
+            const std::optional<text::Fixed4> hundredths = removeLines(training);
             if (!hundredths)
                 return;
             if (writing) {

@@ -21,6 +21,12 @@ struct GivenBack {
     text::Fixed4 hours;
 };
 
+// How a ledger tells of which training a line is.
+struct ChargedTraining {
+    std::string date; // in stored form
+    std::string code; // "" is no training's: lines without one are rights
+};
+
 struct TakenOut {
     Stored outcome = Stored::Done;
     std::vector<GivenBack> given; // by the ledgers that could be read, and written
@@ -36,23 +42,18 @@ class Ledgers {
         : v_(variables), W_Params_(W_Params), Conv_Date_(Conv_Date) {}
 
     // Stores `lines` as the whole ledger under `key`, which is made if there is none, and deleted
-    // if there are no lines. Attribute 6 stays; a new record has none.
+    // if there are no lines. What the stored record holds beside its lines stays.
     Stored rewrite(const std::string& key, const std::vector<ShownLine>& lines);
 
-    // Adds a consumption line of `hours` for training `code` on `date` (in stored form), before any
-    // line of that date, and recomputes the balances from there on. NotRead where there is no
-    // ledger under `key`.
-    Stored charge(const std::string& key, const std::string& date, text::Fixed4 hours,
-                  const std::string& code);
+    // Adds a consumption line of `hours` for `training`, before any line of that date, and
+    // recomputes the balances from there on. NotRead where there is no ledger under `key`.
+    Stored charge(const std::string& key, const ChargedTraining& training, text::Fixed4 hours);
 
-    // Takes the lines of training `code` on `date` (in stored form) out of every ledger of
-    // `caregiver`, and recomputes their balances. Nothing to do without a code: lines without one
-    // are rights.
-    TakenOut takeOut(const std::string& caregiver, const std::string& code,
-                     const std::string& date);
+    // Takes the lines of `training` out of every ledger of `caregiver`, and recomputes their
+    // balances. Nothing to do without a code.
+    TakenOut takeOut(const std::string& caregiver, const ChargedTraining& training);
     // What takeOut would give back; writes nothing.
-    TakenOut wouldTakeOut(const std::string& caregiver, const std::string& code,
-                          const std::string& date);
+    TakenOut wouldTakeOut(const std::string& caregiver, const ChargedTraining& training);
 
     // Whether any change was stored since this was made.
     [[nodiscard]] bool written() const noexcept { return written_; }
@@ -64,10 +65,9 @@ class Ledgers {
     bool written_ = false;
 
     void write();
-    TakenOut walk(const std::string& caregiver, const std::string& code, const std::string& date,
-                  bool writing);
+    TakenOut walk(const std::string& caregiver, const ChargedTraining& training, bool writing);
     // Takes the lines out of the record in hand. What they had consumed; nothing if there are none.
-    std::optional<text::Fixed4> removeLines(const std::string& code, const std::string& date);
+    std::optional<text::Fixed4> removeLines(const ChargedTraining& training);
 };
 
 } // namespace vorandine::dif

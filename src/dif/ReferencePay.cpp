@@ -2,6 +2,8 @@
 #include "dif/ReferencePay.h"
 
 #include "dif/Employers.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "text/Fixed4.h"
 
 #include <algorithm>
@@ -20,10 +22,6 @@ constexpr int SignificantDigits = 15;
 std::string period(int year, int month) {
     const std::string digits = std::to_string(month);
     return std::to_string(year) + (digits.size() < 2 ? "0" : "") + digits;
-}
-
-std::string condition(const std::string& attribute, const std::string& value) {
-    return " AND AVEC " + attribute + " \"" + value + "\"";
 }
 
 Fixed4 number(const std::string& value) {
@@ -50,20 +48,22 @@ Decimal inDigits(double value) {
 PayPeriod twelveMonthsTo(int month, int year) {
     const int last = month + 1;
     if (last == MonthsOfYear)
-        return {period(year, 1), period(year, last)};
-    return {period(year - 1, last + 1), period(year, last)};
+        return {.start = period(year, 1), .end = period(year, last)};
+    return {.start = period(year - 1, last + 1), .end = period(year, last)};
 }
 
-std::string payRequest(const std::string& caregiver, const std::string& employer,
-                       const PayPeriod& period) {
-    const bool association = isAssociation(employer);
-    std::string request = "SSELECT DETAILCALCUL AVEC 0 = " + ports::quoted(caregiver + "]");
-    request += condition("CodeAideDetailCalcul =", association ? employer + "]" : employer);
+records::DBARecord payLines(ports::DBADatabase& database, const PaySought& sought) {
+    namespace pay = records::pay;
+    const bool association = isAssociation(sought.employer);
+    ports::Query query(pay::File);
+    query.with(records::Key, "=", sought.caregiver + "]")
+        .with(pay::Employer, "=", association ? sought.employer + "]" : sought.employer);
     if (association)
-        request += condition("ConvColContratDetailCalcul <>", "02");
-    request += condition("GestionDroitDif =", "1");
-    request += condition("PeriodeDetailCalcul >=", period.start);
-    return request + condition("PeriodeDetailCalcul <=", period.end);
+        query.with(pay::Agreement, "<>", "02");
+    query.with(pay::CountsForDif, "=", "1")
+        .with(pay::Period, ">=", sought.period.start)
+        .with(pay::Period, "<=", sought.period.end);
+    return ports::select(database, query, {records::Key, pay::Hours, pay::NetPay});
 }
 
 std::optional<Decimal> payOverHours(const records::DBARecord& rows) {

@@ -3,6 +3,7 @@
 
 #include "components/DateConverter.h"
 #include "exchange/Naming.h"
+#include "records/StoredFiles.h"
 #include "rules/Numbers.h"
 #include "text/Decimal.h"
 
@@ -59,11 +60,11 @@ MappedColumn mappedColumn(const std::string& file, const std::string& map,
     column.head = map.substr(0, equals);
     column.column = columnOf(column.head, heads);
     column.attribute = attributeOf(file, map.substr(equals + 1, colon - equals - 1));
-    if (column.attribute == 0)
+    if (column.attribute == records::Key)
         throw NamingError("attribute 0 is the key: name its column with --key");
     if (const records::AttributeLayout* const known = records::layout(file, column.attribute)) {
         column.kind = known->kind;
-        column.list = known->values == records::Values::Many;
+        column.list = known->list();
     }
     if (colon != std::string::npos)
         column.kind = conversion(map.substr(colon + 1));
@@ -96,7 +97,7 @@ ConvertedCell storedHours(const std::string& cell, bool belowZero) {
 CsvMapping::CsvMapping(const std::string& file, const std::string& key,
                        const std::vector<std::string>& maps,
                        const std::optional<std::vector<std::string>>& heads) {
-    columns_.push_back({columnOf(key, heads), key, 0, records::Kind::Text, false});
+    columns_.push_back({columnOf(key, heads), key, records::Key, records::Kind::Text, false});
     for (const std::string& map : maps) {
         columns_.push_back(mappedColumn(file, map, heads));
         for (std::size_t i = 0; i + 1 < columns_.size(); ++i)

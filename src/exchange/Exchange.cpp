@@ -10,6 +10,7 @@
 
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 namespace vorandine::exchange {
 namespace {
@@ -111,7 +112,8 @@ ExportResult exportRecords(store::EngineFile& file, const std::string& name, std
         step();
         if (!records::isPlainEntry(key, record)) {
             ++result.damaged;
-            complain(name + " " + records::shownKey(key) + ": the record is damaged, it is left out");
+            complain(name + " " + records::shownKey(key) +
+                     ": the record is damaged, it is left out");
             return true;
         }
         line.clear();

@@ -7,6 +7,7 @@
 #include "text/Error.h"
 
 #include <charconv>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <vector>
 

@@ -4,7 +4,7 @@
 
 #include "records/DBARecord.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <functional>
 #include <string>

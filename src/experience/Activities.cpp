@@ -2,11 +2,16 @@
 #include "experience/Activities.h"
 
 #include "experience/ListPairs.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "rules/Messages.h"
 
 namespace vorandine::experience {
 
-Activities::Activities(const ActivityWidgets& widgets, ports::Variables& variables,
+namespace activity = records::activity;
+namespace training_file = records::training_file;
+
+Activities::Activities(ActivityWidgets& widgets, ports::Variables& variables,
                        records::DBARecord& W_Params,
                        const std::shared_ptr<ports::DroitsModule>& module, widgets::World& world)
     : w_(widgets), v_(variables), W_Params_(W_Params), module_(module), world_(world) {
@@ -25,7 +30,8 @@ Activities::Activities(const ActivityWidgets& widgets, ports::Variables& variabl
 
 void Activities::Remplir_Secteurs(Mode mode) {
     W_Activites_ =
-        ports::select(*v_.TheDatabase, W_Params_, "SSELECT ACTIVITES PAR 1", "ACTIVITES", "0 1");
+        ports::select(*v_.TheDatabase, W_Params_, ports::Query(activity::File).by(activity::Label),
+                      {records::Key, activity::Label});
     const int rows = W_Activites_.DCount();
     for (int i = 1; i <= rows; ++i) {
         const std::string code = W_Activites_(i, 1);
@@ -40,7 +46,7 @@ void Activities::Remplir_Secteurs(Mode mode) {
             w_.Lst_CodSectSelect.AddItem(code);
             break;
         case Copie:
-            v_.Rec_Copie(10, i) = code;
+            v_.Rec_Copie(training_file::Activities, i) = code;
             break;
         }
     }
@@ -99,20 +105,20 @@ std::string Activities::labelOf(const std::string& code, rules::StatementByState
     std::string label;
     tries([&] {
         v_.Rec_ACTIVITES = v_.F_ACTIVITES->ReadRecord(code);
-        label = v_.Rec_ACTIVITES(1);
+        label = v_.Rec_ACTIVITES(activity::Label);
     });
     return label.empty() ? code : label;
 }
 
 void Activities::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {
-    if (rec(10).empty()) {
+    if (rec(training_file::Activities).empty()) {
         tries([&] { Remplir_Secteurs(Selected); });
         return;
     }
-    const int codes = rec.DCount(10);
+    const int codes = rec.DCount(training_file::Activities);
     for (int i = 1; i <= codes; ++i) {
         // An empty code would end the list for the next save, and lose the codes after it.
-        const std::string code = rec(10, i);
+        const std::string code = rec(training_file::Activities, i);
         if (code.empty())
             continue;
         tries([&] {
@@ -124,7 +130,7 @@ void Activities::show(const records::DBARecord& rec, rules::StatementByStatement
 
 void Activities::compose(records::DBARecord& rec) const {
     for (int i = 0; !w_.Lst_CodSectSelect.List(i).empty(); ++i)
-        rec(10, i + 1) = w_.Lst_CodSectSelect.List(i);
+        rec(training_file::Activities, i + 1) = w_.Lst_CodSectSelect.List(i);
 }
 
 void Activities::ClearListes() {

@@ -2,18 +2,22 @@
 // as texts compares them as numbers, and a missing one comes before all.
 #include "experience/Availability.h"
 
+#include "records/StoredFiles.h"
 #include "rules/FieldRules.h"
 #include "rules/Messages.h"
 
 namespace vorandine::experience {
 
 namespace {
-constexpr int DatesTab = 1;
-}
 
-Availability::Availability(const AvailabilityWidgets& widgets, ports::DateObject& Conv_Date,
-                           widgets::World& world)
-    : w_(widgets), Conv_Date_(Conv_Date), world_(world) {
+namespace attribute = records::training_file;
+constexpr int DatesTab = 1;
+
+} // namespace
+
+Availability::Availability(AvailabilityWidgets& widgets, widgets::TabContainer& Ong_Vorandine,
+                           ports::DateObject& Conv_Date, widgets::World& world)
+    : w_(widgets), Ong_Vorandine_(Ong_Vorandine), Conv_Date_(Conv_Date), world_(world) {
     for (widgets::TextBox* const field :
          {&w_.Txt_DatSaisieAidant, &w_.Txt_DatDispoAidant, &w_.Txt_DatFinDispoAidant})
         rules::dateRule(*field, Conv_Date, world,
@@ -21,11 +25,13 @@ Availability::Availability(const AvailabilityWidgets& widgets, ports::DateObject
 }
 
 void Availability::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {
-    tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(11))); });
-    tries([&] { w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(12))); });
+    tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::EntryDay))); });
     tries([&] {
-        if (!rec(13).empty())
-            w_.Txt_DatFinDispoAidant.Text(Conv_Date_.Date_Affichee(rec(13)));
+        w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::AvailableFrom)));
+    });
+    tries([&] {
+        if (!rec(attribute::AvailableTo).empty())
+            w_.Txt_DatFinDispoAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::AvailableTo)));
     });
 }
 
@@ -34,9 +40,10 @@ std::string Availability::stored(const widgets::TextBox& field) const {
 }
 
 void Availability::compose(records::DBARecord& rec) const {
-    rec(11) = stored(w_.Txt_DatSaisieAidant);
-    rec(12) = stored(w_.Txt_DatDispoAidant);
-    rec(13) = w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);
+    rec(attribute::EntryDay) = stored(w_.Txt_DatSaisieAidant);
+    rec(attribute::AvailableFrom) = stored(w_.Txt_DatDispoAidant);
+    rec(attribute::AvailableTo) =
+        w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);
 }
 
 void Availability::fillWithToday() {
@@ -48,7 +55,7 @@ void Availability::fillWithToday() {
 
 bool Availability::refuse(const char* message, widgets::TextBox& field) {
     rules::warn(world_, message);
-    w_.Ong_Vorandine.Tab(DatesTab);
+    Ong_Vorandine_.Tab(DatesTab);
     field.SetFocus();
     return false;
 }

@@ -13,22 +13,22 @@
 namespace vorandine::experience {
 
 struct AvailabilityWidgets {
-    widgets::TextBox& Txt_DatSaisieAidant;
-    widgets::TextBox& Txt_DatDispoAidant;
-    widgets::TextBox& Txt_DatFinDispoAidant;
-    widgets::TabContainer& Ong_Vorandine; // brought to the dates when one is refused
+    widgets::TextBox Txt_DatSaisieAidant;
+    widgets::TextBox Txt_DatDispoAidant;
+    widgets::TextBox Txt_DatFinDispoAidant;
 };
 
 // Gives its fields their rules. All that is handed over must outlive it.
 class Availability {
   public:
-    Availability(const AvailabilityWidgets& widgets, ports::DateObject& Conv_Date,
-                 widgets::World& world);
+    // `Ong_Vorandine` is brought to the dates when one is refused.
+    Availability(AvailabilityWidgets& widgets, widgets::TabContainer& Ong_Vorandine,
+                 ports::DateObject& Conv_Date, widgets::World& world);
     Availability(const Availability&) = delete;
     Availability& operator=(const Availability&) = delete;
     ~Availability() = default;
 
-    // Shows attributes 11 to 13 of `rec`.
+    // Shows the dates of `rec`.
     void show(const records::DBARecord& rec, rules::StatementByStatement& tries);
     // Puts them into `rec`. Without a start there is no end.
     void compose(records::DBARecord& rec) const;
@@ -40,7 +40,8 @@ class Availability {
     [[nodiscard]] bool check();
 
   private:
-    AvailabilityWidgets w_;
+    AvailabilityWidgets& w_;
+    widgets::TabContainer& Ong_Vorandine_;
     ports::DateObject& Conv_Date_;
     widgets::World& world_;
 

@@ -14,20 +14,21 @@
 namespace vorandine::experience {
 
 struct StudyWidgets {
-    widgets::OptionButton& Opt_Diplome;
-    widgets::OptionButton& Opt_Niveau;
-    widgets::ComboBox& Cbo_EtudeAidant;
-    widgets::TextBox& Txt_AnDipAidant;
-    widgets::TextBox& Txt_SpecialAidant;
-    std::array<widgets::TextBox, 7>& Txt_ExpProfAidant;
-    widgets::ComboBox& Cbo_Qualif;
-    widgets::ComboBox& Cbo_CodFormAidant; // filled with the other tables
+    widgets::OptionButton Opt_Diplome;
+    widgets::OptionButton Opt_Niveau;
+    widgets::ComboBox Cbo_EtudeAidant;
+    widgets::TextBox Txt_AnDipAidant;
+    widgets::TextBox Txt_SpecialAidant;
+    std::array<widgets::TextBox, 7> Txt_ExpProfAidant;
+    widgets::ComboBox Cbo_Qualif;
 };
 
 // Gives its fields their leaving rules. All that is handed over must outlive it.
 class Studies {
   public:
-    Studies(const StudyWidgets& widgets, const ports::Variables& variables, widgets::World& world);
+    // `Cbo_CodFormAidant` is the box of training labels, filled with the other two.
+    Studies(StudyWidgets& widgets, widgets::ComboBox& Cbo_CodFormAidant,
+            const ports::Variables& variables, widgets::World& world);
     Studies(const Studies&) = delete;
     Studies& operator=(const Studies&) = delete;
     ~Studies() = default;
@@ -35,15 +36,16 @@ class Studies {
     // Fills the boxes of diplomas, training labels and qualifications from their tables.
     void Remplir_Diplome();
 
-    // Each shows its attributes of `rec`: 1 to 4; 9; 15.
+    // Each shows its attributes of `rec`.
     void showStudies(const records::DBARecord& rec, rules::StatementByStatement& tries);
     void showExperience(const records::DBARecord& rec, rules::StatementByStatement& tries);
     void showQualification(const records::DBARecord& rec, rules::StatementByStatement& tries);
-    // Puts attributes 1 to 4, 9 and 15 into `rec`, which is empty of them.
+    // Puts all of them into `rec`, which is empty of them.
     void compose(records::DBARecord& rec) const;
 
   private:
-    StudyWidgets w_;
+    StudyWidgets& w_;
+    widgets::ComboBox& Cbo_CodFormAidant_;
     const ports::Variables& v_;
 };
 

@@ -1,5 +1,4 @@
-// What the control asks of a multi-value database: files by name, records by key, requests; and how
-// it asks.
+// What the control asks of a multi-value database: files by name, records by key, requests.
 #pragma once
 
 #include "records/DBARecord.h"
@@ -7,7 +6,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace vorandine::ports {
 
@@ -59,17 +57,5 @@ class DBAClient {
     DBAClient& operator=(const DBAClient&) = delete;
     virtual ~DBAClient() = default;
 };
-
-// `value` in double quotes, as a query takes it. A closing bracket at its end stays what it is in a
-// query, "begins with": quoted(code + "]") asks for what begins with the code, and no query can ask
-// for a text that ends in a bracket itself. Throws Error(RequestRefused) if `value` holds a double
-// quote, which a query cannot express.
-[[nodiscard]] std::string quoted(const std::string& value);
-
-// Makes a request: empties `W_Params`, fills it and passes it to the database. `wanted` is the
-// attributes wanted, as "0 3 8". What Select throws goes through.
-[[nodiscard]] records::DBARecord select(DBADatabase& database, records::DBARecord& W_Params,
-                                        const std::string& query, const std::string& file,
-                                        const std::string& wanted);
 
 } // namespace vorandine::ports

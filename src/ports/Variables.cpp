@@ -1,22 +1,24 @@
 // Opening and closing of the files, in the order on which hosts and their logs rely.
 #include "ports/Variables.h"
 
+#include "records/StoredFiles.h"
+
 namespace vorandine::ports {
 
 void Ouvrir_Fichiers(Variables& variables) {
     DBADatabase& database = *variables.TheDatabase;
-    variables.F_ACTIVITES = database.OpenFile("ACTIVITES");
-    variables.F_FORMVORANDINE = database.OpenFile("FORMVORANDINE");
-    variables.F_TABLES = database.OpenFile("TABLES");
-    variables.F_DIFAIDANT = database.OpenFile("DIFAIDANT");
-    variables.F_CONTRAT = database.OpenFile("CONTRAT");
-    variables.F_CIVILAIDE = database.OpenFile("CIVILAIDE");
-    variables.F_ASSOCIATION = database.OpenFile("ASSOCIATION");
-    variables.F_DETAILCALCUL = database.OpenFile("DETAILCALCUL");
+    variables.F_ACTIVITES = database.OpenFile(records::activity::File);
+    variables.F_FORMVORANDINE = database.OpenFile(records::training_file::File);
+    variables.F_TABLES = database.OpenFile(records::table::File);
+    variables.F_DIFAIDANT = database.OpenFile(records::ledger::File);
+    variables.F_CONTRAT = database.OpenFile(records::contract::File);
+    variables.F_CIVILAIDE = database.OpenFile(records::household::File);
+    variables.F_ASSOCIATION = database.OpenFile(records::association::File);
+    variables.F_DETAILCALCUL = database.OpenFile(records::pay::File);
 
-    variables.F_DIPLOMES = variables.F_TABLES->ReadRecord("DIPLOMES");
-    variables.F_FORMPRO = variables.F_TABLES->ReadRecord("FORMPRO");
-    variables.F_QUALIF = variables.F_TABLES->ReadRecord("QUALIF");
+    variables.F_DIPLOMES = variables.F_TABLES->ReadRecord(records::table::Diplomas);
+    variables.F_FORMPRO = variables.F_TABLES->ReadRecord(records::table::Trainings);
+    variables.F_QUALIF = variables.F_TABLES->ReadRecord(records::table::Qualifications);
 }
 
 void Fermer_Fichiers(Variables& variables) noexcept {

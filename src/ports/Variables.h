@@ -22,9 +22,9 @@ struct Variables {
     std::shared_ptr<DBAFile> F_ASSOCIATION;
     std::shared_ptr<DBAFile> F_DETAILCALCUL;
 
-    records::DBARecord F_DIPLOMES; // tables: attribute 2 codes, attribute 3 labels
+    records::DBARecord F_DIPLOMES; // tables: codes and labels
     records::DBARecord F_FORMPRO;
-    records::DBARecord F_QUALIF; // attribute 2 the qualifications themselves
+    records::DBARecord F_QUALIF; // the qualifications themselves in place of codes
 
     records::DBARecord Rec_Dossier; // the caregiver's record, the only one written back
     records::DBARecord Rec_Copie;   // what it was when it was opened: a difference means a change
@@ -34,7 +34,8 @@ struct Variables {
     records::DBARecord Rec_CIVILAIDE;
     records::DBARecord Rec_ASSOCIATION;
 
-    std::string W_DifRetenu;   // "OUI" or "NON": what the D.I.F. form answers
+    // Left for who looks at them; nothing is handed over by them.
+    std::string W_DifRetenu;   // "OUI" or "NON": what the D.I.F. form last answered
     std::string Dif_Attribut6; // attribute 6 of the D.I.F. record last read
 };
 

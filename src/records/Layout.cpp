@@ -1,93 +1,158 @@
 // The table, in the order of the files.
 #include "records/Layout.h"
 
+#include "records/StoredFiles.h"
+
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace vorandine::records {
 namespace {
 
-constexpr auto One = Values::One;
-constexpr auto Many = Values::Many;
+constexpr auto Lines = Values::Lines;
 
-constexpr std::array<AttributeLayout, 1> Label{{{1, Kind::Text, One, "label"}}};
-constexpr std::array<AttributeLayout, 1> Name{{{1, Kind::Text, One, "name"}}};
+// clang-format off
+constexpr AttributeLayout Activity[] = {
+    {.attribute = activity::Label, .kind = Kind::Text, .meaning = "label"},
+};
 
-constexpr std::array<AttributeLayout, 2> Household{{
-    {2, Kind::Text, One, "name"},
-    {3, Kind::Text, One, "first name"},
-}};
+constexpr AttributeLayout Caregiver[] = {
+    {.attribute = caregiver::Name, .kind = Kind::Text, .meaning = "name"},
+};
 
-constexpr std::array<AttributeLayout, 7> Contract{{
-    {3, Kind::Employer, One, "employer"},
-    {4, Kind::Text, One, "employer's name", "NomAideContrat"},
-    {5, Kind::Text, One, "employer's first name", "PrenomAideContrat"},
-    {7, Kind::Date, One, "first day"},
-    {8, Kind::Date, One, "last day"},
-    {63, Kind::Period, One, "closing period"},
-    {65, Kind::Text, One, "left out if not empty"},
-}};
+constexpr AttributeLayout Association[] = {
+    {.attribute = association::Name, .kind = Kind::Text, .meaning = "name"},
+};
 
-constexpr std::array<AttributeLayout, 6> Pay{{
-    {1, Kind::Employer, One, "employer", "CodeAideDetailCalcul"},
-    {2, Kind::Text, One, "collective agreement", "ConvColContratDetailCalcul"},
-    {3, Kind::Choice, One, "counts for the D.I.F.", "GestionDroitDif", 0, "0 1"},
-    {4, Kind::Period, One, "period", "PeriodeDetailCalcul"},
-    {6, Kind::Figure, One, "hours"},
-    {16, Kind::Figure, One, "net pay"},
-}};
+constexpr AttributeLayout Household[] = {
+    {.attribute = household::Name, .kind = Kind::Text, .meaning = "name"},
+    {.attribute = household::FirstName, .kind = Kind::Text, .meaning = "first name"},
+};
 
-constexpr std::array<AttributeLayout, 6> Ledger{{
-    {1, Kind::Date, Many, "date", "", 0, {}, Order::Rising},
-    {2, Kind::Hours, Many, "hours gained", "", 1},
-    {3, Kind::Hours, Many, "hours used", "", 1},
-    {4, Kind::Balance, Many, "balance", "", 1},
-    {5, Kind::Training, Many, "training", "", 1},
-    {6, Kind::Text, One, "carried along"},
-}};
+constexpr AttributeLayout Contract[] = {
+    {.attribute = contract::Employer, .kind = Kind::Employer, .meaning = "employer"},
+    {.attribute = contract::EmployerName, .kind = Kind::Text, .meaning = "employer's name",
+     .dictionaryName = "NomAideContrat"},
+    {.attribute = contract::EmployerFirstName, .kind = Kind::Text, .meaning = "employer's first name",
+     .dictionaryName = "PrenomAideContrat"},
+    {.attribute = contract::FirstDay, .kind = Kind::Date, .meaning = "first day"},
+    {.attribute = contract::LastDay, .kind = Kind::Date, .meaning = "last day"},
+    {.attribute = contract::ClosingPeriod, .kind = Kind::Period, .meaning = "closing period"},
+    {.attribute = contract::LeftOut, .kind = Kind::Text, .meaning = "left out if not empty"},
+};
 
-constexpr std::array<AttributeLayout, 3> Right{{
-    {1, Kind::Whole, One, "level"},
-    {2, Kind::Choice, One, "total access", "", 0, "0 1"},
-    {3, Kind::Activity, Many, "activities that may be chosen", "", 0, "*"},
-}};
+constexpr AttributeLayout Pay[] = {
+    {.attribute = pay::Employer, .kind = Kind::Employer, .meaning = "employer",
+     .dictionaryName = "CodeAideDetailCalcul"},
+    {.attribute = pay::Agreement, .kind = Kind::Text, .meaning = "collective agreement",
+     .dictionaryName = "ConvColContratDetailCalcul"},
+    {.attribute = pay::CountsForDif, .kind = Kind::Choice, .meaning = "counts for the D.I.F.",
+     .dictionaryName = "GestionDroitDif", .choices = "0 1"},
+    {.attribute = pay::Period, .kind = Kind::Period, .meaning = "period",
+     .dictionaryName = "PeriodeDetailCalcul"},
+    {.attribute = pay::Hours, .kind = Kind::Figure, .meaning = "hours"},
+    {.attribute = pay::NetPay, .kind = Kind::Figure, .meaning = "net pay"},
+};
 
-constexpr std::array<AttributeLayout, 15> TrainingFile{{
-    {1, Kind::Choice, One, "diploma or level", "", 0, "D N"},
-    {2, Kind::Study, One, "study"},
-    {3, Kind::Whole, One, "year of the diploma"},
-    {4, Kind::Text, One, "speciality"},
-    {5, Kind::Date, Many, "date of the training", "", 0, {}, Order::Falling},
-    {6, Kind::Training, Many, "training", "", 5},
-    {7, Kind::Hours, Many, "hours", "", 5},
-    {8, Kind::Text, Many, "remarks", "", 5},
-    {9, Kind::Text, Many, "experience"},
-    {10, Kind::Activity, Many, "activities"},
-    {11, Kind::Date, One, "day of entry"},
-    {12, Kind::Date, One, "first day of availability"},
-    {13, Kind::Date, One, "last day of availability"},
-    {14, Kind::Choice, Many, "counts for the D.I.F.", "", 5, "0 1"},
-    {15, Kind::Qualification, One, "qualification"},
-}};
+constexpr AttributeLayout Ledger[] = {
+    {.attribute = ledger::Date, .kind = Kind::Date, .meaning = "date",
+     .values = Lines, .unit = ledger::Line, .order = Order::Rising},
+    {.attribute = ledger::Rights, .kind = Kind::Hours, .meaning = "hours gained",
+     .values = Lines, .unit = ledger::Line},
+    {.attribute = ledger::Hours, .kind = Kind::Hours, .meaning = "hours used",
+     .values = Lines, .unit = ledger::Line},
+    {.attribute = ledger::Balance, .kind = Kind::Balance, .meaning = "balance",
+     .values = Lines, .unit = ledger::Line},
+    {.attribute = ledger::Training, .kind = Kind::Training, .meaning = "training",
+     .values = Lines, .unit = ledger::Line},
+    {.attribute = ledger::Carried, .kind = Kind::Text, .meaning = "carried along"},
+};
 
-constexpr std::array<AttributeLayout, 2> Lists{{
-    {2, Kind::Text, Many, "codes, or entries"},
-    {3, Kind::Text, Many, "labels", "", 2},
-}};
+constexpr AttributeLayout Right[] = {
+    {.attribute = right::Level, .kind = Kind::Whole, .meaning = "level"},
+    {.attribute = right::TotalAccess, .kind = Kind::Choice, .meaning = "total access",
+     .choices = "0 1"},
+    {.attribute = right::Activities, .kind = Kind::Activity, .meaning = "activities that may be chosen",
+     .choices = "*", .values = Values::Set},
+};
 
-constexpr std::array<FileLayout, 11> Files{{
-    {"ACTIVITES", Label},
-    {"AIDANT", Name},
-    {"ASSOCIATION", Name},
-    {"CIVILAIDE", Household},
-    {"CONTRAT", Contract},
-    {"DETAILCALCUL", Pay},
-    {"DIFAIDANT", Ledger},
-    {"DROITS", Right},
-    {"FORMVORANDINE", TrainingFile},
-    {"TABLES", Lists},
-    {"UTILISATEURS", Name},
-}};
+constexpr AttributeLayout TrainingFile[] = {
+    {.attribute = training_file::StudyType, .kind = Kind::Choice, .meaning = "diploma or level",
+     .choices = "D N", .unit = training_file::Study},
+    {.attribute = training_file::StudyCode, .kind = Kind::Study, .meaning = "study",
+     .unit = training_file::Study},
+    {.attribute = training_file::DiplomaYear, .kind = Kind::Whole, .meaning = "year of the diploma"},
+    {.attribute = training_file::Speciality, .kind = Kind::Text, .meaning = "speciality"},
+    {.attribute = training_file::Date, .kind = Kind::Date, .meaning = "date of the training",
+     .values = Lines, .unit = training_file::Line, .order = Order::Falling},
+    {.attribute = training_file::Training, .kind = Kind::Training, .meaning = "training",
+     .values = Lines, .unit = training_file::Line},
+    {.attribute = training_file::Hours, .kind = Kind::Hours, .meaning = "hours",
+     .values = Lines, .unit = training_file::Line},
+    {.attribute = training_file::Remarks, .kind = Kind::Text, .meaning = "remarks",
+     .values = Lines, .unit = training_file::Line},
+    {.attribute = training_file::Experience, .kind = Kind::Text, .meaning = "experience",
+     .values = Values::Positions},
+    {.attribute = training_file::Activities, .kind = Kind::Activity, .meaning = "activities",
+     .values = Values::Set},
+    {.attribute = training_file::EntryDay, .kind = Kind::Date, .meaning = "day of entry"},
+    {.attribute = training_file::AvailableFrom, .kind = Kind::Date, .meaning = "first day of availability"},
+    {.attribute = training_file::AvailableTo, .kind = Kind::Date, .meaning = "last day of availability"},
+    {.attribute = training_file::CountsForDif, .kind = Kind::Choice, .meaning = "counts for the D.I.F.",
+     .choices = "0 1", .values = Lines, .unit = training_file::Line},
+    {.attribute = training_file::Qualification, .kind = Kind::Qualification, .meaning = "qualification"},
+};
+
+constexpr AttributeLayout Table[] = {
+    {.attribute = table::Codes, .kind = Kind::Text, .meaning = "codes, or entries",
+     .values = Lines, .unit = table::Entry},
+    {.attribute = table::Labels, .kind = Kind::Text, .meaning = "labels",
+     .values = Lines, .unit = table::Entry},
+};
+
+constexpr AttributeLayout User[] = {
+    {.attribute = user::Name, .kind = Kind::Text, .meaning = "name"},
+};
+// clang-format on
+
+constexpr std::array Files{
+    FileLayout{.name = activity::File, .attributes = Activity},
+    FileLayout{.name = caregiver::File, .attributes = Caregiver},
+    FileLayout{.name = association::File, .attributes = Association},
+    FileLayout{.name = household::File, .attributes = Household},
+    FileLayout{.name = contract::File, .attributes = Contract},
+    FileLayout{.name = pay::File, .attributes = Pay},
+    FileLayout{.name = ledger::File, .attributes = Ledger},
+    FileLayout{.name = right::File, .attributes = Right},
+    FileLayout{.name = training_file::File, .attributes = TrainingFile},
+    FileLayout{.name = table::File, .attributes = Table},
+    FileLayout{.name = user::File, .attributes = User},
+};
+
+// Whoever goes through a unit finds each of its attributes in the table, with the same unit.
+constexpr bool holdsUnit(const FileLayout& file, const AttributeLayout& one) {
+    return std::all_of(one.unit.begin(), one.unit.end(), [&](int member) {
+        return std::any_of(file.attributes.begin(), file.attributes.end(),
+                           [&](const AttributeLayout& other) {
+                               return other.attribute == member && other.values == one.values &&
+                                      other.unit.data() == one.unit.data();
+                           });
+    });
+}
+
+constexpr bool sound(const FileLayout& file) {
+    int before = 0;
+    return std::all_of(
+        file.attributes.begin(), file.attributes.end(), [&](const AttributeLayout& one) {
+            const bool named =
+                std::find(one.unit.begin(), one.unit.end(), one.attribute) != one.unit.end();
+            return std::exchange(before, one.attribute) < one.attribute &&
+                   named == !one.unit.empty() && holdsUnit(file, one);
+        });
+}
+
+static_assert(std::all_of(Files.begin(), Files.end(), sound));
 
 } // namespace
 

@@ -1,5 +1,5 @@
 // What the files of a store hold, attribute by attribute: the one description that the store, the
-// screens, the checks and the exchange read. docs/store.md tells the same to people.
+// requests, the checks, the history and the exchange read. docs/store.md tells the same to people.
 #pragma once
 
 #include <optional>
@@ -21,15 +21,20 @@ enum class Kind {
     Whole,         // digits
     Period,        // yyyymm
     Choice,        // one of `choices`
-    Study,         // a code of TABLES DIPLOMES
-    Training,      // a code of TABLES FORMPRO
-    Qualification, // an entry of TABLES QUALIF
+    Study,         // a code of table::Diplomas
+    Training,      // a code of table::Trainings
+    Qualification, // an entry of table::Qualifications
     Activity,      // a key of ACTIVITES, or one of `choices`
     Employer,      // a key of ASSOCIATION or CIVILAIDE
 };
 
-// How many values an attribute has.
-enum class Values { One, Many };
+// How many values an attribute has, and what makes one of them the same in another record.
+enum class Values {
+    One,
+    Lines,     // value i belongs to line i, as value i of the other attributes of its unit does
+    Positions, // value i is the i-th of a fixed number
+    Set,       // each value once, in an order that is kept
+};
 
 // How the values of a list of dates follow each other; empty ones stand anywhere in a rising list,
 // and last in a falling one.
@@ -38,17 +43,25 @@ enum class Order { Free, Rising, Falling };
 struct AttributeLayout {
     int attribute;
     Kind kind;
-    Values values;
     std::string_view meaning;
     std::string_view dictionaryName = {}; // by which requests may call it; "" if they may not
-    int countedBy = 0;             // the list of the same lines that tells how many there are
-    std::string_view choices = {}; // with blanks between
+    std::string_view choices = {};        // with blanks between
+    Values values = Values::One;
+    // The attributes, this one among them, that make one thing: the lists of the same lines, of
+    // which the first counts them, or single values that say nothing apart. Empty: it stands alone.
+    std::span<const int> unit = {};
     Order order = Order::Free;
+
+    [[nodiscard]] constexpr bool list() const noexcept { return values != Values::One; }
+    // The list that tells how many lines there are; 0 where values are no lines.
+    [[nodiscard]] constexpr int countedBy() const noexcept {
+        return values == Values::Lines ? unit.front() : 0;
+    }
 };
 
 struct FileLayout {
     std::string_view name;
-    std::span<const AttributeLayout> attributes; // those that this system knows, ascending
+    std::span<const AttributeLayout> attributes; // ascending; any other is kept as it is
 };
 
 // The files that every store has from the start, sorted by name.

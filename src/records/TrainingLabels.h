@@ -14,8 +14,7 @@ namespace vorandine::records {
 // The table as it was when this was made: a file of thousands of trainings asks it for each.
 class TrainingLabels {
   public:
-    // `F_FORMPRO` has codes in attribute 2 and labels in attribute 3, position by position. The
-    // table ends at its first empty code.
+    // `F_FORMPRO` is the table. It ends at its first empty code.
     explicit TrainingLabels(const DBARecord& F_FORMPRO);
 
     // The label of the first entry with that code; null if the table does not hold it.

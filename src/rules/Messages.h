@@ -12,15 +12,22 @@ inline constexpr const char* MessageTitle = "Message ORMELAINE";
 // A warning with an OK button.
 inline void warn(widgets::World& world, const std::string& text,
                  widgets::Icon icon = widgets::Icon::Warning) {
-    world.messageBox({MessageTitle, text, icon, widgets::Buttons::OK, {}});
+    world.messageBox({.title = MessageTitle,
+                      .text = text,
+                      .icon = icon,
+                      .buttons = widgets::Buttons::OK,
+                      .detail = {}});
 }
 
 // A question with a warning icon, answered by Yes or No, and a second, smaller text below it.
 // Whether the answer was Yes.
 [[nodiscard]] inline bool confirm(widgets::World& world, const std::string& text,
                                   const std::string& detail = {}) {
-    return world.messageBox({MessageTitle, text, widgets::Icon::Warning, widgets::Buttons::YesNo,
-                             detail}) == widgets::Answer::Yes;
+    return world.messageBox({.title = MessageTitle,
+                             .text = text,
+                             .icon = widgets::Icon::Warning,
+                             .buttons = widgets::Buttons::YesNo,
+                             .detail = detail}) == widgets::Answer::Yes;
 }
 
 } // namespace vorandine::rules

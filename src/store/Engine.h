@@ -2,9 +2,6 @@
 // Engines know bytes; keys, records and requests are the store's affair.
 #pragma once
 
-#include "text/Error.h"
-
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -43,13 +40,12 @@ class EngineFile {
     // transaction, the change survives a power cut, if the engine keeps anything at all.
     virtual std::optional<std::string> write(std::string_view key, std::string_view record) = 0;
     virtual std::optional<std::string> erase(std::string_view key) = 0;
-    // In key order, one consistent state of the file. The visitor must neither write to the engine
-    // nor scan this file again; it may read, and it may throw.
+    // In key order, one state of the file: that of the transaction that it runs in, else that in
+    // which it begins. Entries are handed over as they come, so that one that fails half-way has
+    // visited some. It may hold the engine's one way to its files: the visitor calls nothing of the
+    // engine (Error(StoreFailed)). It may throw.
     virtual void scan(const KeyRange& range, const Visitor& visit) = 0;
 };
-
-// Told how many pages of a copy are made; the count may fall back where the copy begins anew.
-using CopyStep = std::function<void(std::size_t pages)>;
 
 // Used by one thread at a time.
 class Engine {
@@ -66,23 +62,10 @@ class Engine {
     // Runs `work`; all its writes take effect together, or none if it throws, which it may. Not to
     // be called by `work`: that throws Error(StoreFailed).
     virtual void atomically(const std::function<void()>& work) = 0;
-    // Runs `work`, which only reads: all its reads see one state of all files, whoever writes
-    // meanwhile waits. Not within atomically, which sees one state anyway. An engine that nobody
-    // else can write to has nothing to do for it.
+    // Runs `work`, which only reads: all its reads see one state of all files. Whoever writes
+    // meanwhile may have to wait for its end. Not within atomically, which sees one state anyway.
+    // An engine that nobody else can write to has nothing to do for it.
     virtual void consistently(const std::function<void()>& work) { work(); }
-    // What is wrong with how the engine keeps its files, in its own words; nothing if it is sound.
-    // Reads the whole store. Throws Error(Damaged) where it cannot even begin.
-    [[nodiscard]] virtual std::vector<std::string> faults() { return {}; }
-    // Copies one state of all files to a new store at `path`, which must not exist, while others
-    // read and write; `step` is called on the way. Throws, beyond the engine's errors,
-    // Error(StoreExists), and Error(StoreFailed) where there is no file to copy. After a failure
-    // there is nothing at `path`. Not within atomically or consistently.
-    virtual void backUp(const std::string& path, const CopyStep& step);
 };
-
-inline void Engine::backUp(const std::string& /*path*/, const CopyStep& /*step*/) {
-    throw Error(errors::StoreFailed,
-                "Cette base n'est pas dans un fichier qui puisse être copié. Exportez-la.");
-}
 
 } // namespace vorandine::store

@@ -2,6 +2,7 @@
 #include "store/Selection.h"
 
 #include "records/RecordText.h"
+#include "records/StoredFiles.h"
 #include "store/Comparison.h"
 #include "text/Collation.h"
 #include "text/Error.h"
@@ -21,7 +22,7 @@ class Fields {
     Fields(std::string_view key, std::string_view record) noexcept : key_(key), cursor_(record) {}
 
     [[nodiscard]] std::string_view operator[](int attribute) noexcept {
-        return attribute == 0 ? key_ : cursor_.text(attribute);
+        return attribute == records::Key ? key_ : cursor_.text(attribute);
     }
 
   private:
@@ -227,7 +228,7 @@ class Rows {
 KeyRange keyRange(const Request& request) {
     KeyRange range;
     for (const Condition& condition : request.conditions) {
-        if (condition.attribute != 0)
+        if (condition.attribute != records::Key)
             continue;
         // The hull of the alternatives, then what it has in common with the other conditions.
         KeyRange hull = rangeOf(condition.alternatives.front());
@@ -251,7 +252,8 @@ namespace {
 std::vector<const Condition*> remaining(const Request& request) {
     std::vector<const Condition*> conditions;
     for (const Condition& condition : request.conditions) {
-        const bool settled = condition.attribute == 0 && condition.alternatives.size() == 1 &&
+        const bool settled = condition.attribute == records::Key &&
+                             condition.alternatives.size() == 1 &&
                              condition.alternatives.front().op == Operator::Equal;
         if (!settled)
             conditions.push_back(&condition);

@@ -4,9 +4,8 @@
 #include "ports/ParametersControl.h"
 #include "ports/Rights.h"
 #include "ports/Variables.h"
+#include "trainings/TypingRow.h"
 #include "widgets/Form.h"
-#include "widgets/Simple.h"
-#include "widgets/TextField.h"
 #include "widgets/World.h"
 
 #include <memory>
@@ -17,8 +16,7 @@ namespace vorandine::trainings {
 class LabelAddition {
   public:
     // `control` is the one on which the button stands; `rights` may be set later.
-    LabelAddition(widgets::CommandButton& Cmd_AjouterFormation,
-                  widgets::ComboBox& Cbo_CodFormAidant, ports::Variables& variables,
+    LabelAddition(TypingWidgets& widgets, ports::Variables& variables,
                   const std::shared_ptr<ports::DroitsUtilisateur>& rights,
                   widgets::UserControl& control, widgets::World& world, ports::MakeParameters make);
     LabelAddition(const LabelAddition&) = delete;
@@ -26,7 +24,7 @@ class LabelAddition {
     ~LabelAddition() = default;
 
   private:
-    widgets::ComboBox& Cbo_CodFormAidant_;
+    TypingWidgets& w_;
     ports::Variables& v_;
     const std::shared_ptr<ports::DroitsUtilisateur>& rights_;
     widgets::UserControl& control_;

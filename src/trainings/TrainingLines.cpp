@@ -1,6 +1,7 @@
 // Selection, scrolling, and the way of the lines from the record and back.
 #include "trainings/TrainingLines.h"
 
+#include "records/StoredFiles.h"
 #include "rules/Numbers.h"
 #include "text/Characters.h"
 #include "text/Decimal.h"
@@ -12,6 +13,8 @@
 
 namespace vorandine::trainings {
 namespace {
+
+namespace attribute = records::training_file;
 
 constexpr int LastLineWithoutBar = 8;
 constexpr std::size_t CodeLength = 3;
@@ -30,7 +33,7 @@ std::string storedHours(const std::string& shown) {
 
 } // namespace
 
-TrainingLines::TrainingLines(const TrainingWidgets& widgets, const ports::DateObject& Conv_Date)
+TrainingLines::TrainingLines(TrainingWidgets& widgets, const ports::DateObject& Conv_Date)
     : w_(widgets), Conv_Date_(Conv_Date), lists_{&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant,
                                                  &w_.Lst_HhFormAidant,  &w_.Lst_ObsFormAidant,
                                                  &w_.Lst_DifFormAidant, &w_.Lst_CodeForm} {
@@ -47,9 +50,12 @@ int TrainingLines::count() const {
 }
 
 TrainingLine TrainingLines::line(int i) const {
-    return {w_.Lst_DatFormAidant.List(i), w_.Lst_CodFormAidant.List(i),
-            w_.Lst_CodeForm.List(i),      w_.Lst_HhFormAidant.List(i),
-            w_.Lst_ObsFormAidant.List(i), w_.Lst_DifFormAidant.List(i)};
+    return {.date = w_.Lst_DatFormAidant.List(i),
+            .label = w_.Lst_CodFormAidant.List(i),
+            .code = w_.Lst_CodeForm.List(i),
+            .hours = w_.Lst_HhFormAidant.List(i),
+            .observations = w_.Lst_ObsFormAidant.List(i),
+            .dif = w_.Lst_DifFormAidant.List(i)};
 }
 
 int TrainingLines::W_LigneForm() const {
@@ -61,12 +67,6 @@ void TrainingLines::deselect() {
          {&w_.Lst_DatFormAidant, &w_.Lst_CodFormAidant, &w_.Lst_CodeForm, &w_.Lst_HhFormAidant,
           &w_.Lst_ObsFormAidant, &w_.Lst_DifFormAidant})
         list->ListIndex(-1);
-}
-
-void TrainingLines::enable(bool enabled) {
-    for (widgets::ListBox* const list : lists_)
-        if (list != &w_.Lst_CodeForm)
-            list->Enabled(enabled);
 }
 
 void TrainingLines::onOpen(const std::function<void()>& open) {
@@ -154,25 +154,25 @@ TrainingLine TrainingLines::read(const records::DBARecord& rec,
                                  rules::StatementByStatement& tries) const {
     TrainingLine line;
     tries([&] {
-        const std::string stored = rec(5, i);
+        const std::string stored = rec(attribute::Date, i);
         line.date = stored.empty() ? stored : Conv_Date_.Date_Affichee(stored);
     });
-    line.code = rec(6, i);
+    line.code = rec(attribute::Training, i);
     if (const std::string* const label = labels.find(line.code))
         line.label = *label;
-    tries([&] { line.hours = shownHours(rec(7, i)); });
-    line.observations = rec(8, i);
-    line.dif = rec(14, i) == "1" ? "OUI" : "NON";
+    tries([&] { line.hours = shownHours(rec(attribute::Hours, i)); });
+    line.observations = rec(attribute::Remarks, i);
+    line.dif = rec(attribute::CountsForDif, i) == "1" ? "OUI" : "NON";
     return line;
 }
 
 void TrainingLines::show(const records::DBARecord& rec, const records::DBARecord& F_FORMPRO,
                          rules::StatementByStatement& tries) {
-    const int lines = std::min(rec.DCount(6), widgets::MaxLines - count());
+    const int lines = std::min(rec.DCount(attribute::Training), widgets::MaxLines - count());
     const records::TrainingLabels labels(F_FORMPRO);
     for (int i = 1; i <= lines; ++i)
         tries([&] { put(read(rec, labels, i, tries), count()); });
-    tries([&] { range(std::min(rec.DCount(5), widgets::MaxLines)); });
+    tries([&] { range(std::min(rec.DCount(attribute::Date), widgets::MaxLines)); });
 }
 
 void TrainingLines::compose(records::DBARecord& rec) {
@@ -180,11 +180,11 @@ void TrainingLines::compose(records::DBARecord& rec) {
         if (w_.Lst_HhFormAidant.List(i).empty())
             w_.Lst_HhFormAidant.List(i, "0");
         const TrainingLine shown = line(i);
-        rec.Insert(5, i + 1) = Conv_Date_.Date_Stockee(shown.date);
-        rec.Insert(6, i + 1) = text::Left(shown.code, CodeLength);
-        rec.Insert(7, i + 1) = storedHours(shown.hours);
-        rec.Insert(8, i + 1) = shown.observations;
-        rec.Insert(14, i + 1) = shown.dif == "NON" ? "0" : "1";
+        rec.Insert(attribute::Date, i + 1) = Conv_Date_.Date_Stockee(shown.date);
+        rec.Insert(attribute::Training, i + 1) = text::Left(shown.code, CodeLength);
+        rec.Insert(attribute::Hours, i + 1) = storedHours(shown.hours);
+        rec.Insert(attribute::Remarks, i + 1) = shown.observations;
+        rec.Insert(attribute::CountsForDif, i + 1) = shown.dif == "NON" ? "0" : "1";
     }
 }
 

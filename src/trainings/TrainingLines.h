@@ -26,20 +26,20 @@ struct TrainingLine {
 };
 
 struct TrainingWidgets {
-    widgets::ListBox& Lst_DatFormAidant;
-    widgets::ListBox& Lst_CodFormAidant;
-    widgets::ListBox& Lst_HhFormAidant;
-    widgets::ListBox& Lst_ObsFormAidant;
-    widgets::ListBox& Lst_DifFormAidant;
-    widgets::ListBox& Lst_CodeForm; // never visible
-    widgets::ScrollBar& Bdv_FormAidant;
+    widgets::ListBox Lst_DatFormAidant;
+    widgets::ListBox Lst_CodFormAidant;
+    widgets::ListBox Lst_HhFormAidant;
+    widgets::ListBox Lst_ObsFormAidant;
+    widgets::ListBox Lst_DifFormAidant;
+    widgets::ListBox Lst_CodeForm; // never visible
+    widgets::ScrollBar Bdv_FormAidant;
 };
 
 // Takes over Click of the lists and Change of the bar. Lines count from 0. The widgets and the date
 // object must outlive it.
 class TrainingLines {
   public:
-    TrainingLines(const TrainingWidgets& widgets, const ports::DateObject& Conv_Date);
+    TrainingLines(TrainingWidgets& widgets, const ports::DateObject& Conv_Date);
     TrainingLines(const TrainingLines&) = delete;
     TrainingLines& operator=(const TrainingLines&) = delete;
     ~TrainingLines() = default;
@@ -50,9 +50,7 @@ class TrainingLines {
     [[nodiscard]] int W_LigneForm() const;
     void deselect();
 
-    // The five lists that are shown: enabled while no line is open.
-    void enable(bool enabled);
-    // A double click on any of them.
+    // A double click on any of the five lists that are shown.
     void onOpen(const std::function<void()>& open);
 
     // The bar's range, and whether it shows: more than 8.
@@ -71,12 +69,12 @@ class TrainingLines {
     // Lines past what a list can hold are left out.
     void show(const records::DBARecord& rec, const records::DBARecord& F_FORMPRO,
               rules::StatementByStatement& tries);
-    // Puts the lines into attributes 5 to 8 and 14 of `rec`, which are empty. A line without hours
+    // Puts the lines into the lists of trainings of `rec`, which are empty. A line without hours
     // shows "0" from then on. Hours that are no number go back as they were read.
     void compose(records::DBARecord& rec);
 
   private:
-    TrainingWidgets w_;
+    TrainingWidgets& w_;
     const ports::DateObject& Conv_Date_;
     std::array<widgets::ListBox*, 6> lists_; // in the order in which the bar sets them
     bool spreading_ = false;

@@ -23,9 +23,9 @@ constexpr const char* UnknownLabel = "Le diplôme saisi n'existe pas, veuillez l
 
 } // namespace
 
-TypingRow::TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock,
-                     DifHours& dif, const records::DBARecord& F_FORMPRO,
-                     ports::DateObject& Conv_Date, widgets::World& world)
+TypingRow::TypingRow(TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
+                     const records::DBARecord& F_FORMPRO, ports::DateObject& Conv_Date,
+                     widgets::World& world)
     : w_(widgets), lines_(lines), lock_(lock), dif_(dif), F_FORMPRO_(F_FORMPRO),
       Conv_Date_(Conv_Date), world_(world) {
     const char* const badDate = "La date saisie est invalide, veuillez la saisir à nouveau.";
@@ -39,22 +39,6 @@ TypingRow::TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenL
     w_.Cmd_AnnulerForm.Click = [this] { Cmd_AnnulerForm_Click(); };
 }
 
-void TypingRow::enableFields(bool enabled) {
-    w_.Txt_DatFormAidant.Enabled(enabled);
-    w_.Cbo_CodFormAidant.Enabled(enabled);
-    w_.Txt_HhFormAidant.Enabled(enabled);
-    w_.Txt_ObsFormAidant.Enabled(enabled);
-    w_.Cbo_DifFormAidant.Enabled(enabled);
-}
-
-void TypingRow::enableButtonsOfOpenLine(bool enabled) {
-    w_.Cmd_AjouterForm.Enabled(!enabled);
-    w_.Cmd_SupprimerForm.Enabled(enabled);
-    w_.Cmd_OKForm.Enabled(enabled);
-    w_.Cmd_AnnulerForm.Enabled(enabled);
-    w_.Cmd_AjouterFormation.Enabled(enabled);
-}
-
 void TypingRow::Afficher_DonneesListe() {
     if (lines_.W_LigneForm() == -1)
         return;
@@ -66,11 +50,7 @@ void TypingRow::Afficher_DonneesListe() {
     w_.Cbo_DifFormAidant.Text(line.dif);
     W_DifAvant_ = line.dif;
     w_.Etq_MessageForm.Caption("");
-    enableFields(true);
-    lines_.enable(false);
-    lock_.Masquer();
-    enableButtonsOfOpenLine(true);
-    lock_.openOtherTabs(false);
+    lock_.lineOpened(true);
 }
 
 void TypingRow::Effacer_Donnees() {
@@ -80,18 +60,13 @@ void TypingRow::Effacer_Donnees() {
     w_.Txt_HhFormAidant.Text("");
     w_.Txt_ObsFormAidant.Text("");
     w_.Cbo_DifFormAidant.ListIndex(-1);
-    enableFields(false);
-    lines_.enable(true);
-    enableButtonsOfOpenLine(false);
     lines_.deselect();
-    lock_.Afficher();
-    lock_.openOtherTabs(true);
+    lock_.lineClosed();
 }
 
 void TypingRow::Cmd_AjouterForm_Click() {
     W_ModeForm_ = 1;
-    lock_.Masquer();
-    lock_.openOtherTabs(false);
+    lock_.lineOpened(false);
     w_.Txt_DatFormAidant.SetFocus();
     w_.Cbo_DifFormAidant.ListIndex(No);
     w_.Etq_MessageForm.Caption("");
@@ -100,14 +75,28 @@ void TypingRow::Cmd_AjouterForm_Click() {
 TrainingLine TypingRow::typed(const std::string& code) const {
     // Hours of an odd record that are no number stay what they are.
     const std::string hours = w_.Txt_HhFormAidant.Text();
-    return {w_.Txt_DatFormAidant.Text(),
-            w_.Cbo_CodFormAidant.Text(),
-            code,
-            text::Decimal::parse(hours)
-                ? rules::Format_Numerique(hours, WholeDigits, Decimals, false)
-                : hours,
-            w_.Txt_ObsFormAidant.Text(),
-            w_.Cbo_DifFormAidant.Text()};
+    return {.date = w_.Txt_DatFormAidant.Text(),
+            .label = w_.Cbo_CodFormAidant.Text(),
+            .code = code,
+            .hours = text::Decimal::parse(hours)
+                         ? rules::Format_Numerique(hours, WholeDigits, Decimals, false)
+                         : hours,
+            .observations = w_.Txt_ObsFormAidant.Text(),
+            .dif = w_.Cbo_DifFormAidant.Text()};
+}
+
+// What the ledgers are asked to give back: the line as it stands in the lists, whatever label was
+// chosen since, on the date that is typed.
+TrainingLine TypingRow::leaving() const {
+    TrainingLine line;
+    if (lines_.W_LigneForm() != -1)
+        line = lines_.line(lines_.W_LigneForm());
+    line.date = w_.Txt_DatFormAidant.Text();
+    return line;
+}
+
+std::string TypingRow::Recherche_DifAidant() {
+    return dif_.takeOut(leaving());
 }
 
 void TypingRow::Cmd_OKForm_Click() {
@@ -136,10 +125,10 @@ void TypingRow::Cmd_OKForm_Click() {
 
     std::string given;
     if (charging) {
-        w_.Cbo_DifFormAidant.ListIndex(dif_.charge(*code) ? Yes : No);
+        w_.Cbo_DifFormAidant.ListIndex(dif_.charge(line) ? Yes : No);
         line.dif = w_.Cbo_DifFormAidant.Text();
     } else if (!underDif && !creating && W_DifAvant_ == "OUI") {
-        given = dif_.Recherche_DifAidant();
+        given = Recherche_DifAidant();
     }
     if (!creating)
         lines_.remove(lines_.W_LigneForm());
@@ -151,9 +140,9 @@ void TypingRow::Cmd_OKForm_Click() {
 void TypingRow::Cmd_SupprimerForm_Click() {
     const int line = lines_.W_LigneForm();
     if (line == -1 || !rules::confirm(world_, "Etes-vous sûr de vouloir supprimer cet article ?",
-                                      dif_.wouldGiveBack()))
+                                      dif_.wouldGiveBack(leaving())))
         return;
-    const std::string given = dif_.Recherche_DifAidant();
+    const std::string given = Recherche_DifAidant();
     lines_.remove(line);
     Effacer_Donnees();
     w_.Etq_MessageForm.Caption(given);

@@ -1,5 +1,5 @@
 // The row of fields under the table of trainings, in which one line is typed: its browse, add and
-// modify states, and the lock on the rest of the screen while a line is open.
+// modify states. What is enabled in each is the screen's affair, not the row's.
 #pragma once
 
 #include "trainings/TrainingLines.h"
@@ -12,7 +12,8 @@
 
 namespace vorandine::trainings {
 
-// What an open line asks of the rest of the screen. The control answers it.
+// What the screen must know of the line: it alone says what is enabled then, the row itself
+// included. The control answers it.
 class ScreenLock {
   public:
     ScreenLock() = default;
@@ -20,15 +21,14 @@ class ScreenLock {
     ScreenLock& operator=(const ScreenLock&) = delete;
     virtual ~ScreenLock() = default;
 
-    // Every control of the screen disabled but those of the typing row; and the way back.
-    virtual void Masquer() = 0;
-    virtual void Afficher() = 0;
-    // The tabs beside the trainings closed or open.
-    virtual void openOtherTabs(bool open) = 0;
+    // A line is open: nothing else can be reached. `stored` tells one of the table, which can be
+    // deleted, from a new one.
+    virtual void lineOpened(bool stored) = 0;
+    // None is open any more.
+    virtual void lineClosed() = 0;
 };
 
-// What the D.I.F. side does with a training. The control answers it. The training is the one in the
-// typing row, or where the lists are meant, the selected one.
+// What the D.I.F. side does with a training. The control answers it.
 class DifHours {
   public:
     DifHours() = default;
@@ -36,36 +36,36 @@ class DifHours {
     DifHours& operator=(const DifHours&) = delete;
     virtual ~DifHours() = default;
 
-    // Lets the user charge the hours typed, of a training with this code, to employers. Whether it
-    // stays under the D.I.F.
-    virtual bool charge(const std::string& code) = 0;
-    // Which employers would give back how many hours if the selected training went, as a text for
-    // the user; "" if none would.
-    [[nodiscard]] virtual std::string wouldGiveBack() = 0;
-    // Takes the selected training out of all ledgers. The same text, of what was done, and of what
-    // could not be; no error leaves it.
-    virtual std::string Recherche_DifAidant() = 0;
+    // Lets the user charge the hours of `training` to employers, on its date and under its code.
+    // Whether it stays under the D.I.F.
+    virtual bool charge(const TrainingLine& training) = 0;
+    // Which employers would give back how many hours if `training` went, as a text for the user; ""
+    // if none would. Ledgers know a training by its date and its code.
+    [[nodiscard]] virtual std::string wouldGiveBack(const TrainingLine& training) = 0;
+    // Takes `training` out of all ledgers. The same text, of what was done, and of what could not
+    // be; no error leaves it.
+    virtual std::string takeOut(const TrainingLine& training) = 0;
 };
 
 struct TypingWidgets {
-    widgets::TextBox& Txt_DatFormAidant;
-    widgets::ComboBox& Cbo_CodFormAidant;
-    widgets::TextBox& Txt_HhFormAidant;
-    widgets::TextBox& Txt_ObsFormAidant;
-    widgets::ComboBox& Cbo_DifFormAidant;
-    widgets::CommandButton& Cmd_AjouterForm;
-    widgets::CommandButton& Cmd_SupprimerForm;
-    widgets::CommandButton& Cmd_AjouterFormation;
-    widgets::CommandButton& Cmd_OKForm;
-    widgets::CommandButton& Cmd_AnnulerForm;
-    widgets::Label& Etq_MessageForm; // hours given back, until the next line is opened
+    widgets::TextBox Txt_DatFormAidant;
+    widgets::ComboBox Cbo_CodFormAidant;
+    widgets::TextBox Txt_HhFormAidant;
+    widgets::TextBox Txt_ObsFormAidant;
+    widgets::ComboBox Cbo_DifFormAidant;
+    widgets::CommandButton Cmd_AjouterForm;
+    widgets::CommandButton Cmd_SupprimerForm;
+    widgets::CommandButton Cmd_AjouterFormation;
+    widgets::CommandButton Cmd_OKForm;
+    widgets::CommandButton Cmd_AnnulerForm;
+    widgets::Label Etq_MessageForm; // hours given back, until the next line is opened
 };
 
 // Takes over the events of its fields and buttons and the double clicks of the table. All that is
 // handed over must outlive it.
 class TypingRow {
   public:
-    TypingRow(const TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
+    TypingRow(TypingWidgets& widgets, TrainingLines& lines, ScreenLock& lock, DifHours& dif,
               const records::DBARecord& F_FORMPRO, ports::DateObject& Conv_Date,
               widgets::World& world);
     TypingRow(const TypingRow&) = delete;
@@ -76,9 +76,11 @@ class TypingRow {
     void Afficher_DonneesListe();
     // Back to browsing: row empty, no line selected, screen free.
     void Effacer_Donnees();
+    // Takes the selected training, on the date typed, out of all ledgers: DifHours::takeOut.
+    std::string Recherche_DifAidant();
 
   private:
-    TypingWidgets w_;
+    TypingWidgets& w_;
     TrainingLines& lines_;
     ScreenLock& lock_;
     DifHours& dif_;
@@ -94,8 +96,7 @@ class TypingRow {
     void Cmd_SupprimerForm_Click();
     void Cmd_AnnulerForm_Click();
     [[nodiscard]] TrainingLine typed(const std::string& code) const;
-    void enableFields(bool enabled);
-    void enableButtonsOfOpenLine(bool enabled);
+    [[nodiscard]] TrainingLine leaving() const;
 };
 
 } // namespace vorandine::trainings

@@ -1,7 +1,7 @@
 // Names, the tree of controls, and what a user can reach in it.
 #include "widgets/Control.h"
 
-#include "widgets/Form.h"
+#include "widgets/Kinds.h"
 
 #include <algorithm>
 #include <utility>
@@ -27,10 +27,11 @@ std::string Control::fullName() const {
 }
 
 Form* Control::form() noexcept {
-    Control* root = this;
-    while (root->parent_ != nullptr)
-        root = root->parent_;
-    return dynamic_cast<Form*>(root);
+    return parent_ != nullptr ? parent_->form() : nullptr;
+}
+
+const Form* Control::form() const noexcept {
+    return parent_ != nullptr ? parent_->form() : nullptr;
 }
 
 bool Control::usable() const noexcept {
@@ -92,7 +93,7 @@ bool Container::shows(const Control& /*child*/) const noexcept {
 void Container::visit(const std::function<void(Control&)>& visitor) const {
     for (Control* const child : children_) {
         visitor(*child);
-        if (const auto* const container = dynamic_cast<const Container*>(child))
+        if (const auto* const container = as<Container>(child))
             container->visit(visitor);
     }
 }

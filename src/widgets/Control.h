@@ -6,12 +6,34 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace vorandine::widgets {
 
-class Container;
+class Label;
+class CommandButton;
+class OptionButton;
+class ScrollBar;
+class TextBox;
+class ComboBox;
+class ListBox;
+class Frame;
+class TabContainer;
+class UserControl;
 class Form;
+class Container;
+
+// Every kind of control there is; widgets/Kinds.h asks for it.
+template <typename... Kinds>
+struct OneOf {
+    using Pointer = std::variant<Kinds*...>;
+    using ConstPointer = std::variant<const Kinds*...>;
+};
+using AllKinds = OneOf<Label, CommandButton, OptionButton, ScrollBar, TextBox, ComboBox, ListBox,
+                       Frame, TabContainer, UserControl, Form>;
+using Kind = AllKinds::Pointer;
+using ConstKind = AllKinds::ConstPointer;
 
 // In twips, 1440 to the inch, from the parent's corner (on a tab: from the tab container's).
 struct Place {
@@ -36,6 +58,10 @@ class Control {
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
     virtual ~Control() = default;
+
+    // The control as what it is. What a host derives from a kind is of that kind.
+    [[nodiscard]] virtual Kind kind() noexcept = 0;
+    [[nodiscard]] virtual ConstKind kind() const noexcept = 0;
 
     // `index` is the number in a control array, -1 outside one.
     void identify(std::string name, int index = -1);
@@ -78,7 +104,8 @@ class Control {
     // The tab on which the control stands, -1 if its parent has none.
     [[nodiscard]] int page() const noexcept { return page_; }
     // The form at the root; null while the control stands on none.
-    [[nodiscard]] Form* form() noexcept;
+    [[nodiscard]] virtual Form* form() noexcept;
+    [[nodiscard]] virtual const Form* form() const noexcept;
 
     // Whether the control and all that it stands in are enabled and visible, on a tab in front.
     [[nodiscard]] bool usable() const noexcept;

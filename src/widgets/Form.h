@@ -16,12 +16,25 @@ namespace vorandine::widgets {
 constexpr std::int16_t NormalPointer = 0;
 constexpr std::int16_t Hourglass = 11;
 
-class Form : public Container {
+// A container without a look of its own, over which the mouse has the pointer that it is given.
+class Surface : public Container {
   public:
-    [[nodiscard]] const std::string& Caption() const noexcept { return caption_; }
-    void Caption(std::string caption) { caption_ = std::move(caption); }
     [[nodiscard]] std::int16_t MousePointer() const noexcept { return mousePointer_; }
     void MousePointer(std::int16_t pointer) noexcept { mousePointer_ = pointer; }
+
+  private:
+    std::int16_t mousePointer_ = NormalPointer;
+};
+
+class Form : public Surface {
+  public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+    [[nodiscard]] Form* form() noexcept override { return this; }
+    [[nodiscard]] const Form* form() const noexcept override { return this; }
+
+    [[nodiscard]] const std::string& Caption() const noexcept { return caption_; }
+    void Caption(std::string caption) { caption_ = std::move(caption); }
 
     // The control that has the focus; null if none, or if it can no longer be used.
     [[nodiscard]] Control* focus() const noexcept;
@@ -54,7 +67,6 @@ class Form : public Container {
     [[nodiscard]] std::vector<Control*> tabOrder() const;
 
     std::string caption_;
-    std::int16_t mousePointer_ = NormalPointer;
     Control* focus_ = nullptr;   // kept when it becomes unusable: its place in the order counts
     bool leaving_ = false;       // a leaving rule is running
     Control* claimed_ = nullptr; // to which it gave the focus
@@ -63,6 +75,9 @@ class Form : public Container {
 
 class Frame : public Container {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     [[nodiscard]] const std::string& Caption() const noexcept { return caption_; }
     void Caption(std::string caption) { caption_ = std::move(caption); }
 
@@ -72,6 +87,9 @@ class Frame : public Container {
 
 class TabContainer : public Container {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     // One tab for each caption, all open.
     void tabs(std::vector<std::string> captions);
     [[nodiscard]] const std::vector<std::string>& captions() const noexcept { return captions_; }
@@ -98,13 +116,10 @@ class TabContainer : public Container {
 };
 
 // A control made of controls, which a host places on one of its forms.
-class UserControl : public Container {
+class UserControl : public Surface {
   public:
-    [[nodiscard]] std::int16_t MousePointer() const noexcept { return mousePointer_; }
-    void MousePointer(std::int16_t pointer) noexcept { mousePointer_ = pointer; }
-
-  private:
-    std::int16_t mousePointer_ = NormalPointer;
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
 };
 
 } // namespace vorandine::widgets

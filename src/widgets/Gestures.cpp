@@ -3,6 +3,7 @@
 #include "widgets/Gestures.h"
 
 #include "text/Characters.h"
+#include "widgets/Kinds.h"
 
 #include <algorithm>
 #include <exception>
@@ -53,7 +54,7 @@ void pressAndRelease(Control& control, int button) {
     event.button = button;
     if (control.MouseDown)
         control.MouseDown(event);
-    if (auto* const list = dynamic_cast<ListBox*>(&control))
+    if (auto* const list = as<ListBox>(&control))
         list->endDrag();
 }
 
@@ -69,6 +70,10 @@ void openSelected(ListBox& list) {
         list.DblClick();
 }
 
+int stepOf(Key key) {
+    return key == Key::Up ? -1 : 1;
+}
+
 void stepList(ListBox& list, int step) {
     const int line = list.ListIndex() + step;
     if (hasLine(list, line))
@@ -81,53 +86,57 @@ void stepCombo(ComboBox& combo, int step) {
         combo.ListIndex(entry);
 }
 
-void keyOnControl(Control& control, Key key) {
-    auto* const button = dynamic_cast<CommandButton*>(&control);
-    auto* const list = dynamic_cast<ListBox*>(&control);
-    auto* const field = dynamic_cast<TextField*>(&control);
-    switch (key) {
-    case Key::Enter:
-        if (button != nullptr)
-            press(*button);
-        else if (list != nullptr)
-            openSelected(*list);
-        break;
-    case Key::Space:
-        if (button != nullptr)
-            press(*button);
-        else if (auto* const option = dynamic_cast<OptionButton*>(&control))
-            option->Value(true);
-        else if (field != nullptr && field->editable())
-            field->typeCharacter(U' ');
-        break;
-    case Key::Up:
-    case Key::Down: {
-        const int step = key == Key::Up ? -1 : 1;
-        if (list != nullptr)
-            stepList(*list, step);
-        else if (auto* const combo = dynamic_cast<ComboBox*>(&control))
-            stepCombo(*combo, step);
-        else if (auto* const bar = dynamic_cast<ScrollBar*>(&control))
-            bar->Value(bar->Value() + step);
-        break;
-    }
-    case Key::Backspace:
-        if (field != nullptr && field->editable())
-            field->pressBackspace();
-        break;
-    case Key::Delete:
-        if (field != nullptr && field->editable())
-            field->pressDelete();
-        break;
-    default:
-        break;
-    }
+// What a key means where the focus is, kind by kind.
+void onKey(CommandButton& button, Key key) {
+    if (key == Key::Enter || key == Key::Space)
+        press(button);
 }
+
+void onKey(OptionButton& option, Key key) {
+    if (key == Key::Space)
+        option.Value(true);
+}
+
+void onKey(ListBox& list, Key key) {
+    if (key == Key::Enter)
+        openSelected(list);
+    else if (key == Key::Up || key == Key::Down)
+        stepList(list, stepOf(key));
+}
+
+void onKey(ScrollBar& bar, Key key) {
+    if (key == Key::Up || key == Key::Down)
+        bar.Value(bar.Value() + stepOf(key));
+}
+
+void onKey(TextField& field, Key key) {
+    if (!field.editable())
+        return;
+    if (key == Key::Space)
+        field.typeCharacter(U' ');
+    else if (key == Key::Backspace)
+        field.pressBackspace();
+    else if (key == Key::Delete)
+        field.pressDelete();
+}
+
+void onKey(ComboBox& combo, Key key) {
+    if (key == Key::Up || key == Key::Down)
+        stepCombo(combo, stepOf(key));
+    else
+        onKey(static_cast<TextField&>(combo), key);
+}
+
+void onKey(TabContainer& /*tabs*/, Key /*key*/) {}
+// These never have the focus.
+void onKey(Label& /*label*/, Key /*key*/) {}
+void onKey(Frame& /*frame*/, Key /*key*/) {}
+void onKey(Surface& /*surface*/, Key /*key*/) {}
 
 CommandButton* escapeButton(const Form& form) {
     CommandButton* first = nullptr;
     form.visit([&](Control& control) {
-        auto* const button = dynamic_cast<CommandButton*>(&control);
+        auto* const button = as<CommandButton>(&control);
         if (button != nullptr && button->cancelRank() > 0 && button->reachable() &&
             (first == nullptr || button->cancelRank() < first->cancelRank()))
             first = button;
@@ -168,7 +177,7 @@ Outcome paste(TextField& field, std::string_view text) {
 }
 
 Outcome edit(Form& form, const std::function<void(TextField&)>& work) {
-    auto* const field = dynamic_cast<TextField*>(form.focus());
+    auto* const field = as<TextField>(form.focus());
     if (field == nullptr || !field->editable())
         return Outcome::Done;
     return guarded(&form, [&] {
@@ -191,7 +200,7 @@ Outcome pressKey(Form& form, Key key) {
         return guarded(&form, [&] {
             if (!form.moveFocus(*next))
                 return Outcome::FocusKept;
-            if (auto* const field = dynamic_cast<TextField*>(next))
+            if (auto* const field = as<TextField>(next))
                 field->caretToEnd();
             return Outcome::Done;
         });
@@ -204,7 +213,7 @@ Outcome pressKey(Form& form, Key key) {
     if (control == nullptr)
         return Outcome::Done;
     return guarded(&form, [&] {
-        keyOnControl(*control, key);
+        match(*control, [key](auto& kind) { onKey(kind, key); });
         return Outcome::Done;
     });
 }

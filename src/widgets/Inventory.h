@@ -17,13 +17,14 @@ enum Trait : unsigned {
     Notice = 64, // a label that must be noticed
 };
 
+// A row names the fields that it sets.
 struct Row {
-    const char* name;
-    int index;           // in a control array, else -1
-    const char* caption; // without the mark of the mnemonic
-    char mnemonic;       // 0: none
-    unsigned traits;     // at start; none: enabled, visible
-    int order;           // tab index
+    const char* name = "";
+    int index = -1;           // in a control array
+    const char* caption = ""; // without the mark of the mnemonic
+    char mnemonic = 0;        // 0: none
+    unsigned traits = 0;      // at start; none: enabled, visible
+    int order = 0;            // tab index
     Place place;
 };
 

@@ -28,6 +28,9 @@ struct ListColumn {
 // reading a line past the end gives "".
 class ListBox : public Control {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     [[nodiscard]] int ListCount() const noexcept { return static_cast<int>(lines_.size()); }
     [[nodiscard]] std::string List(int i) const;
     void List(int i, std::string line);

@@ -1,6 +1,8 @@
 // Option groups and the scroll bar's bounds.
 #include "widgets/Simple.h"
 
+#include "widgets/Kinds.h"
+
 #include <algorithm>
 
 namespace vorandine::widgets {
@@ -10,7 +12,7 @@ void OptionButton::Value(bool value) {
     value_ = value;
     if (value && parent() != nullptr)
         for (Control* const sibling : parent()->children())
-            if (auto* const other = dynamic_cast<OptionButton*>(sibling); other && other != this)
+            if (auto* const other = as<OptionButton>(sibling); other && other != this)
                 other->value_ = false;
     if (selected && Click)
         Click();

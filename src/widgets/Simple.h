@@ -25,6 +25,9 @@ class Captioned : public Control {
 
 class Label : public Captioned {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     [[nodiscard]] bool takesFocus() const noexcept override { return false; }
 
     // Whether its text, where it has any, must be noticed and read, in a disabled frame too.
@@ -41,6 +44,9 @@ class Label : public Captioned {
 
 class CommandButton : public Captioned {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     std::function<void()> Click;
 
     // Where Escape looks for a button to press: from 1 upward, the first that can be pressed.
@@ -55,6 +61,9 @@ class CommandButton : public Captioned {
 // The option buttons of one container exclude each other.
 class OptionButton : public Captioned {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     [[nodiscard]] bool Value() const noexcept { return value_; }
     // Selecting one deselects its neighbours, and runs Click if it was not selected before.
     void Value(bool value);
@@ -67,6 +76,9 @@ class OptionButton : public Captioned {
 // Max is free (-1 for an empty table); Value is held between 0 and Max, 0 where Max is below 0.
 class ScrollBar : public Control {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     [[nodiscard]] int Max() const noexcept { return max_; }
     void Max(int max);
     [[nodiscard]] int Value() const noexcept { return value_; }

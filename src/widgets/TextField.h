@@ -76,10 +76,17 @@ class TextField : public Control {
     void replaceSelection(std::u32string_view with);
 };
 
-class TextBox : public TextField {};
+class TextBox : public TextField {
+  public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+};
 
 class ComboBox : public TextField {
   public:
+    [[nodiscard]] Kind kind() noexcept override { return this; }
+    [[nodiscard]] ConstKind kind() const noexcept override { return this; }
+
     // A drop-down list takes no typing: its text is one of its entries or "".
     void dropDownList(bool only) noexcept { dropDownList_ = only; }
     [[nodiscard]] bool editable() const noexcept override { return !dropDownList_; }

@@ -1,6 +1,6 @@
 // The retrieval language: what each production gives, what each refusal says and where, what values
 // satisfy a condition. fuzz/fuzz_request.cpp holds the rows found against a look at every record.
-#include "ports/Database.h"
+#include "ports/Query.h"
 #include "records/RecordText.h"
 #include "store/Comparison.h"
 #include "store/Selection.h"

@@ -2,6 +2,8 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
+#include "store/Upkeep.h"
+#include "text/Error.h"
 
 #include <ostream>
 
@@ -10,10 +12,13 @@ namespace {
 
 int backup(const CommandLine& line, const Console& console) {
     const std::string path = pathOf(line.words()[1]);
+    const auto engine = openStore(line.words().front());
+    store::Upkeep* const upkeep = store::upkeepOf(*engine);
+    if (upkeep == nullptr)
+        throw Error(errors::StoreFailed,
+                    "Cette base n'est pas dans un fichier qui puisse être copié. Exportez-la.");
     Progress progress(console, "copied", "pages");
-    openStore(line.words().front())->backUp(path, [&](std::size_t pages) {
-        progress.reach(pages);
-    });
+    upkeep->backUp(path, [&](std::size_t pages) { progress.reach(pages); });
     progress.clear();
     console.out << "backed up " << line.words().front() << " to " << path << '\n';
     return Done;

@@ -22,7 +22,7 @@ void printTable(const records::DBARecord& record, const std::string& file, std::
     for (int attribute = 1; attribute <= record.DCount(); ++attribute) {
         const records::AttributeLayout* const known = records::layout(file, attribute);
         const int count = record.DCount(attribute);
-        const bool list = count > 1 || (known != nullptr && known->values == records::Values::Many);
+        const bool list = count > 1 || (known != nullptr && known->list());
         for (int v = 1; v <= count; ++v)
             table.add({records::headOf(file, attribute), list ? std::to_string(v) : "",
                        record(attribute, v), known == nullptr ? "" : std::string(known->meaning)});

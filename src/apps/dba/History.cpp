@@ -1,6 +1,7 @@
 // vorandine-dba history: what changes have made of one record, and who made them.
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
+#include "audit/history/RecordHistory.h"
 #include "audit/history/Statement.h"
 #include "exchange/RecordJson.h"
 #include "records/RecordText.h"
@@ -16,33 +17,31 @@ constexpr std::array<Option, 1> Options{{
     {"--json", "", "one JSON object a change, with version, user, before and after"},
 }};
 
-// A record as it was at one time; none where there was no record.
-using State = std::optional<std::string>;
+using audit::RecordChange;
+using audit::State;
 
 class Telling {
   public:
     Telling(std::string name, std::string key, const Console& console)
         : name_(std::move(name)), key_(std::move(key)), console_(console) {}
 
-    void tell(const std::vector<store::Version>& versions, const State& today, bool json) {
+    void tell(const std::vector<RecordChange>& changes, bool json) {
+        if (json) {
+            for (const RecordChange& change : changes)
+                printJson(change);
+            return;
+        }
         const auto statement = audit::statementFor(name_);
-        if (!json && versions.front().record) {
+        if (const State& first = changes.front().before) {
             statement->heading("as first kept");
-            statement->opening(record(versions.front().record));
+            statement->opening(record(first));
         }
-        for (std::size_t i = 0; i < versions.size(); ++i) {
-            const State& before = versions[i].record;
-            const State& after = i + 1 < versions.size() ? versions[i + 1].record : today;
-            if (json) {
-                printJson(versions[i], before, after);
-                continue;
-            }
-            statement->heading(versions[i].moment + ' ' + wordFor(before, after) +
-                               (versions[i].user.empty() ? "" : " by " + versions[i].user));
-            statement->tell(record(before), record(after));
+        for (const RecordChange& change : changes) {
+            statement->heading(change.moment + ' ' + wordFor(change.before, change.after) +
+                               (change.user.empty() ? "" : " by " + change.user));
+            statement->tell(record(change.before), record(change.after));
         }
-        if (!json)
-            statement->print(console_.out);
+        statement->print(console_.out);
     }
 
     [[nodiscard]] bool damaged() const noexcept { return damaged_; }
@@ -72,11 +71,11 @@ class Telling {
         return *before == *after ? "stored again as it was" : "changed";
     }
 
-    void printJson(const store::Version& version, const State& before, const State& after) {
+    void printJson(const RecordChange& change) {
         std::string json = "{\"version\":";
-        exchange::appendJsonText(json, version.moment);
+        exchange::appendJsonText(json, change.moment);
         json += ",\"user\":";
-        exchange::appendJsonText(json, version.user);
+        exchange::appendJsonText(json, change.user);
         const auto member = [&](const char* name, const State& state) {
             json += name;
             const records::DBARecord shown = record(state);
@@ -85,8 +84,8 @@ class Telling {
             else
                 json += "null";
         };
-        member(",\"before\":", before);
-        member(",\"after\":", after);
+        member(",\"before\":", change.before);
+        member(",\"after\":", change.after);
         console_.out << json << "}\n";
     }
 };
@@ -95,20 +94,15 @@ int history(const CommandLine& line, const Console& console) {
     const std::string& name = line.words()[1];
     const std::string& key = line.words()[2];
     store::Store store(openStore(line.words().front()));
-    store::EngineFile& file = engineFile(store.changes().engine(), name);
-    std::vector<store::Version> versions;
-    State today;
-    store.changes().engine().consistently([&] {
-        versions = store.changes().history(name, key);
-        today = file.read(key);
-    });
-    if (versions.empty()) {
+    static_cast<void>(engineFile(store.changes().engine(), name));
+    const audit::RecordHistory history = audit::historyOf(store, name, key);
+    if (history.changes.empty()) {
         console.err << "vorandine-dba: no change of '" << key << "' in " << name << " was kept"
-                    << (today ? "" : ", and there is no such record") << '\n';
+                    << (history.today ? "" : ", and there is no such record") << '\n';
         return Findings;
     }
     Telling telling(name, key, console);
-    telling.tell(versions, today, line.has("--json"));
+    telling.tell(history.changes, line.has("--json"));
     return telling.damaged() ? Findings : Done;
 }
 

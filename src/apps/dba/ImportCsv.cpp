@@ -4,13 +4,11 @@
 #include "apps/dba/Opening.h"
 #include "exchange/Csv.h"
 #include "exchange/CsvMapping.h"
-#include "text/Error.h"
+#include "exchange/TableImport.h"
 
 #include <array>
 #include <fstream>
-#include <functional>
 #include <ostream>
-#include <unordered_set>
 
 namespace vorandine::dba {
 namespace {
@@ -45,111 +43,6 @@ exchange::Encoding encodingOf(const CommandLine& line) {
     throw UsageError("--encoding takes utf-8 or windows-1252");
 }
 
-// Rows that follow each other with one key make one record: each adds a value to the lists.
-class TableImport {
-  public:
-    TableImport(ports::DBAFile& file, const exchange::CsvMapping& mapping, std::string name,
-                std::size_t width, exchange::ImportRun& run)
-        : file_(file), mapping_(mapping), name_(std::move(name)), width_(width), run_(run) {}
-
-    // Whether the row is good; what is wrong with it was told.
-    bool take(const exchange::CsvRow& row) {
-        if (row.fault)
-            return complain(row, row.faultColumn, *row.fault);
-        if (row.cells.size() != width_)
-            return complain(row, 0,
-                            "the row has " + std::to_string(row.cells.size()) + " cells, not " +
-                                std::to_string(width_));
-        if (!convertCells(row))
-            return false;
-        return stored_.front() == key_ ? add(row) : begin(row);
-    }
-
-    // Stores the record of the last rows.
-    void finish() {
-        if (!key_.empty())
-            record_.DBWrite();
-        key_.clear();
-    }
-
-  private:
-    ports::DBAFile& file_;
-    const exchange::CsvMapping& mapping_;
-    std::string name_;
-    std::size_t width_;
-    exchange::ImportRun& run_;
-    std::vector<std::string> stored_; // the row's cells as they are stored, the key first
-    std::string key_;
-    records::DBARecord record_;
-    int rows_ = 0;                         // that make the record
-    std::unordered_set<std::size_t> seen_; // hashes of keys
-
-    // Of a column from 1, or of the whole row with 0.
-    bool complain(const exchange::CsvRow& row, std::size_t column, const std::string& what) {
-        run_.complain(name_ + ":" + std::to_string(row.line) + ":" +
-                      (column > 0 ? std::to_string(column) + ":" : "") + " " + what);
-        return false;
-    }
-
-    bool complain(const exchange::CsvRow& row, const exchange::MappedColumn& column,
-                  const std::string& what) {
-        return complain(row, column.column + 1, "'" + column.head + "': " + what);
-    }
-
-    bool convertCells(const exchange::CsvRow& row) {
-        bool good = true;
-        stored_.clear();
-        for (const exchange::MappedColumn& column : mapping_.columns()) {
-            exchange::ConvertedCell cell = exchange::convert(row.cells[column.column], column.kind);
-            if (!cell.fault.empty())
-                good = complain(row, column, cell.fault);
-            stored_.push_back(std::move(cell.stored));
-        }
-        if (stored_.front().empty())
-            good = complain(row, mapping_.columns().front(), "the key is empty");
-        return good;
-    }
-
-    bool begin(const exchange::CsvRow& row) {
-        finish();
-        // The same key further down would replace what the rows here have stored.
-        if (!seen_.insert(std::hash<std::string>()(stored_.front())).second)
-            return complain(row, mapping_.columns().front(),
-                            "'" + stored_.front() +
-                                "' stands further up too: rows of one key must follow each other");
-        key_ = stored_.front();
-        record_ = existing(key_);
-        rows_ = 1;
-        for (std::size_t i = 1; i < stored_.size(); ++i)
-            record_(mapping_.columns()[i].attribute) = stored_[i];
-        return true;
-    }
-
-    bool add(const exchange::CsvRow& row) {
-        bool good = true;
-        for (std::size_t i = 1; i < stored_.size(); ++i) {
-            const exchange::MappedColumn& column = mapping_.columns()[i];
-            if (!column.list && std::as_const(record_)(column.attribute) != stored_[i])
-                good = complain(row, column,
-                                "differs from the row above of the same key, and the attribute "
-                                "has one value only");
-        }
-        if (!good)
-            return false;
-        ++rows_;
-        for (std::size_t i = 1; i < stored_.size(); ++i)
-            if (mapping_.columns()[i].list)
-                record_(mapping_.columns()[i].attribute, rows_) = stored_[i];
-        return true;
-    }
-
-    // What is not mapped stays as it is.
-    records::DBARecord existing(const std::string& key) {
-        std::optional<records::DBARecord> stored = ports::find(file_, key);
-        return stored ? *std::move(stored) : file_.NewRecord(key);
-    }
-};
-
 int importTable(const CommandLine& line, const Console& console, std::istream& in) {
     const std::string& file = line.words()[1];
     const std::string& name = line.words()[2];
@@ -157,17 +50,17 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
     if (!key || !line.has("--map"))
         throw UsageError("--key and at least one --map are needed");
     exchange::CsvReader reader(in, separatorOf(line), encodingOf(line));
-    exchange::CsvRow row;
-    if (!reader.next(row)) {
+    exchange::TableSource table{name, reader, {}, !line.has("--no-header")};
+    if (!reader.next(table.first)) {
         console.err << "vorandine-dba: " << name << " is empty, or cannot be read\n";
         return CannotRun;
     }
-    const bool heads = !line.has("--no-header");
-    if (heads && row.fault)
-        throw UsageError(name + ": the heads cannot be read: " + *row.fault);
+    if (table.heads && table.first.fault)
+        throw UsageError(name + ": the heads cannot be read: " + *table.first.fault);
     const exchange::CsvMapping mapping(file, *key, line.values("--map"),
-                                       heads ? std::optional(row.cells) : std::nullopt);
-    const std::size_t width = row.cells.size();
+                                       table.heads ? std::optional(table.first.cells)
+                                                   : std::nullopt);
+    const std::size_t width = table.first.cells.size();
     for (const exchange::MappedColumn& column : mapping.columns())
         if (column.column >= width)
             throw UsageError(name + " has " + std::to_string(width) + " columns only");
@@ -177,20 +70,10 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
                                                            : store::OpenMode::Existing));
     sign(store, line);
     static_cast<void>(engineFile(store.changes().engine(), file));
-    const auto opened = store.OpenFile(file);
     ImportReport report(line, console);
-    exchange::ImportRun run(store, report.badLines(), report.watch());
-    const auto result = run.run([&] {
-        TableImport import(*opened, mapping, name, width, run);
-        bool more = !heads || reader.next(row);
-        for (; more; more = reader.next(row))
-            if (!row.empty())
-                run.line(name, row.line, [&] { return import.take(row); });
-        if (reader.failed())
-            throw Error(errors::Unexpected, "La lecture de « " + name + " » a échoué.");
-        import.finish();
-    });
-    return report.tell(result, "row");
+    return report.tell(
+        exchange::importTable(store, file, table, mapping, report.watch(), report.badLines()),
+        "row");
 }
 
 int importCsv(const CommandLine& line, const Console& console) {

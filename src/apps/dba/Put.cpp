@@ -7,6 +7,7 @@
 #include <array>
 #include <istream>
 #include <iterator>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 namespace vorandine::dba {

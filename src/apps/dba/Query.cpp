@@ -5,6 +5,7 @@
 #include "exchange/Naming.h"
 #include "exchange/RecordJson.h"
 #include "records/Layout.h"
+#include "records/StoredFiles.h"
 #include "store/Request.h"
 #include "store/Selection.h"
 #include "text/Table.h"
@@ -76,7 +77,8 @@ store::Request parse(const std::string& query, const std::vector<int>& attribute
 void printTable(const records::DBARecord& rows, const store::Request& request, std::ostream& out) {
     std::vector<std::string> heads;
     for (const int attribute : request.wanted)
-        heads.push_back(attribute == 0 ? "KEY" : records::headOf(request.file, attribute));
+        heads.push_back(attribute == records::Key ? "KEY"
+                                                  : records::headOf(request.file, attribute));
     text::Table table(std::move(heads));
     for (int i = 1; i <= rows.DCount(); ++i) {
         std::vector<std::string> cells;

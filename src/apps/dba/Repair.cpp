@@ -2,7 +2,6 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "store/sqlite/PartFile.h"
 #include "store/sqlite/SqliteSalvage.h"
 
 #include <array>
@@ -17,23 +16,9 @@ constexpr std::array<Option, 1> Options{{
 
 int repair(const CommandLine& line, const Console& console) {
     const std::string target = pathOf(line.words()[1]);
-    store::PartFile part(target);
-    auto engine = openStore(SqliteScheme + part.path(), store::OpenMode::Create);
-    std::size_t records = 0;
-    std::size_t versions = 0;
-    std::size_t lost = 0;
     Progress progress(console, "read");
-    engine->atomically([&] {
-        lost = store::salvage(
-            pathOf(line.words().front()),
-            [&](const std::string& file, std::string_view key, std::string_view record) {
-                progress.step();
-                engine->file(file)->write(key, record);
-                ++(file == store::HistoryFile ? versions : records);
-            });
-    });
-    engine.reset();
-    part.keep();
+    const auto [records, versions, lost] =
+        store::repair(pathOf(line.words().front()), target, [&] { progress.step(); });
     progress.clear();
     if (line.has("--json"))
         console.out << "{\"records\":" << records << ",\"versions\":" << versions

@@ -2,9 +2,7 @@
 #include "apps/dba/Commands.h"
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
-#include "exchange/Exchange.h"
-#include "records/RecordText.h"
-#include "store/Changes.h"
+#include "audit/verify/Verification.h"
 #include "text/Error.h"
 
 #include <array>
@@ -17,85 +15,34 @@ constexpr std::array<Option, 1> Options{{
     {"--json", "", "the outcome as {\"records\":12,\"versions\":3,\"findings\":0}"},
 }};
 
-class Verification {
-  public:
-    Verification(store::Engine& engine, const Console& console)
-        : engine_(engine), console_(console), progress_(console, "verified") {}
-
-    void run() {
-        try {
-            for (const std::string& fault : engine_.faults())
-                find(fault);
-        } catch (const Error& error) {
-            if (error.number() != errors::Damaged)
-                throw;
-            find("the pages of the file do not hang together");
-        }
-        for (const std::string& name : engine_.files())
-            records_ += read(name, records::isPlainEntry);
-        versions_ = read(std::string(store::HistoryFile), store::isPlainVersion);
-        progress_.clear();
-    }
-
-    int tell(bool json) const {
-        if (json)
-            console_.out << "{\"records\":" << records_ << ",\"versions\":" << versions_
-                         << ",\"findings\":" << findings_ << "}\n";
-        else
-            console_.out << records_ << (records_ == 1 ? " record" : " records") << " and "
-                         << versions_ << (versions_ == 1 ? " version" : " versions")
-                         << " can be read, "
-                         << (findings_ == 0 ? "the store is sound" : "the store is damaged")
-                         << '\n';
-        return findings_ == 0 ? Done : Findings;
-    }
-
-    void find(const std::string& fault) {
-        ++findings_;
-        progress_.clear();
-        console_.err << "vorandine-dba: " << fault << '\n';
-    }
-
-  private:
-    store::Engine& engine_;
-    const Console& console_;
-    Progress progress_;
-    std::size_t records_ = 0;
-    std::size_t versions_ = 0;
-    std::size_t findings_ = 0;
-
-    // How many entries of the engine's file can be read.
-    template <class Plain>
-    std::size_t read(const std::string& name, const Plain& plain) {
-        std::size_t readable = 0;
-        store::EngineFile* const file = engine_.file(name);
-        if (file == nullptr)
-            return 0; // the history of a store of the format before, which may not be written
-        try {
-            file->scan({}, [&](std::string_view key, std::string_view content) {
-                progress_.step();
-                if (plain(key, content))
-                    ++readable;
-                else
-                    find(name + ' ' + records::shownKey(key) +
-                         " is damaged: it is no readable text");
-                return true;
-            });
-        } catch (const Error& error) {
-            if (error.number() != errors::Damaged)
-                throw;
-            find(name + " cannot be read to its end");
-        }
-        return readable;
-    }
-};
+void tell(const audit::Verified& verified, bool json, std::ostream& out) {
+    const auto& [records, versions, findings] = verified;
+    if (json)
+        out << "{\"records\":" << records << ",\"versions\":" << versions
+            << ",\"findings\":" << findings << "}\n";
+    else
+        out << records << (records == 1 ? " record" : " records") << " and " << versions
+            << (versions == 1 ? " version" : " versions") << " can be read, "
+            << (findings == 0 ? "the store is sound" : "the store is damaged") << '\n';
+}
 
 int verify(const CommandLine& line, const Console& console) {
     try {
         const auto engine = openStore(SqliteScheme + pathOf(line.words().front()));
-        Verification verification(*engine, console);
-        engine->consistently([&] { verification.run(); });
-        return verification.tell(line.has("--json"));
+        Progress progress(console, "verified");
+        audit::Verified verified;
+        engine->consistently([&] {
+            verified = audit::verify(
+                *engine,
+                [&](const std::string& fault) {
+                    progress.clear();
+                    console.err << "vorandine-dba: " << fault << '\n';
+                },
+                [&] { progress.step(); });
+        });
+        progress.clear();
+        tell(verified, line.has("--json"), console.out);
+        return verified.findings == 0 ? Done : Findings;
     } catch (const Error& error) {
         if (error.number() != errors::Damaged)
             throw;

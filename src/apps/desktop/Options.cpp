@@ -2,6 +2,7 @@
 #include "apps/desktop/Options.h"
 
 #include <cstdlib>
+#include <iterator>
 
 namespace vorandine::desktop {
 
@@ -25,45 +26,6 @@ const char* const Help =
 
 namespace {
 
-// The words one by one; an option may carry its value behind "=".
-class Words {
-  public:
-    explicit Words(const std::vector<std::string>& words) : words_(words) {}
-
-    [[nodiscard]] bool next() {
-        if (at_ == words_.size())
-            return false;
-        word_ = words_[at_++];
-        value_.reset();
-        const std::size_t equals = word_.find('=');
-        if (word_.starts_with("--") && equals != std::string::npos) {
-            value_ = word_.substr(equals + 1);
-            word_.resize(equals);
-        }
-        return true;
-    }
-    [[nodiscard]] const std::string& word() const noexcept { return word_; }
-
-    // What the option is given.
-    [[nodiscard]] std::string value() {
-        if (!value_ && at_ < words_.size())
-            value_ = words_[at_++];
-        if (!value_ || value_->empty())
-            throw UsageError("l'option " + word_ + " attend une valeur");
-        return *value_;
-    }
-    void noValue() const {
-        if (value_)
-            throw UsageError("l'option " + word_ + " n'attend pas de valeur");
-    }
-
-  private:
-    const std::vector<std::string>& words_;
-    std::size_t at_ = 0;
-    std::string word_;
-    std::optional<std::string> value_;
-};
-
 void setStore(Options& options, const std::string& url) {
     if (!options.store.empty())
         throw UsageError("une seule base peut être ouverte");
@@ -74,26 +36,38 @@ void setStore(Options& options, const std::string& url) {
 
 Options parse(const std::vector<std::string>& arguments) {
     Options options;
-    Words words(arguments);
-    while (words.next()) {
-        const std::string& word = words.word();
-        if (word == "--help" || word == "-h") {
-            words.noValue();
-            options.help = true;
-        } else if (word == "--version") {
-            words.noValue();
-            options.version = true;
-        } else if (word == "--store") {
-            setStore(options, words.value());
-        } else if (word == "--user") {
-            options.user = words.value();
-        } else if (word == "--open") {
-            options.open = words.value();
-        } else if (word.starts_with("-")) {
+    for (auto at = arguments.begin(); at != arguments.end(); ++at) {
+        const std::size_t equals = at->starts_with("--") ? at->find('=') : std::string::npos;
+        const std::string word = at->substr(0, equals);
+        const auto flag = [&](bool& option) {
+            if (equals != std::string::npos)
+                throw UsageError("l'option " + word + " n'attend pas de valeur");
+            option = true;
+        };
+        const auto value = [&] {
+            std::string given;
+            if (equals != std::string::npos)
+                given = at->substr(equals + 1);
+            else if (std::next(at) != arguments.end())
+                given = *++at;
+            if (given.empty())
+                throw UsageError("l'option " + word + " attend une valeur");
+            return given;
+        };
+        if (word == "--help" || word == "-h")
+            flag(options.help);
+        else if (word == "--version")
+            flag(options.version);
+        else if (word == "--store")
+            setStore(options, value());
+        else if (word == "--user")
+            options.user = value();
+        else if (word == "--open")
+            options.open = value();
+        else if (word.starts_with("-"))
             throw UsageError("l'option " + word + " est inconnue");
-        } else {
+        else
             setStore(options, word);
-        }
     }
     return options;
 }

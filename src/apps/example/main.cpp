@@ -6,10 +6,13 @@
 #include "components/Rights.h"
 #include "control/Ctr_Vorandine.h"
 #include "frontends/headless/HeadlessWorld.h"
+#include "records/StoredFiles.h"
 #include "store/Store.h"
 #include "text/Error.h"
 #include "widgets/Gestures.h"
+#include "widgets/Kinds.h"
 
+#include <exception>
 #include <iostream>
 #include <memory>
 
@@ -18,9 +21,10 @@ using namespace vorandine;
 namespace {
 
 void putActivity(ports::DBADatabase& database, const std::string& code, const std::string& label) {
-    records::DBARecord activity = database.OpenFile("ACTIVITES")->NewRecord(code);
-    activity(1) = label;
-    activity.DBWrite();
+    namespace activity = records::activity;
+    records::DBARecord record = database.OpenFile(activity::File)->NewRecord(code);
+    record(activity::Label) = label;
+    record.DBWrite();
 }
 
 void run() {
@@ -28,8 +32,9 @@ void run() {
         std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
     putActivity(*database, "A1", "Ménage");
     putActivity(*database, "A2", "Aide à la toilette");
-    for (const char* const table : {"DIPLOMES", "FORMPRO", "QUALIF"})
-        database->OpenFile("TABLES")->NewRecord(table).DBWrite();
+    namespace table = records::table;
+    for (const char* const key : {table::Diplomas, table::Trainings, table::Qualifications})
+        database->OpenFile(table::File)->NewRecord(key).DBWrite();
 
     // World, dates and help must outlive the control, which takes itself off the form when it goes.
     headless::HeadlessWorld world;
@@ -48,12 +53,12 @@ void run() {
     control.W_NomPrenom = "DURAND Marie";
     control.Init();
 
-    const auto& list = dynamic_cast<widgets::ListBox&>(*form.find("Lst_SectSelect"));
+    const auto& list = *widgets::as<widgets::ListBox>(form.find("Lst_SectSelect"));
     for (int line = 0; line < list.ListCount(); ++line)
         std::cout << list.List(line) << '\n';
 
     // Leaving unloads the form; a host then reads W_Sortir.
-    widgets::click(dynamic_cast<widgets::CommandButton&>(*form.find("Cmd_Retour")));
+    widgets::click(*widgets::as<widgets::CommandButton>(form.find("Cmd_Retour")));
     if (form.unloaded())
         std::cout << "W_Sortir = " << control.W_Sortir << '\n';
 }
@@ -63,7 +68,7 @@ void run() {
 int main() {
     try {
         run();
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
         return 1;
     }

@@ -4,6 +4,7 @@
 #include "components/Parameters.h"
 #include "text/Characters.h"
 #include "widgets/Gestures.h"
+#include "widgets/Kinds.h"
 
 #include <utility>
 
@@ -54,7 +55,7 @@ CaregiverForm::CaregiverForm(const HostObjects& objects, const std::string& code
 CaregiverForm::~CaregiverForm() = default;
 
 bool CaregiverForm::pressRetour() {
-    auto* const button = dynamic_cast<widgets::CommandButton*>(form_.find("Cmd_Retour"));
+    auto* const button = widgets::as<widgets::CommandButton>(form_.find("Cmd_Retour"));
     return button != nullptr && widgets::click(*button) != widgets::Outcome::Refused;
 }
 

@@ -2,6 +2,8 @@
 #include "apps/host/Caregivers.h"
 
 #include "apps/host/CaregiverForm.h"
+#include "ports/Query.h"
+#include "records/StoredFiles.h"
 #include "text/Characters.h"
 #include "text/Collation.h"
 #include "text/Error.h"
@@ -13,17 +15,19 @@
 namespace vorandine::host {
 namespace {
 
-constexpr int Name = 1; // the attribute of AIDANT and UTILISATEURS
+namespace caregiver = records::caregiver;
+namespace ledger = records::ledger;
+namespace training_file = records::training_file;
+namespace user = records::user;
 
-// Adds each key of `file` with its name, if the file has names; keys that are there stay.
-void collect(ports::DBADatabase& database, const std::string& file, bool named,
-             std::map<std::string, std::string>& into) {
-    const std::string wanted = named ? "0 " + std::to_string(Name) : "0";
-    const records::DBARecord rows = database.Select("SSELECT " + file + records::AttributeMark +
-                                                    file + records::AttributeMark + wanted);
+using Names = std::map<std::string, std::string>;
+
+// Adds each key of a file with its name, to those that are there; of rows that have no names, the
+// keys.
+void collect(const records::DBARecord& rows, Names& into) {
     const int count = rows.DCount();
     for (int row = 1; row <= count; ++row) {
-        std::string name = named ? rows(row, 2) : std::string();
+        std::string name = rows(row, 2);
         std::replace(name.begin(), name.end(), records::SubvalueMark, ' ');
         into.emplace(rows(row, 1), text::Trim(name));
     }
@@ -36,8 +40,8 @@ void collect(ports::DBADatabase& database, const std::string& file, bool named,
 } // namespace
 
 std::vector<User> users(ports::DBADatabase& database) {
-    std::map<std::string, std::string> names;
-    collect(database, "UTILISATEURS", true, names);
+    Names names;
+    collect(ports::select(database, ports::Query(user::File), {records::Key, user::Name}), names);
     std::vector<User> found;
     found.reserve(names.size());
     for (const auto& [login, name] : names)
@@ -51,9 +55,10 @@ std::vector<User> users(ports::DBADatabase& database) {
 Caregivers::Caregivers(std::shared_ptr<store::Store> store) : store_(std::move(store)) {}
 
 std::vector<Caregiver> Caregivers::all() {
-    std::map<std::string, std::string> names;
-    collect(*store_, "AIDANT", true, names);
-    collect(*store_, "FORMVORANDINE", false, names);
+    Names names;
+    collect(ports::select(*store_, ports::Query(caregiver::File), {records::Key, caregiver::Name}),
+            names);
+    collect(ports::select(*store_, ports::Query(training_file::File), {records::Key}), names);
     std::vector<Caregiver> found;
     found.reserve(names.size());
     for (auto& [code, name] : names)
@@ -63,12 +68,12 @@ std::vector<Caregiver> Caregivers::all() {
 
 std::optional<Caregiver> Caregivers::find(const std::string& code) {
     checkCode(code);
-    if (const auto record = ports::find(*store_->OpenFile("AIDANT"), code)) {
-        std::string name = (*record)(Name);
+    if (const auto record = ports::find(*store_->OpenFile(caregiver::File), code)) {
+        std::string name = (*record)(caregiver::Name);
         std::replace(name.begin(), name.end(), records::ValueMark, ' ');
         return Caregiver{code, text::Trim(name)};
     }
-    if (ports::find(*store_->OpenFile("FORMVORANDINE"), code))
+    if (ports::find(*store_->OpenFile(training_file::File), code))
         return Caregiver{code, {}};
     return std::nullopt;
 }
@@ -85,8 +90,9 @@ Caregiver Caregivers::add(std::string_view code, std::string_view name) {
     // Another program may add one too: looking and writing are one.
     store_->atomically([&] {
         requireFree(caregiver.code);
-        records::DBARecord record = store_->OpenFile("AIDANT")->NewRecord(caregiver.code);
-        record(Name) = caregiver.name;
+        records::DBARecord record =
+            store_->OpenFile(records::caregiver::File)->NewRecord(caregiver.code);
+        record(records::caregiver::Name) = caregiver.name;
         record.DBWrite();
     });
     return caregiver;
@@ -94,11 +100,12 @@ Caregiver Caregivers::add(std::string_view code, std::string_view name) {
 
 std::string Caregivers::content(const std::string& code) {
     std::string content;
-    if (const auto record = ports::find(*store_->OpenFile("FORMVORANDINE"), code))
+    if (const auto record = ports::find(*store_->OpenFile(training_file::File), code))
         content = (*record)();
-    const records::DBARecord ledgers = store_->Select(
-        "SSELECT DIFAIDANT AVEC 0 = " + ports::quoted(code + "]") + records::AttributeMark +
-        "DIFAIDANT" + records::AttributeMark + "0 1 2 3 4 5 6");
+    const records::DBARecord ledgers =
+        ports::select(*store_, ports::Query(ledger::File).with(records::Key, "=", code + "]"),
+                      {records::Key, ledger::Date, ledger::Rights, ledger::Hours, ledger::Balance,
+                       ledger::Training, ledger::Carried});
     // No text of a record ends in an attribute mark, so that the two stay apart.
     return content + records::AttributeMark + ledgers();
 }

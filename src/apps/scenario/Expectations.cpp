@@ -1,9 +1,13 @@
 // One function a form of `expect`.
 #include "apps/scenario/Expectations.h"
 
+#include "apps/scenario/LineError.h"
 #include "text/Error.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
+#include <map>
 #include <string_view>
 
 namespace vorandine::scenario {
@@ -22,6 +26,19 @@ bool isError(const std::string& line) {
     return line.rfind("error ", 0) == 0;
 }
 
+// The members of the object that ends the line, of which there is at least one.
+std::map<std::string, json> members(Words& words) {
+    const json object = words.json();
+    if (!object.is_object() || object.empty())
+        throw LineError("a JSON object with something in it must end the line: " + toText(object));
+    return object.get<std::map<std::string, json>>();
+}
+
+void note(std::vector<std::string>& failures, const std::string& whose, const Failure& failure) {
+    if (failure)
+        failures.push_back(whose + ": " + *failure);
+}
+
 std::string lastWord(Words& words, std::string_view what) {
     std::string word = words.word(what);
     words.end();
@@ -30,8 +47,32 @@ std::string lastWord(Words& words, std::string_view what) {
 
 } // namespace
 
-Failure Expectations::check(Words& words) const {
+std::vector<std::string> Expectations::check(Words& words) const {
     const std::string what = words.word("what is expected");
+    if (what == "each")
+        return checkEach(words);
+    if (words.rest().substr(0, 1) == "{" && Looking::namesControl(what))
+        return checkControl(what, words);
+    const Failure failure = checkOne(what, words);
+    return failure ? std::vector{*failure} : std::vector<std::string>();
+}
+
+std::vector<std::string> Expectations::checkControl(const std::string& name, Words& words) const {
+    std::vector<std::string> failures;
+    for (const auto& [property, expected] : members(words))
+        note(failures, property, compare(expected, looking_.look(name + "." + property)));
+    return failures;
+}
+
+std::vector<std::string> Expectations::checkEach(Words& words) const {
+    const std::string property = words.word("the property");
+    std::vector<std::string> failures;
+    for (const auto& [name, expected] : members(words))
+        note(failures, name, compare(expected, looking_.look(name + "." + property)));
+    return failures;
+}
+
+Failure Expectations::checkOne(const std::string& what, Words& words) const {
     if (what == "output")
         return checkOutput(lastWord(words, "the line"));
     if (what == "printed")

@@ -1,8 +1,11 @@
 // Records and rows as JSON, told apart at the separators of their whole text.
 #include "apps/scenario/Looking.h"
 
+#include "apps/scenario/LineError.h"
 #include "apps/scenario/Properties.h"
 #include "text/Error.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <string_view>
@@ -33,6 +36,11 @@ json array(std::string_view text, char mark) {
 }
 
 } // namespace
+
+bool Looking::namesControl(const std::string& what) {
+    return what != "Form" && what != "Focus" && what != "Detail" && what != "journal" &&
+           what.find('.') == std::string::npos;
+}
 
 json Looking::look(const std::string& what) const {
     const widgets::Form* const front = forms_.front();

@@ -4,6 +4,8 @@
 
 #include "apps/scenario/LineError.h"
 
+#include <nlohmann/json.hpp>
+
 #include <array>
 #include <map>
 #include <utility>
@@ -39,18 +41,18 @@ bool fits(Answer answer, Buttons buttons) {
 
 } // namespace
 
-Player::Player(Script script, const std::string& url, const MakeHand& makeHand,
+Player::Player(Script script, const std::string& url, const MakeFrontEnd& makeFrontEnd,
                std::ostream& output, std::ostream& failures)
     : output_(output), failures_(failures), script_(std::move(script)), stage_(url),
       looking_(forms_, stage_, detail_), expectations_(looking_, forms_, output_),
-      hand_(makeHand(callbacks())), gestures_(*hand_, forms_, output_),
-      dates_([this] { return stage_.today(); }), help_(hand_->world()),
+      frontEnd_(makeFrontEnd(callbacks())), gestures_(frontEnd_->hand(), forms_, output_),
+      dates_([this] { return stage_.today(); }), help_(frontEnd_->world()),
       rights_(std::make_shared<components::Rights>(
           [this](const std::string& key) { return stage_.rights(key); })) {}
 
 Player::~Player() {
     if (host_)
-        hand_->hide(host_->form());
+        frontEnd_->hide(host_->form());
 }
 
 headless::Callbacks Player::callbacks() {
@@ -67,7 +69,7 @@ headless::Callbacks Player::callbacks() {
 }
 
 bool Player::play() {
-    while (playLine()) {
+    while (playNext()) {
     }
     if (!stopped_)
         for (const Reply& reply : replies_)
@@ -76,10 +78,14 @@ bool Player::play() {
     return !failed_;
 }
 
-bool Player::playLine() {
+bool Player::playNext() {
     if (stopped_)
         return false;
     try {
+        if (gestures_.pending()) {
+            playStep();
+            return true;
+        }
         const std::optional<Line> line = script_.next();
         if (!line)
             return false;
@@ -95,13 +101,21 @@ bool Player::playLine() {
     return false;
 }
 
+void Player::playStep() {
+    if (const std::optional<std::string> failure = gestures_.playStep())
+        fail(here_, *failure);
+    // Inside a modal form a gesture on the host's form still runs.
+    if (host_ && !forms_.modal() && host_->form().unloaded())
+        closeHost();
+}
+
 void Player::run(const std::string& text) {
     Words words(text);
     const std::string command = words.word("the command");
-    if (gestures_.play(command, words)) {
-        // Inside a modal form a gesture on the host's form still runs.
-        if (host_ && !forms_.modal() && host_->form().unloaded())
-            closeHost();
+    if (Gestures::has(command)) {
+        if (std::optional<Words> replies = words.cutAt("->"))
+            addReplies(*replies);
+        gestures_.read(command, words);
     } else if (!stage_.run(command, words) && !runStill(command, words)) {
         look(command, words);
     }
@@ -121,10 +135,10 @@ bool Player::runStill(const std::string& command, Words& words) {
         const std::string name = words.word("the name");
         words.end();
         if (forms_.front() != nullptr)
-            hand_->capture(*forms_.front(), name);
+            frontEnd_->capture(*forms_.front(), name);
     } else if (command == "expect") {
-        if (const std::optional<std::string> failure = expectations_.check(words))
-            fail(here_, *failure);
+        for (const std::string& failure : expectations_.check(words))
+            fail(here_, failure);
     } else {
         return false;
     }
@@ -172,8 +186,8 @@ void Player::open(Words& words) {
     const auto tell = [this](const Error& error) { output_.event(errorLine(error)); };
     try {
         host_ = std::make_unique<host::CaregiverForm>(
-            host::HostObjects{hand_->world(), dates_, help_, std::make_shared<ports::DBAClient>(),
-                              stage_.database(), rights_},
+            host::HostObjects{frontEnd_->world(), dates_, help_,
+                              std::make_shared<ports::DBAClient>(), stage_.database(), rights_},
             code, name, tell);
     } catch (const Error& error) {
         tell(error);
@@ -183,13 +197,13 @@ void Player::open(Words& words) {
         return;
     }
     forms_.push(host_->form());
-    hand_->show(host_->form());
+    frontEnd_->show(host_->form());
 }
 
 void Player::closeHost() {
     const int left = host_->control().W_Sortir;
     forms_.pop();
-    hand_->hide(host_->form());
+    frontEnd_->hide(host_->form());
     host_.reset();
     output_.event("closed W_Sortir=" + std::to_string(left));
 }
@@ -227,7 +241,7 @@ Answer Player::answer(const widgets::Message& message) {
 void Player::playModal(widgets::Form& form) {
     output_.event("form " + form.Name() + " opened");
     forms_.push(form);
-    while (!form.unloaded() && playLine()) {
+    while (!form.unloaded() && playNext()) {
     }
     forms_.pop();
     if (form.unloaded()) {

@@ -4,9 +4,8 @@
 
 #include "apps/host/CaregiverForm.h"
 #include "apps/scenario/Expectations.h"
-#include "apps/scenario/FormStack.h"
+#include "apps/scenario/FrontEnd.h"
 #include "apps/scenario/Gestures.h"
-#include "apps/scenario/Hand.h"
 #include "apps/scenario/Looking.h"
 #include "apps/scenario/Output.h"
 #include "apps/scenario/Script.h"
@@ -15,6 +14,7 @@
 #include "components/Help.h"
 #include "components/Rights.h"
 #include "frontends/headless/HeadlessWorld.h"
+#include "widgets/named/FormStack.h"
 
 #include <deque>
 #include <functional>
@@ -24,15 +24,15 @@
 
 namespace vorandine::scenario {
 
-// Makes the hand of a front end, whose world asks the callbacks for what the person does.
-using MakeHand = std::function<std::unique_ptr<Hand>(headless::Callbacks callbacks)>;
+// Makes a front end, whose world asks the callbacks for what the person does.
+using MakeFrontEnd = std::function<std::unique_ptr<FrontEnd>(headless::Callbacks callbacks)>;
 
 class Player {
   public:
     // `script` is played on the store at `url`. Prints on `output`, tells failures on `failures`;
     // both must outlive the player. Throws Error if the store cannot be opened.
-    Player(Script script, const std::string& url, const MakeHand& makeHand, std::ostream& output,
-           std::ostream& failures);
+    Player(Script script, const std::string& url, const MakeFrontEnd& makeFrontEnd,
+           std::ostream& output, std::ostream& failures);
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
     ~Player();
@@ -51,11 +51,11 @@ class Player {
     std::ostream& failures_;
     Script script_;
     Stage stage_;
-    FormStack forms_;
+    widgets::FormStack forms_;
     std::string detail_; // of the last message box
     Looking looking_;
     Expectations expectations_;
-    std::unique_ptr<Hand> hand_;
+    std::unique_ptr<FrontEnd> frontEnd_;
     Gestures gestures_;
     components::DateConverter dates_;
     components::Help help_;
@@ -67,8 +67,9 @@ class Player {
     bool stopped_ = false; // at a line that could not be run
 
     [[nodiscard]] headless::Callbacks callbacks();
-    // One line; false at the end, or once stopped.
-    bool playLine();
+    // The next step of the line, or else the next line; false at the end, or once stopped.
+    bool playNext();
+    void playStep();
     void run(const std::string& text);
     bool runStill(const std::string& command, Words& words);
     void look(const std::string& command, Words& words);

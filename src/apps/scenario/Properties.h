@@ -1,9 +1,9 @@
-// What a scenario can look at: the properties of controls, by kind and name.
+// What a scenario can look at of a control: its properties by name, as JSON.
 #pragma once
 
 #include "widgets/Control.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <string>
 

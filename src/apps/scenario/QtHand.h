@@ -1,8 +1,8 @@
-// The hand that works in real windows: each gesture is made of the events that a person's mouse and
-// keyboard bring, at the place of the native widget.
+// The front end of real windows, and its hand: each gesture is made of the events that a person's
+// mouse and keyboard bring, at the place of the native widget.
 #pragma once
 
-#include "apps/scenario/Hand.h"
+#include "apps/scenario/FrontEnd.h"
 #include "frontends/headless/HeadlessWorld.h"
 #include "frontends/qt/QtWorld.h"
 
@@ -27,12 +27,13 @@ struct Stills {
 };
 
 // Needs a QApplication.
-class QtHand : public Hand {
+class QtHand : public FrontEnd, public widgets::Hand {
   public:
     // `callbacks` say what the person does, as they do for the headless world.
     QtHand(headless::Callbacks callbacks, Stills stills);
     ~QtHand() override;
 
+    [[nodiscard]] widgets::Hand& hand() override { return *this; }
     [[nodiscard]] widgets::World& world() override { return world_; }
     void show(widgets::Form& form) override;
     void hide(widgets::Form& form) override;

@@ -18,14 +18,14 @@ class RehearsalEngine::File : public store::EngineFile {
     }
 
     std::optional<std::string> write(std::string_view key, std::string_view record) override {
-        owner_.checkWrite(name_);
+        owner_.checkWrite(name_, key);
         std::optional<std::string> before = file_.write(key, record);
         note("write ", key);
         return before;
     }
 
     std::optional<std::string> erase(std::string_view key) override {
-        owner_.checkWrite(name_);
+        owner_.checkWrite(name_, key);
         std::optional<std::string> before = file_.erase(key);
         if (before)
             note("delete ", key);
@@ -55,10 +55,10 @@ RehearsalEngine::RehearsalEngine(std::shared_ptr<store::Engine> engine)
 
 RehearsalEngine::~RehearsalEngine() = default;
 
-void RehearsalEngine::checkWrite(const std::string& file) const {
+void RehearsalEngine::checkWrite(const std::string& file, std::string_view key) const {
     if (frozen_)
         throw Error(errors::StoreFailed, "Le scénario est terminé.");
-    if (failing_.writes.count(file) > 0)
+    if (failing_.writes.count(file) > 0 || failing_.keys.count({file, std::string(key)}) > 0)
         throw Error(errors::DiskFull,
                     "Écriture impossible dans le fichier " + file + " : le disque est plein.");
 }

@@ -8,6 +8,8 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vorandine::scenario {
@@ -18,9 +20,12 @@ class RehearsalEngine : public store::Engine {
     explicit RehearsalEngine(std::shared_ptr<store::Engine> engine);
     ~RehearsalEngine() override;
 
-    // From here on: writing and erasing throws Error(DiskFull), reading and scanning throws
-    // Error(Damaged), in that file.
+    // From here on: writing and erasing throws Error(DiskFull), of that key alone if one is given;
+    // reading and scanning throws Error(Damaged), in that file.
     void failWrites(const std::string& file) { failing_.writes.insert(file); }
+    void failWrites(const std::string& file, const std::string& key) {
+        failing_.keys.insert({file, key});
+    }
     void failReads(const std::string& file) { failing_.reads.insert(file); }
     void failNothing() noexcept { failing_ = {}; }
     // The scenario is over: nothing reaches the engine any more, everything throws.
@@ -38,6 +43,7 @@ class RehearsalEngine : public store::Engine {
     class File;
     struct Failing {
         std::set<std::string> writes;
+        std::set<std::pair<std::string, std::string>> keys;
         std::set<std::string> reads;
     };
 
@@ -47,7 +53,7 @@ class RehearsalEngine : public store::Engine {
     bool frozen_ = false;
     std::vector<std::string> journal_;
 
-    void checkWrite(const std::string& file) const;
+    void checkWrite(const std::string& file, std::string_view key) const;
     void checkRead(const std::string& file) const;
 };
 

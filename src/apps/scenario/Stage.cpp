@@ -6,6 +6,8 @@
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/Layout.h"
 
+#include <nlohmann/json.hpp>
+
 #include <chrono>
 #include <type_traits>
 #include <utility>
@@ -134,14 +136,19 @@ void Stage::fail(Words& words) {
     const std::string first = words.word("the file");
     const bool reads = first == "read" && !words.atEnd();
     const std::string name = reads ? words.word("the file") : first;
-    words.end();
     if (!reads && name == "none") {
+        words.end();
         rehearsal_->failNothing();
         return;
     }
+    const bool ofKey = !reads && !words.atEnd();
+    const std::string key = ofKey ? words.word("the key") : std::string();
+    words.end();
     checkFile(name);
     if (reads)
         rehearsal_->failReads(name);
+    else if (ofKey)
+        rehearsal_->failWrites(name, key);
     else
         rehearsal_->failWrites(name);
 }

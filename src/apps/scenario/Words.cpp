@@ -5,8 +5,9 @@
 #include "exchange/RecordJson.h"
 #include "text/Error.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
-#include <charconv>
 
 namespace vorandine::scenario {
 namespace {
@@ -54,27 +55,10 @@ std::string Words::word(std::string_view what) {
     return isQuoted ? parse(found).get<std::string>() : std::string(found);
 }
 
-int Words::number(std::string_view what) {
-    const std::string text = word(what);
-    int value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end)
-        throw LineError(std::string(what) + " is no whole number: " + text);
-    return value;
-}
-
 std::vector<std::string> Words::words() {
     std::vector<std::string> all;
     while (!atEnd())
         all.push_back(word({}));
-    return all;
-}
-
-std::vector<int> Words::numbers(std::string_view what) {
-    std::vector<int> all;
-    while (!atEnd())
-        all.push_back(number(what));
     return all;
 }
 
@@ -91,8 +75,23 @@ void Words::end() const {
         throw LineError("there is more on the line than the command takes: " + std::string(rest_));
 }
 
+std::optional<Words> Words::cutAt(std::string_view mark) {
+    for (Words ahead = *this; !ahead.atEnd();) {
+        const std::string_view from = ahead.rest_;
+        if (ahead.word({}) == mark && from.front() != '"') {
+            rest_.remove_suffix(from.size());
+            return ahead;
+        }
+    }
+    return std::nullopt;
+}
+
 std::string toText(const nlohmann::json& value) {
     return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+std::string toText(const std::string& text) {
+    return toText(nlohmann::json(text));
 }
 
 } // namespace vorandine::scenario

@@ -1,8 +1,9 @@
 // One line of a scenario, taken apart word by word.
 #pragma once
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,15 +20,17 @@ class Words {
     [[nodiscard]] bool atEnd() const noexcept { return rest_.empty(); }
     // The next word; `what` names it where it is missing.
     std::string word(std::string_view what);
-    // The next word as a whole number.
-    int number(std::string_view what);
     // All words that are left, which may be none.
     std::vector<std::string> words();
-    std::vector<int> numbers(std::string_view what);
     // The rest of the line as one JSON value.
     nlohmann::json json();
     // Throws unless every word was taken.
     void end() const;
+    // What is left of the line.
+    [[nodiscard]] std::string_view rest() const noexcept { return rest_; }
+    // Ends these words before the first bare word `mark`, and gives those behind it; none where it
+    // does not stand.
+    std::optional<Words> cutAt(std::string_view mark);
 
   private:
     std::string_view rest_;
@@ -38,5 +41,6 @@ class Words {
 
 // On one line, no blank after ',' and ':', characters outside ASCII as they are.
 [[nodiscard]] std::string toText(const nlohmann::json& value);
+[[nodiscard]] std::string toText(const std::string& text);
 
 } // namespace vorandine::scenario

@@ -1,5 +1,5 @@
 // vorandine-scenario: plays scenario files, as a user would work in the control.
-#include "apps/scenario/HeadlessHand.h"
+#include "apps/scenario/HeadlessFrontEnd.h"
 #include "apps/scenario/Player.h"
 #include "apps/scenario/QtHand.h"
 #include "apps/scenario/Script.h"
@@ -36,6 +36,32 @@ constexpr const char* Help =
     "  --screens         draws each capture as text on standard output (headless)\n"
     "  --help            show this text\n"
     "  --version         show the version\n"
+    "\n"
+    "Lines of a FILE, one command each; a word with blanks or quotes in it is a JSON string:\n"
+    "  # ...             a remark\n"
+    "  today DD/MM/YYYY, put FILE KEY JSON, remove FILE KEY, rights JSON, include PATH,\n"
+    "  fail FILE [KEY], fail read FILE, fail none, open CODE NAME\n"
+    "                    the stage: what stands ready, and what fails from there on\n"
+    "  focus FIELD, type FIELD TEXT, erase FIELD, paste FIELD TEXT, retype FIELD TEXT...,\n"
+    "  click CONTROL [LINE], dblclick LIST LINE, mark LIST LINE..., drag LIST CONTROL,\n"
+    "  choose COMBO TEXT, scroll BAR VALUE, tab N, key NAME..., tabs CONTROL..., rightclick "
+    "CONTROL,\n"
+    "  menu ENTRY, close\n"
+    "                    gestures. A line of several (key, tabs, retype) is one gesture to expect\n"
+    "                    printed, error and silence; it ends where one of them is refused or a\n"
+    "                    field keeps the focus. tabs expects the focus at each CONTROL in turn\n"
+    "  answer BUTTON...  what the user will press on the next messages: OK, Yes, No, Cancel; also "
+    "at\n"
+    "                    the end of a gesture: click Cmd_Retour -> No\n"
+    "  print CONTROL.PROPERTY, print Focus, print Form, print Detail, show FILE KEY,\n"
+    "  rows FILE ATTRIBUTES QUERY, journal, capture NAME.png\n"
+    "                    looking\n"
+    "  expect ...        the same (print left out) with the JSON value that it must have, and\n"
+    "                    expect CONTROL {\"PROPERTY\":JSON,...}, expect each PROPERTY "
+    "{\"CONTROL\":JSON,...},\n"
+    "                    expect enabled CONTROL..., expect disabled CONTROL..., expect output "
+    "TEXT,\n"
+    "                    expect printed TEXT, expect error, expect silence\n"
     "\n"
     "Exit status: 0 all held, 1 an expectation failed or a line could not be run,\n"
     "2 wrong arguments or an unreadable file.\n";
@@ -107,14 +133,14 @@ std::unique_ptr<QApplication> application(int& argc, char** argv) {
     return made;
 }
 
-MakeHand handMaker(const Options& options) {
-    return [options](headless::Callbacks callbacks) -> std::unique_ptr<Hand> {
+MakeFrontEnd frontEndMaker(const Options& options) {
+    return [options](headless::Callbacks callbacks) -> std::unique_ptr<FrontEnd> {
         constexpr double Percent = 100.0;
         if (options.front == "qt")
             return std::make_unique<QtHand>(std::move(callbacks),
                                             Stills{options.captures, options.zoom / Percent});
-        return std::make_unique<HeadlessHand>(std::move(callbacks),
-                                              options.screens ? &std::cout : nullptr);
+        return std::make_unique<HeadlessFrontEnd>(std::move(callbacks),
+                                                  options.screens ? &std::cout : nullptr);
     };
 }
 
@@ -140,7 +166,8 @@ int run(int argc, char** argv) {
         options.front == "qt" ? application(ownArguments, argv) : std::unique_ptr<QApplication>();
     int status = Held;
     for (Script& script : scripts) {
-        Player player(std::move(script), options.store, handMaker(options), std::cout, std::cerr);
+        Player player(std::move(script), options.store, frontEndMaker(options), std::cout,
+                      std::cerr);
         if (!player.play())
             status = Failed;
     }

@@ -86,12 +86,12 @@ void LayoutCheck::look(const Record& record) const {
         if (record(attribute.attribute).empty())
             continue;
         const int count = values(record, attribute);
-        if (attribute.countedBy != 0 && attribute.countedBy != counted) {
-            counted = attribute.countedBy;
+        if (attribute.countedBy() != 0 && attribute.countedBy() != counted) {
+            counted = attribute.countedBy();
             lines = record.count(counted);
         }
         if ((attribute.values == records::Values::One && count > 1) ||
-            (attribute.countedBy != 0 && count > lines))
+            (attribute.countedBy() != 0 && count > lines))
             lengths(record, attribute, count, lines);
     }
 }
@@ -109,12 +109,12 @@ void LayoutCheck::lengths(const Record& record, const records::AttributeLayout& 
         find(record, number, 2, at(2),
              "is one of " + std::to_string(count) + " values, where one is read",
              "leave one value in the attribute");
-    if (attribute.countedBy != 0 && count > lines)
+    if (attribute.countedBy() != 0 && count > lines)
         find(record, number, lines + 1, at(lines + 1),
              "is beyond the " + std::to_string(lines) + " values of attribute " +
-                 std::to_string(attribute.countedBy) + ", which tells how many lines there are",
+                 std::to_string(attribute.countedBy()) + ", which tells how many lines there are",
              "remove it, or give its line a value in attribute " +
-                 std::to_string(attribute.countedBy));
+                 std::to_string(attribute.countedBy()));
 }
 
 int LayoutCheck::values(const Record& record, const records::AttributeLayout& attribute) const {

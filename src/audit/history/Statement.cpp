@@ -3,8 +3,8 @@
 
 #include "audit/history/Differences.h"
 #include "components/DateConverter.h"
-#include "dif/LedgerRecord.h"
 #include "records/Layout.h"
+#include "records/StoredFiles.h"
 #include "rules/Numbers.h"
 #include "text/Characters.h"
 
@@ -13,6 +13,8 @@
 
 namespace vorandine::audit {
 namespace {
+
+namespace ledger = records::ledger;
 
 std::vector<std::string> valuesOf(const records::DBARecord& record, int attribute) {
     std::vector<std::string> values;
@@ -52,8 +54,8 @@ class ByAttributes : public Statement {
     void tell(int attribute, const std::vector<std::string>& before,
               const std::vector<std::string>& after) {
         const records::AttributeLayout* const known = records::layout(file_, attribute);
-        const bool list = before.size() > 1 || after.size() > 1 ||
-                          (known != nullptr && known->values == records::Values::Many);
+        const bool list =
+            before.size() > 1 || after.size() > 1 || (known != nullptr && known->list());
         for (const Step& step : differences(before, after)) {
             if (step.same)
                 continue;
@@ -101,7 +103,7 @@ class OfHours : public Statement {
                 add("balance", after, *step.after, old);
             }
         }
-        for (int attribute = dif::attribute::Carried;
+        for (int attribute = ledger::Carried;
              attribute <= std::max(before.DCount(), after.DCount()); ++attribute)
             if (before(attribute) != after(attribute))
                 heading("attribute " + std::to_string(attribute) + " was '" +
@@ -110,33 +112,31 @@ class OfHours : public Statement {
 
   private:
     static std::string balance(const records::DBARecord& record, std::size_t line) {
-        return hours(record(dif::attribute::Balance, static_cast<int>(line) + 1));
+        return hours(record(ledger::Balance, static_cast<int>(line) + 1));
     }
 
     // What makes a line the one it is.
     static std::vector<std::string> linesOf(const records::DBARecord& record) {
         std::vector<std::string> lines;
-        for (int i = 1; i <= record.DCount(dif::attribute::Date); ++i)
-            lines.push_back(
-                record(dif::attribute::Date, i) + ' ' + record(dif::attribute::Rights, i) + ' ' +
-                record(dif::attribute::Hours, i) + ' ' + record(dif::attribute::Training, i));
+        for (int i = 1; i <= record.DCount(ledger::Date); ++i)
+            lines.push_back(record(ledger::Date, i) + ' ' + record(ledger::Rights, i) + ' ' +
+                            record(ledger::Hours, i) + ' ' + record(ledger::Training, i));
         return lines;
     }
 
     void add(const char* word, const records::DBARecord& record, std::size_t line,
              const std::string& balanceBefore) {
         const int i = static_cast<int>(line) + 1;
-        table_.add({word, std::to_string(i), date(record(dif::attribute::Date, i)),
-                    hours(record(dif::attribute::Rights, i)),
-                    hours(record(dif::attribute::Hours, i)), record(dif::attribute::Training, i),
-                    balance(record, line), balanceBefore});
+        table_.add({word, std::to_string(i), date(record(ledger::Date, i)),
+                    hours(record(ledger::Rights, i)), hours(record(ledger::Hours, i)),
+                    record(ledger::Training, i), balance(record, line), balanceBefore});
     }
 };
 
 } // namespace
 
 std::unique_ptr<Statement> statementFor(const std::string& file) {
-    if (file == "DIFAIDANT")
+    if (file == ledger::File)
         return std::make_unique<OfHours>();
     return std::make_unique<ByAttributes>(file);
 }

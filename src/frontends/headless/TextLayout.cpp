@@ -3,9 +3,7 @@
 #include "frontends/headless/TextLayout.h"
 
 #include "text/Characters.h"
-#include "widgets/ListBox.h"
-#include "widgets/Simple.h"
-#include "widgets/TextField.h"
+#include "widgets/Kinds.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,24 +45,19 @@ struct Item {
     int lastRow = 0;
 };
 
-template <typename Kind>
-const Kind* as(const Item& item) {
-    return dynamic_cast<const Kind*>(item.control);
-}
-
 Shape shapeOf(const Control& control) {
-    if (dynamic_cast<const widgets::Frame*>(&control) != nullptr ||
-        dynamic_cast<const widgets::TabContainer*>(&control) != nullptr)
-        return Shape::Box;
-    if (dynamic_cast<const Container*>(&control) != nullptr)
-        return Shape::Bare;
-    const bool tall = control.place().height > control.place().width;
-    const auto* const label = dynamic_cast<const widgets::Label*>(&control);
-    if (dynamic_cast<const widgets::ListBox*>(&control) != nullptr ||
-        (label != nullptr && label->wraps()) ||
-        (tall && dynamic_cast<const widgets::ScrollBar*>(&control) != nullptr))
-        return Shape::Tall;
-    return Shape::Line;
+    return widgets::match(
+        control, [](const widgets::Frame&) { return Shape::Box; },
+        [](const widgets::TabContainer&) { return Shape::Box; },
+        [](const widgets::Surface&) { return Shape::Bare; },
+        [](const widgets::ListBox&) { return Shape::Tall; },
+        [](const widgets::Label& label) { return label.wraps() ? Shape::Tall : Shape::Line; },
+        [](const widgets::ScrollBar& bar) {
+            return bar.place().height > bar.place().width ? Shape::Tall : Shape::Line;
+        },
+        [](const widgets::CommandButton&) { return Shape::Line; },
+        [](const widgets::OptionButton&) { return Shape::Line; },
+        [](const widgets::TextField&) { return Shape::Line; });
 }
 
 void collect(const Container& parent, const Item& origin, int box, std::vector<Item>& items) {
@@ -73,7 +66,7 @@ void collect(const Container& parent, const Item& origin, int box, std::vector<I
         const widgets::Place& place = control.place();
         if (!control.Visible() || !parent.shows(control) || control.covered())
             continue;
-        if (const auto* const label = dynamic_cast<const widgets::Label*>(&control);
+        if (const auto* const label = widgets::as<widgets::Label>(&control);
             label != nullptr && text::Trim(label->Caption()).empty())
             continue;
         Item item;
@@ -88,7 +81,7 @@ void collect(const Container& parent, const Item& origin, int box, std::vector<I
         item.bottom = item.top + place.height;
         const int index = static_cast<int>(items.size());
         items.push_back(item);
-        if (const auto* const container = dynamic_cast<const Container*>(&control))
+        if (const auto* const container = widgets::as<Container>(&control))
             collect(*container, item, item.shape == Shape::Box ? index : box, items);
     }
 }
@@ -189,7 +182,7 @@ struct Need {
 };
 
 // Captions may run on to the right as far as nothing stands there.
-Need captionNeed(const std::vector<Item>& items, const Item& item, int margin, int formRight) {
+Need captionNeed(const std::vector<Item>& items, const Item& item, int columns, int formRight) {
     int limit = formRight;
     int border = 0;
     if (item.box >= 0) {
@@ -202,8 +195,7 @@ Need captionNeed(const std::vector<Item>& items, const Item& item, int margin, i
             limit = other.left;
             border = 0;
         }
-    const std::string caption = text::Trim(as<widgets::Captioned>(item)->Caption());
-    return {item.left, std::max(limit, item.left + 1), length(caption) + margin + 1 + border};
+    return {item.left, std::max(limit, item.left + 1), columns + 1 + border};
 }
 
 int longestLine(const widgets::ListBox& list) {
@@ -217,29 +209,35 @@ Need need(const std::vector<Item>& items, const Item& item, int formRight) {
     const auto own = [&](int text, int margin) {
         return Need{item.left, item.right, std::min(text, ShortText) + margin};
     };
-    if (const auto* const combo = as<widgets::ComboBox>(item))
-        return own(length(combo->Text()), ComboMargin);
-    if (const auto* const field = as<widgets::TextBox>(item))
-        return own(std::max({length(field->Text()), static_cast<int>(field->MaxLength()),
-                             (item.right - item.left) / WideCharacter}),
-                   FieldMargin);
-    if (const auto* const list = as<widgets::ListBox>(item))
-        return own(longestLine(*list), ListMargin);
-    if (as<widgets::CommandButton>(item) != nullptr)
-        return captionNeed(items, item, ButtonMargin, formRight);
-    if (as<widgets::OptionButton>(item) != nullptr)
-        return captionNeed(items, item, OptionMargin, formRight);
-    // Notices and texts of several lines take what room there is, and leave the rest of the form as
-    // it is.
-    if (const auto* const label = as<widgets::Label>(item))
-        return label->notice() || label->wraps() ? own(0, 0)
-                                                 : captionNeed(items, item, 0, formRight);
-    return own(0, item.shape == Shape::Box ? 2 : 1);
+    const auto ofCaption = [&](const widgets::Captioned& captioned, int margin) {
+        return captionNeed(items, item, length(text::Trim(captioned.Caption())) + margin,
+                           formRight);
+    };
+    return widgets::match(
+        *item.control,
+        [&](const widgets::ComboBox& combo) { return own(length(combo.Text()), ComboMargin); },
+        [&](const widgets::TextBox& box) {
+            return own(std::max({length(box.Text()), static_cast<int>(box.MaxLength()),
+                                 (item.right - item.left) / WideCharacter}),
+                       FieldMargin);
+        },
+        [&](const widgets::ListBox& list) { return own(longestLine(list), ListMargin); },
+        [&](const widgets::CommandButton& button) { return ofCaption(button, ButtonMargin); },
+        [&](const widgets::OptionButton& option) { return ofCaption(option, OptionMargin); },
+        // Notices and texts of several lines take what room there is, and leave the rest of the
+        // form as it is.
+        [&](const widgets::Label& label) {
+            return label.notice() || label.wraps() ? own(0, 0) : ofCaption(label, 0);
+        },
+        [&](const widgets::ScrollBar&) { return own(0, 1); },
+        [&](const widgets::Frame&) { return own(0, 2); },
+        [&](const widgets::TabContainer&) { return own(0, 2); },
+        [&](const widgets::Surface&) { return own(0, 0); });
 }
 
 // Each column of a list has room for its characters, between the bars and behind the mark.
 void columnNeeds(const Item& item, std::vector<Need>& needs) {
-    const auto* const list = as<widgets::ListBox>(item);
+    const auto* const list = widgets::as<widgets::ListBox>(item.control);
     if (list == nullptr)
         return;
     int from = item.left;
@@ -326,7 +324,7 @@ Layout layOut(const widgets::Form& form, int columns) {
              item.enabled,
              item.cut,
              {}});
-        if (const auto* const label = as<widgets::Label>(item);
+        if (const auto* const label = widgets::as<widgets::Label>(item.control);
             label != nullptr && label->notice() && item.box >= 0) {
             // Too long for its place, it begins further left.
             Cells& cells = layout.controls.back().cells;
@@ -334,7 +332,7 @@ Layout layOut(const widgets::Form& form, int columns) {
             cells.left = std::clamp(cells.right - length(label->Caption()), border + 2,
                                     std::max(cells.left, border + 2));
         }
-        if (const auto* const list = as<widgets::ListBox>(item))
+        if (const auto* const list = widgets::as<widgets::ListBox>(item.control))
             for (const widgets::ListColumn& column : list->columns()) {
                 layout.controls.back().columns.push_back(places[item.left + column.left]);
                 layout.controls.back().columns.push_back(places[item.left + column.right]);

@@ -3,9 +3,7 @@
 
 #include "frontends/headless/TextLayout.h"
 #include "text/Characters.h"
-#include "widgets/ListBox.h"
-#include "widgets/Simple.h"
-#include "widgets/TextField.h"
+#include "widgets/Kinds.h"
 
 #include <algorithm>
 #include <string_view>
@@ -73,18 +71,7 @@ class Painter {
           width_(placed.cells.right - placed.cells.left), columns_(placed.columns) {}
 
     void paint(const widgets::Control& control) {
-        if (const auto* const frame = dynamic_cast<const widgets::Frame*>(&control))
-            box(*frame);
-        else if (const auto* const tabs = dynamic_cast<const widgets::TabContainer*>(&control))
-            strip(*tabs);
-        else if (const auto* const list = dynamic_cast<const widgets::ListBox*>(&control))
-            lines(*list);
-        else if (const auto* const field = dynamic_cast<const widgets::TextField*>(&control))
-            entry(*field);
-        else if (const auto* const bar = dynamic_cast<const widgets::ScrollBar*>(&control))
-            scroll(*bar);
-        else if (const auto* const captioned = dynamic_cast<const widgets::Captioned*>(&control))
-            caption(*captioned);
+        widgets::match(control, [this](const auto& kind) { draw(kind); });
     }
 
   private:
@@ -108,14 +95,16 @@ class Painter {
         grid_.put(right, bottom, U'┘');
     }
 
-    void box(const widgets::Frame& frame) {
+    void draw(const widgets::Surface& /*surface*/) {}
+
+    void draw(const widgets::Frame& frame) {
         border();
         const std::string caption = text::Trim(frame.Caption());
         if (!caption.empty())
             grid_.write(cells_.left + 2, cells_.top, " " + caption + " ", width_ - 4);
     }
 
-    void strip(const widgets::TabContainer& tabs) {
+    void draw(const widgets::TabContainer& tabs) {
         border();
         int column = cells_.left + 2;
         for (std::size_t i = 0; i < tabs.captions().size(); ++i) {
@@ -129,8 +118,10 @@ class Painter {
         }
     }
 
-    void entry(const widgets::TextField& field) {
-        const bool combo = dynamic_cast<const widgets::ComboBox*>(&field) != nullptr;
+    void draw(const widgets::TextBox& box) { entry(box, false); }
+    void draw(const widgets::ComboBox& combo) { entry(combo, true); }
+
+    void entry(const widgets::TextField& field, bool combo) {
         const int room = width_ - (combo ? ComboMargin : FieldMargin);
         const int right = cells_.right - 1;
         grid_.fill(cells_, enabled_ && !combo ? U'.' : U' ');
@@ -141,7 +132,7 @@ class Painter {
         grid_.put(right, cells_.top, enabled_ ? U']' : U')');
     }
 
-    void lines(const widgets::ListBox& list) {
+    void draw(const widgets::ListBox& list) {
         grid_.fill(cells_, U' ');
         const char32_t side = enabled_ ? U'│' : U'┊';
         const int height = cells_.bottom - cells_.top;
@@ -183,7 +174,7 @@ class Painter {
         }
     }
 
-    void scroll(const widgets::ScrollBar& bar) {
+    void draw(const widgets::ScrollBar& bar) {
         const bool tall = cells_.bottom - cells_.top > 1;
         Cells track = cells_;
         if (tall)
@@ -204,18 +195,26 @@ class Painter {
         mark(cells - 1, tall ? U'▼' : U'►');
     }
 
-    void caption(const widgets::Captioned& captioned) {
-        std::string shown = text::Trim(captioned.Caption());
-        if (const auto* const option = dynamic_cast<const widgets::OptionButton*>(&captioned))
-            shown = (option->Value() ? "(•) " : "( ) ") + shown;
-        else if (dynamic_cast<const widgets::CommandButton*>(&captioned) != nullptr)
-            shown = (enabled_ ? "< " : "( ") + shown + (enabled_ ? " >" : " )");
-        const auto* const label = dynamic_cast<const widgets::Label*>(&captioned);
-        if (label != nullptr && label->wraps())
-            return paragraph(shown);
-        const bool notice = label != nullptr && label->notice();
-        grid_.write(cells_.left, cells_.top, shown,
-                    notice ? width_ : static_cast<int>(text::Len(shown)));
+    void draw(const widgets::OptionButton& option) {
+        caption((option.Value() ? "(•) " : "( ) ") + text::Trim(option.Caption()));
+    }
+
+    void draw(const widgets::CommandButton& button) {
+        caption((enabled_ ? "< " : "( ") + text::Trim(button.Caption()) + (enabled_ ? " >" : " )"));
+    }
+
+    void draw(const widgets::Label& label) {
+        const std::string shown = text::Trim(label.Caption());
+        if (label.wraps())
+            paragraph(shown);
+        else if (label.notice())
+            grid_.write(cells_.left, cells_.top, shown, width_);
+        else
+            caption(shown);
+    }
+
+    void caption(const std::string& shown) {
+        grid_.write(cells_.left, cells_.top, shown, static_cast<int>(text::Len(shown)));
     }
 
     // Word by word, as many to a row as it holds; the last row takes the rest.

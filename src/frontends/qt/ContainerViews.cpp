@@ -124,17 +124,12 @@ void TabsView::sync() {
             pages_[i]->setVisible(front);
 }
 
-SurfaceView::SurfaceView(widgets::Control& surface, QWidget& parent)
-    : View(surface, *new QWidget(&parent)) {}
+SurfaceView::SurfaceView(widgets::Surface& surface, QWidget& parent)
+    : View(surface, *new QWidget(&parent)), surface_(surface) {}
 
 void SurfaceView::sync() {
     View::sync();
-    std::int16_t pointer = widgets::NormalPointer;
-    if (const auto* const form = dynamic_cast<const widgets::Form*>(&control()))
-        pointer = form->MousePointer();
-    else if (const auto* const part = dynamic_cast<const widgets::UserControl*>(&control()))
-        pointer = part->MousePointer();
-    const bool waiting = pointer == widgets::Hourglass;
+    const bool waiting = surface_.MousePointer() == widgets::Hourglass;
     if (waiting == (widget().cursor().shape() == Qt::WaitCursor))
         return;
     if (waiting)

@@ -36,8 +36,11 @@ class TabsView : public View {
 
 class SurfaceView : public View {
   public:
-    SurfaceView(widgets::Control& surface, QWidget& parent);
+    SurfaceView(widgets::Surface& surface, QWidget& parent);
     void sync() override;
+
+  private:
+    widgets::Surface& surface_;
 };
 
 } // namespace vorandine::qt

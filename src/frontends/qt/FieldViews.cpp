@@ -31,10 +31,7 @@ int units(const QString& text, std::size_t characters) {
 }
 
 bool hasFocus(const widgets::Control& control) {
-    const widgets::Control* root = &control;
-    while (root->parent() != nullptr)
-        root = root->parent();
-    const auto* const form = dynamic_cast<const widgets::Form*>(root);
+    const widgets::Form* const form = control.form();
     return form != nullptr && form->focus() == &control;
 }
 

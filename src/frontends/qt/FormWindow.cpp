@@ -7,6 +7,7 @@
 #include "frontends/qt/Names.h"
 #include "frontends/qt/QtWorld.h"
 #include "frontends/qt/ScaledStyle.h"
+#include "widgets/Kinds.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -56,6 +57,14 @@ bool measures(const QWidget& part) {
            qobject_cast<const QTabBar*>(&part) != nullptr;
 }
 
+// Whether a text stands in it that is drawn paler where the control is closed.
+bool holdsText(const widgets::Control& control) {
+    return widgets::match(
+        control, [](const widgets::ListBox& list) { return list.ListCount() > 0; },
+        [](const widgets::TextField& field) { return !field.empty(); },
+        [](const widgets::Control&) { return false; });
+}
+
 } // namespace
 
 FormWindow::FormWindow(widgets::Form& form, QtWorld& world, QWidget* parent)
@@ -88,7 +97,7 @@ void FormWindow::build(widgets::Control& control, QWidget& ground) {
     views_.push_back(makeView(control, ground));
     View& made = *views_.back();
     byControl_[&control] = &made;
-    if (const auto* const container = dynamic_cast<const widgets::Container*>(&control))
+    if (const auto* const container = widgets::as<widgets::Container>(&control))
         for (widgets::Control* const child : container->children())
             build(*child, made.ground(child->page()));
 }
@@ -162,12 +171,7 @@ void FormWindow::makeClosedTextLegible() {
     if (closedText_)
         return;
     form_.visit([this](const widgets::Control& control) {
-        if (control.Enabled())
-            return;
-        if (const auto* const list = dynamic_cast<const widgets::ListBox*>(&control))
-            closedText_ = closedText_ || list->ListCount() > 0;
-        else if (const auto* const field = dynamic_cast<const widgets::TextField*>(&control))
-            closedText_ = closedText_ || !field->empty();
+        closedText_ = closedText_ || (!control.Enabled() && holdsText(control));
     });
     if (closedText_)
         setPalette(withLegibleClosedText(QApplication::palette()));

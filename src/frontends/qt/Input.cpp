@@ -6,6 +6,7 @@
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/ListView.h"
 #include "frontends/qt/QtWorld.h"
+#include "widgets/Kinds.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -62,29 +63,38 @@ View* Input::viewOf(const QObject* widget) const {
 void Input::connectSignals(View& view) {
     widgets::Control& control = view.control();
     QWidget* const native = &view.widget();
-    if (auto* const button = dynamic_cast<widgets::CommandButton*>(&control))
+    const auto onClick = [this, native](auto& button) {
         connect(static_cast<QAbstractButton*>(native), &QAbstractButton::clicked, this,
-                [this, button] { window_.gesture([&] { return widgets::click(*button); }); });
-    else if (auto* const option = dynamic_cast<widgets::OptionButton*>(&control))
-        connect(static_cast<QAbstractButton*>(native), &QAbstractButton::clicked, this,
-                [this, option] { window_.gesture([&] { return widgets::click(*option); }); });
-    else if (auto* const bar = dynamic_cast<widgets::ScrollBar*>(&control))
-        connect(static_cast<QScrollBar*>(native), &QScrollBar::valueChanged, this,
-                [this, bar](int value) {
-                    window_.gesture([&] { return widgets::scrollTo(*bar, value); });
-                });
-    else if (auto* const combo = dynamic_cast<widgets::ComboBox*>(&control))
-        connect(static_cast<QComboBox*>(native), &QComboBox::activated, this,
-                [this, combo](int entry) {
-                    const std::string text = combo->List(entry);
-                    window_.gesture([&] { return widgets::choose(*combo, text); });
-                });
-    auto* const field = dynamic_cast<widgets::TextField*>(&control);
+                [this, &button] { window_.gesture([&] { return widgets::click(button); }); });
+    };
+    widgets::match(
+        control, [&](widgets::CommandButton& button) { onClick(button); },
+        [&](widgets::OptionButton& option) { onClick(option); },
+        [&](widgets::ScrollBar& bar) {
+            connect(static_cast<QScrollBar*>(native), &QScrollBar::valueChanged, this,
+                    [this, &bar](int value) {
+                        window_.gesture([&] { return widgets::scrollTo(bar, value); });
+                    });
+        },
+        [&](widgets::ComboBox& combo) {
+            connect(static_cast<QComboBox*>(native), &QComboBox::activated, this,
+                    [this, &combo](int entry) {
+                        const std::string text = combo.List(entry);
+                        window_.gesture([&] { return widgets::choose(combo, text); });
+                    });
+            followCaret(view, combo);
+        },
+        [&](widgets::TextBox& box) { followCaret(view, box); },
+        // Their presses are caught before they arrive, or mean nothing.
+        [](widgets::ListBox&) {}, [](widgets::TabContainer&) {}, [](widgets::Label&) {},
+        [](widgets::Frame&) {}, [](widgets::Surface&) {});
+}
+
+void Input::followCaret(const View& view, widgets::TextField& field) {
     for (QWidget* const source : view.sources())
-        if (auto* const edit = dynamic_cast<FieldEdit*>(source);
-            edit != nullptr && field != nullptr)
+        if (auto* const edit = qobject_cast<FieldEdit*>(source))
             connect(edit, &FieldEdit::caretMoved, this,
-                    [edit, field] { field->select(edit->nativeAnchor(), edit->nativeCaret()); });
+                    [edit, &field] { field.select(edit->nativeAnchor(), edit->nativeCaret()); });
 }
 
 bool Input::eventFilter(QObject* watched, QEvent* event) {
@@ -125,8 +135,8 @@ bool Input::press(View& view, QMouseEvent& event) {
         return pressRight(view, event);
     if (event.button() != Qt::LeftButton)
         return true;
-    if (auto* const tabs = dynamic_cast<TabsView*>(&view))
-        return pressTab(*tabs, event);
+    if (auto* const tabs = widgets::as<widgets::TabContainer>(&control))
+        return pressTab(*tabs, view, event);
     // Labels and surfaces: the press goes no further, nor to what they stand in.
     if (!control.takesFocus())
         return true;
@@ -135,7 +145,7 @@ bool Input::press(View& view, QMouseEvent& event) {
         swallowing_ = true;
         return true;
     }
-    if (auto* const list = dynamic_cast<widgets::ListBox*>(&control))
+    if (auto* const list = widgets::as<widgets::ListBox>(&control))
         return pressLine(*list, view, event);
     return false;
 }
@@ -157,19 +167,17 @@ bool Input::pressLine(widgets::ListBox& list, View& view, const QMouseEvent& eve
     return true;
 }
 
-bool Input::pressTab(TabsView& view, const QMouseEvent& event) {
-    QTabBar& bar = view.bar();
+bool Input::pressTab(widgets::TabContainer& tabs, const View& view, const QMouseEvent& event) {
+    const QTabBar& bar = static_cast<const TabsView&>(view).bar();
     const int tab = bar.tabAt(bar.mapFromGlobal(event.globalPosition().toPoint()));
-    if (tab >= 0) {
-        auto& tabs = static_cast<widgets::TabContainer&>(view.control());
+    if (tab >= 0)
         window_.gesture([&] { return widgets::showTab(tabs, tab); });
-    }
     return true;
 }
 
 // Either button drags.
 bool Input::pressRight(View& view, const QMouseEvent& event) {
-    auto* const list = dynamic_cast<widgets::ListBox*>(&view.control());
+    auto* const list = widgets::as<widgets::ListBox>(&view.control());
     if (list != nullptr && list->MouseDown && list->reachable()) {
         pressed_ = list;
         pressedLine_ = lineAt(view, event);
@@ -210,11 +218,11 @@ void Input::dropped(widgets::ListBox& source, int line, const QMouseEvent& event
 // The wheel scrolls what it is over and changes no value in passing: above a bar it scrolls the
 // list that the bar stands at.
 bool Input::wheel(View& view, QWheelEvent& event) {
-    if (dynamic_cast<const widgets::ListBox*>(&view.control()) != nullptr)
+    if (listIn(view) != nullptr)
         return false;
-    if (dynamic_cast<const widgets::ScrollBar*>(&view.control()) != nullptr)
+    if (widgets::as<widgets::ScrollBar>(&view.control()) != nullptr)
         for (const auto& [widget, other] : views_)
-            if (auto* const list = dynamic_cast<ListView*>(other);
+            if (ListView* const list = listIn(*other);
                 list != nullptr && runsUnder(list->control(), view.control())) {
                 QCoreApplication::sendEvent(list->list().viewport(), &event);
                 break;

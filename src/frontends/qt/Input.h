@@ -18,7 +18,6 @@ class QWheelEvent;
 namespace vorandine::qt {
 
 class FormWindow;
-class TabsView;
 
 class Input : public QObject {
     Q_OBJECT
@@ -48,9 +47,10 @@ class Input : public QObject {
     bool dragShown_ = false;
 
     void connectSignals(View& view);
+    void followCaret(const View& view, widgets::TextField& field);
     bool press(View& view, QMouseEvent& event);
     bool pressLine(widgets::ListBox& list, View& view, const QMouseEvent& event);
-    bool pressTab(TabsView& view, const QMouseEvent& event);
+    bool pressTab(widgets::TabContainer& tabs, const View& view, const QMouseEvent& event);
     bool pressRight(View& view, const QMouseEvent& event);
     bool move(const QMouseEvent& event);
     bool release(const QMouseEvent& event);

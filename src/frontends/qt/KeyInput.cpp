@@ -7,6 +7,7 @@
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/ListView.h"
 #include "widgets/FormTabs.h"
+#include "widgets/Kinds.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -56,7 +57,7 @@ bool types(const QKeyEvent& event) {
 
 FieldEdit* editOf(const View& view) {
     for (QWidget* const source : view.sources())
-        if (auto* const edit = dynamic_cast<FieldEdit*>(source))
+        if (auto* const edit = qobject_cast<FieldEdit*>(source))
             return edit;
     return nullptr;
 }
@@ -71,7 +72,7 @@ bool KeyInput::press(View& view, QKeyEvent& event) {
     if (zoomKey(event) || tabKey(event))
         return true;
     widgets::Control& control = view.control();
-    if (auto* const combo = dynamic_cast<widgets::ComboBox*>(&control);
+    if (auto* const combo = widgets::as<widgets::ComboBox>(&control);
         combo != nullptr && onDropDown(view, *combo, event))
         return true;
     if (const auto key = plainKey(event.key());
@@ -80,18 +81,17 @@ bool KeyInput::press(View& view, QKeyEvent& event) {
         press(*key);
         return true;
     }
-    if (auto* const field = dynamic_cast<widgets::TextField*>(&control))
-        return onField(view, *field, event);
-    if (auto* const list = dynamic_cast<widgets::ListBox*>(&control))
-        return onList(static_cast<ListView&>(view), *list, event);
-    if (auto* const bar = dynamic_cast<widgets::ScrollBar*>(&control))
-        return onBar(*bar, event);
-    if (auto* const tabs = dynamic_cast<widgets::TabContainer*>(&control);
-        tabs != nullptr && (event.key() == Qt::Key_Left || event.key() == Qt::Key_Right)) {
-        stepTab(*tabs, event.key() == Qt::Key_Left ? -1 : 1);
-        return true;
-    }
-    return false;
+    return widgets::match(
+        control, [&](widgets::TextField& field) { return onField(view, field, event); },
+        [&](widgets::ListBox& list) {
+            return onList(static_cast<const ListView&>(view), list, event);
+        },
+        [&](widgets::ScrollBar& bar) { return onBar(bar, event); },
+        [&](widgets::TabContainer& tabs) { return onTabs(tabs, event); },
+        // The others have no keys but those above, or never have the focus.
+        [](widgets::CommandButton&) { return false; }, [](widgets::OptionButton&) { return false; },
+        [](widgets::Label&) { return false; }, [](widgets::Frame&) { return false; },
+        [](widgets::Surface&) { return false; });
 }
 
 bool KeyInput::zoomKey(const QKeyEvent& event) {
@@ -132,6 +132,13 @@ bool KeyInput::tabKey(const QKeyEvent& event) {
         return false;
     if (widgets::TabContainer* const tabs = widgets::tabsOf(window_.form()))
         stepTab(*tabs, back ? -1 : 1);
+    return true;
+}
+
+bool KeyInput::onTabs(widgets::TabContainer& tabs, const QKeyEvent& event) {
+    if (event.key() != Qt::Key_Left && event.key() != Qt::Key_Right)
+        return false;
+    stepTab(tabs, event.key() == Qt::Key_Left ? -1 : 1);
     return true;
 }
 
@@ -307,10 +314,12 @@ bool KeyInput::onBar(widgets::ScrollBar& bar, const QKeyEvent& event) {
 
 bool KeyInput::mnemonic(View& view) {
     widgets::Control& control = view.control();
-    if (auto* const button = dynamic_cast<widgets::CommandButton*>(&control))
-        window_.gesture([&] { return widgets::click(*button); });
-    else if (auto* const option = dynamic_cast<widgets::OptionButton*>(&control))
-        window_.gesture([&] { return widgets::click(*option); });
+    const auto click = [this](auto& button) {
+        window_.gesture([&] { return widgets::click(button); });
+    };
+    widgets::match(
+        control, [&](widgets::CommandButton& button) { click(button); },
+        [&](widgets::OptionButton& option) { click(option); }, [](widgets::Control&) {});
     return true;
 }
 

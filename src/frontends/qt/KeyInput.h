@@ -36,6 +36,7 @@ class KeyInput {
     bool onBar(widgets::ScrollBar& bar, const QKeyEvent& event);
     void type(const QString& text);
     void paste();
+    bool onTabs(widgets::TabContainer& tabs, const QKeyEvent& event);
     void stepTab(widgets::TabContainer& tabs, int step);
     void press(widgets::Key key);
 };

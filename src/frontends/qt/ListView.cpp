@@ -2,7 +2,7 @@
 #include "frontends/qt/ListView.h"
 
 #include "frontends/qt/LineDelegate.h"
-#include "widgets/Simple.h"
+#include "widgets/Kinds.h"
 
 #include <QHelpEvent>
 #include <QItemSelection>
@@ -169,6 +169,11 @@ void ListView::scrollWith(ListView& other) {
     QObject::connect(b, &QScrollBar::valueChanged, a, &QScrollBar::setValue);
 }
 
+ListView* listIn(View& view) {
+    const bool list = widgets::as<widgets::ListBox>(&view.control()) != nullptr;
+    return list ? &static_cast<ListView&>(view) : nullptr;
+}
+
 bool runsUnder(const widgets::Control& list, const widgets::Control& next) {
     const widgets::Place& a = list.place();
     const widgets::Place& b = next.place();
@@ -179,7 +184,7 @@ bool runsUnder(const widgets::Control& list, const widgets::Control& next) {
 void linkTables(std::span<const std::unique_ptr<View>> views) {
     std::vector<ListView*> lists;
     for (const auto& view : views)
-        if (auto* const list = dynamic_cast<ListView*>(view.get()))
+        if (ListView* const list = listIn(*view))
             lists.push_back(list);
     for (ListView* const list : lists)
         for (ListView* const next : lists)

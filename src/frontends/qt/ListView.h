@@ -63,6 +63,9 @@ class ListView : public View {
     void syncSelection(bool reread);
 };
 
+// The view of a list box; null if the view shows another kind of control.
+[[nodiscard]] ListView* listIn(View& view);
+
 // Lists of equal top and height of which one runs on under the next are the columns of one table.
 [[nodiscard]] bool runsUnder(const widgets::Control& list, const widgets::Control& next);
 void linkTables(std::span<const std::unique_ptr<View>> views);

@@ -1,8 +1,7 @@
 // Finding the label that belongs to a field from the places alone.
 #include "frontends/qt/Names.h"
 
-#include "widgets/Simple.h"
-#include "widgets/TextField.h"
+#include "widgets/Kinds.h"
 
 #include <QLabel>
 #include <QStringList>
@@ -44,7 +43,7 @@ const Label* labelBefore(const Control& control) {
             (nearest == nullptr || other.place().left > nearest->place().left))
             nearest = &other;
     });
-    return dynamic_cast<const Label*>(nearest);
+    return widgets::as<Label>(nearest);
 }
 
 // All labels of the nearest row above that has some over the control.
@@ -52,7 +51,7 @@ std::vector<const Label*> labelsAbove(const Control& control) {
     const Place& own = control.place();
     std::vector<const Label*> above;
     siblings(control, [&](const Control& other) {
-        const auto* const label = dynamic_cast<const Label*>(&other);
+        const auto* const label = widgets::as<Label>(&other);
         // A notice tells of what happened, not of what stands below it.
         if (label == nullptr || label->notice() || !columnsMeet(own, label->place()) ||
             label->place().top + label->place().height > own.top)
@@ -79,9 +78,9 @@ QString surroundings(const Control& control) {
     int page = control.page();
     for (const widgets::Container* around = control.parent(); around != nullptr;
          page = around->page(), around = around->parent()) {
-        if (const auto* const frame = dynamic_cast<const widgets::Frame*>(around))
+        if (const auto* const frame = widgets::as<widgets::Frame>(around))
             return bare(frame->Caption());
-        const auto* const tabs = dynamic_cast<const widgets::TabContainer*>(around);
+        const auto* const tabs = widgets::as<widgets::TabContainer>(around);
         if (tabs != nullptr && page >= 0 && page < static_cast<int>(tabs->captions().size()))
             return bare(tabs->captions()[static_cast<std::size_t>(page)]);
     }
@@ -117,12 +116,12 @@ void makeBuddy(std::span<const std::unique_ptr<View>> views, View& combo) {
 void nameForAssistance(std::span<const std::unique_ptr<View>> views) {
     for (const auto& view : views) {
         const Control& control = view->control();
-        if (!control.takesFocus() || dynamic_cast<const widgets::Captioned*>(&control) != nullptr)
+        if (!control.takesFocus() || widgets::as<widgets::Captioned>(&control) != nullptr)
             continue;
         const QString name = nameOf(control);
         for (QWidget* const source : view->sources())
             source->setAccessibleName(name);
-        if (dynamic_cast<const widgets::ComboBox*>(&control) != nullptr)
+        if (widgets::as<widgets::ComboBox>(&control) != nullptr)
             makeBuddy(views, *view);
     }
 }

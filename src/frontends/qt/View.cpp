@@ -5,6 +5,7 @@
 #include "frontends/qt/FieldViews.h"
 #include "frontends/qt/ListView.h"
 #include "frontends/qt/SimpleViews.h"
+#include "widgets/Kinds.h"
 
 namespace vorandine::qt {
 
@@ -26,26 +27,28 @@ void View::sync() {
         widget_.setVisible(visible);
 }
 
+namespace {
+
+template <typename Kind, typename ViewOfKind>
+auto shownBy(QWidget& parent) {
+    return [&parent](Kind& control) -> std::unique_ptr<View> {
+        return std::make_unique<ViewOfKind>(control, parent);
+    };
+}
+
+} // namespace
+
 std::unique_ptr<View> makeView(widgets::Control& control, QWidget& parent) {
-    if (auto* const label = dynamic_cast<widgets::Label*>(&control))
-        return std::make_unique<LabelView>(*label, parent);
-    if (auto* const button = dynamic_cast<widgets::CommandButton*>(&control))
-        return std::make_unique<ButtonView>(*button, parent);
-    if (auto* const option = dynamic_cast<widgets::OptionButton*>(&control))
-        return std::make_unique<OptionView>(*option, parent);
-    if (auto* const frame = dynamic_cast<widgets::Frame*>(&control))
-        return std::make_unique<FrameView>(*frame, parent);
-    if (auto* const box = dynamic_cast<widgets::TextBox*>(&control))
-        return std::make_unique<TextBoxView>(*box, parent);
-    if (auto* const combo = dynamic_cast<widgets::ComboBox*>(&control))
-        return std::make_unique<ComboView>(*combo, parent);
-    if (auto* const list = dynamic_cast<widgets::ListBox*>(&control))
-        return std::make_unique<ListView>(*list, parent);
-    if (auto* const bar = dynamic_cast<widgets::ScrollBar*>(&control))
-        return std::make_unique<BarView>(*bar, parent);
-    if (auto* const tabs = dynamic_cast<widgets::TabContainer*>(&control))
-        return std::make_unique<TabsView>(*tabs, parent);
-    return std::make_unique<SurfaceView>(control, parent);
+    return widgets::match(control, shownBy<widgets::Label, LabelView>(parent),
+                          shownBy<widgets::CommandButton, ButtonView>(parent),
+                          shownBy<widgets::OptionButton, OptionView>(parent),
+                          shownBy<widgets::ScrollBar, BarView>(parent),
+                          shownBy<widgets::TextBox, TextBoxView>(parent),
+                          shownBy<widgets::ComboBox, ComboView>(parent),
+                          shownBy<widgets::ListBox, ListView>(parent),
+                          shownBy<widgets::Frame, FrameView>(parent),
+                          shownBy<widgets::TabContainer, TabsView>(parent),
+                          shownBy<widgets::Surface, SurfaceView>(parent));
 }
 
 } // namespace vorandine::qt

@@ -13,6 +13,7 @@ class MemoryEngine::File : public EngineFile {
     explicit File(MemoryEngine& engine) : engine_(engine) {}
 
     std::optional<std::string> read(std::string_view key) override {
+        engine_.requireNoScan();
         const auto at = records_.find(key);
         if (at == records_.end())
             return std::nullopt;
@@ -20,6 +21,7 @@ class MemoryEngine::File : public EngineFile {
     }
 
     std::optional<std::string> write(std::string_view key, std::string_view record) override {
+        engine_.requireNoScan();
         std::string copy(record);
         const auto at = records_.find(key);
         Undo* const step = remember(key);
@@ -35,6 +37,7 @@ class MemoryEngine::File : public EngineFile {
     }
 
     std::optional<std::string> erase(std::string_view key) override {
+        engine_.requireNoScan();
         const auto at = records_.find(key);
         if (at == records_.end())
             return std::nullopt;
@@ -47,6 +50,7 @@ class MemoryEngine::File : public EngineFile {
     }
 
     void scan(const KeyRange& range, const Visitor& visit) override {
+        const Scan scan(engine_);
         for (auto at = records_.lower_bound(range.from); at != records_.end(); ++at) {
             if (range.to && at->first >= *range.to)
                 break;
@@ -56,6 +60,21 @@ class MemoryEngine::File : public EngineFile {
     }
 
   private:
+    // Ends the scan, however its visitor leaves it.
+    class Scan {
+      public:
+        explicit Scan(MemoryEngine& engine) : engine_(engine) {
+            engine.requireNoScan();
+            engine.scanning_ = true;
+        }
+        Scan(const Scan&) = delete;
+        Scan& operator=(const Scan&) = delete;
+        ~Scan() { engine_.scanning_ = false; }
+
+      private:
+        MemoryEngine& engine_;
+    };
+
     MemoryEngine& engine_;
     Records records_;
 
@@ -90,7 +109,14 @@ std::vector<std::string> MemoryEngine::files() {
     return names;
 }
 
+// It could be done here; engines that cannot are held to be worked with all the same.
+void MemoryEngine::requireNoScan() const {
+    if (scanning_)
+        throw Error(errors::StoreFailed, "Cette base est en cours de lecture.");
+}
+
 void MemoryEngine::atomically(const std::function<void()>& work) {
+    requireNoScan();
     if (transaction_)
         throw Error(errors::StoreFailed, "Une transaction est déjà en cours dans cette base.");
     transaction_ = true;

@@ -35,7 +35,10 @@ class MemoryEngine : public Engine {
     std::map<std::string, std::unique_ptr<File>> files_;
     std::vector<Undo> journal_;
     bool transaction_ = false;
+    bool scanning_ = false;
 
+    // Throws Error(StoreFailed) where a visitor is being called.
+    void requireNoScan() const;
     void rollBack() noexcept;
 };
 

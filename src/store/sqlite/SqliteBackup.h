@@ -1,14 +1,14 @@
 // A copy of an SQLite store made while programs go on using it.
 #pragma once
 
-#include "store/Engine.h"
+#include "store/Upkeep.h"
 #include "store/sqlite/SqliteDatabase.h"
 
 #include <string>
 
 namespace vorandine::store {
 
-// Copies the file of `from` as Engine::backUp tells. The copy grows as a PartFile. Writers get
+// Copies the file of `from` as Upkeep::backUp tells. The copy grows as a PartFile. Writers get
 // their turn between two steps; a write by another program makes the copy begin anew, and after
 // some of those it is made in one go, which writers wait for.
 void backUp(SqliteDatabase& from, const std::string& path, const CopyStep& step);

@@ -204,6 +204,13 @@ SqliteStatement::~SqliteStatement() {
     sqlite3_finalize(handle_);
 }
 
+SqliteStatement::Run::Run(SqliteStatement& statement) : statement_(statement) {
+    const SqliteDatabase& database = statement.database_;
+    if (database.visit_ != nullptr)
+        throw Error(errors::StoreFailed,
+                    "La base « " + database.path() + " » est en cours de lecture.");
+}
+
 SqliteStatement::Run::~Run() {
     sqlite3_reset(statement_.handle_);
 }
@@ -240,10 +247,9 @@ std::int64_t SqliteStatement::Run::number(int column) const noexcept {
 
 void SqliteStatement::Run::visitAll(const SqliteDatabase::Visitor& visitor) {
     SqliteDatabase::Visit visit{visitor, false, nullptr};
-    // A visitor may run a statement with a visitor of its own.
-    SqliteDatabase::Visit* const outer = std::exchange(statement_.database_.visit_, &visit);
+    statement_.database_.visit_ = &visit;
     const int code = sqlite3_step(statement_.handle_);
-    statement_.database_.visit_ = outer;
+    statement_.database_.visit_ = nullptr;
     if (visit.thrown)
         std::rethrow_exception(visit.thrown);
     if (code != SQLITE_DONE && !visit.ended)

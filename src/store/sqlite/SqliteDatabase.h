@@ -74,7 +74,8 @@ class SqliteStatement {
     // it comes, gives the locks back and makes the statement ready for the next run.
     class Run {
       public:
-        explicit Run(SqliteStatement& statement) noexcept : statement_(statement) {}
+        // Throws Error(StoreFailed) where a visitor is being called.
+        explicit Run(SqliteStatement& statement);
         Run(const Run&) = delete;
         Run& operator=(const Run&) = delete;
         ~Run();

@@ -4,6 +4,7 @@
 
 #include "store/Engine.h"
 #include "store/Store.h"
+#include "store/Upkeep.h"
 #include "store/sqlite/SqliteDatabase.h"
 
 #include <chrono>
@@ -14,7 +15,7 @@ namespace vorandine::store {
 // How long a lock held by another process is waited for before Error(Locked).
 constexpr std::chrono::milliseconds SqlitePatience{5000};
 
-class SqliteEngine : public Engine {
+class SqliteEngine : public Engine, public Upkeep {
   public:
     // Opens or makes the store at `path`; throws as openEngine does. A store is made in one
     // transaction: interrupted, it leaves at most an empty file, which OpenMode::Create takes for

@@ -4,12 +4,14 @@
 
 #include "records/RecordText.h"
 #include "store/Changes.h"
+#include "store/sqlite/PartFile.h"
 #include "store/sqlite/SqliteDatabase.h"
 #include "store/sqlite/SqliteEngine.h"
 #include "store/sqlite/SqliteLayout.h"
 #include "store/sqlite/SqlitePages.h"
 
 #include <map>
+#include <memory>
 
 namespace vorandine::store {
 namespace {
@@ -54,6 +56,24 @@ std::size_t salvage(const std::string& path, const SalvageVisitor& take) {
     }
     database.rollBack(); // nothing was written
     return lost + pages.lost();
+}
+
+Repaired repair(const std::string& path, const std::string& target,
+                const std::function<void()>& step) {
+    PartFile part(target);
+    std::unique_ptr<Engine> engine = openEngine("sqlite:" + part.path(), OpenMode::Create);
+    Repaired repaired;
+    engine->atomically([&] {
+        repaired.lost = salvage(
+            path, [&](const std::string& file, std::string_view key, std::string_view record) {
+                step();
+                engine->file(file)->write(key, record);
+                ++(file == HistoryFile ? repaired.versions : repaired.records);
+            });
+    });
+    engine.reset();
+    part.keep();
+    return repaired;
 }
 
 } // namespace vorandine::store

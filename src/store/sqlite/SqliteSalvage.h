@@ -19,4 +19,16 @@ using SalvageVisitor =
 // where the first page is lost, which says so, it cannot be told from another program's.
 [[nodiscard]] std::size_t salvage(const std::string& path, const SalvageVisitor& take);
 
+struct Repaired {
+    std::size_t records = 0;  // that were saved
+    std::size_t versions = 0; // of the history, likewise
+    std::size_t lost = 0;     // as salvage gives it
+};
+
+// Makes a new store at `target` of what can be read of the one at `path`, which stays as it is;
+// `step` is called for each entry. Throws as salvage, Error(StoreExists) where there is something
+// at `target`, and what writing throws; after a failure there is nothing at `target`.
+[[nodiscard]] Repaired repair(const std::string& path, const std::string& target,
+                              const std::function<void()>& step);
+
 } // namespace vorandine::store
