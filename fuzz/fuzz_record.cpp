@@ -54,26 +54,18 @@ std::string wholeOf(const Table& table) {
 enum class Step { SetValue, Append, Insert, SetAttribute, Delete, Whole, Last = Whole };
 
 void doStep(records::DBARecord& record, Step step, int a, int v, const std::string& text) {
-    switch (step) {
-    case Step::SetValue:
+    if (step == Step::SetValue)
         record(a, v) = text;
-        break;
-    case Step::Append:
+    else if (step == Step::Append)
         record(a, -1) = text;
-        break;
-    case Step::Insert:
+    else if (step == Step::Insert)
         record.Insert(a, v) = text;
-        break;
-    case Step::SetAttribute:
+    else if (step == Step::SetAttribute)
         record(a) = text;
-        break;
-    case Step::Delete:
+    else if (step == Step::Delete)
         record.Delete(a, v);
-        break;
-    case Step::Whole:
+    else
         record() = text;
-        break;
-    }
 }
 
 // What is refused of the step: the error's number, none if it must be done.

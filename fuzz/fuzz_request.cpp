@@ -73,19 +73,8 @@ struct Stored {
     }
 };
 
-const char* sign(store::Operator op) {
-    switch (op) {
-    case store::Operator::Equal:
-        return " = ";
-    case store::Operator::NotEqual:
-        return " <> ";
-    case store::Operator::AtLeast:
-        return " >= ";
-    case store::Operator::AtMost:
-        return " <= ";
-    }
-    return "";
-}
+// By store::Operator.
+constexpr const char* Signs[] = {" = ", " <> ", " >= ", " <= "};
 
 std::string written(const store::Request& request) {
     std::string text = "SSELECT " + request.file;
@@ -96,7 +85,7 @@ std::string written(const store::Request& request) {
         bool first = true;
         for (const store::Alternative& one : condition.alternatives) {
             hold(first || one.op == store::Operator::Equal, "OR goes with = alone");
-            text += first ? sign(one.op) : " OR = ";
+            text += first ? Signs[static_cast<std::size_t>(one.op)] : " OR = ";
             text += ports::quoted(one.value + (one.beginsWith ? "]" : ""));
             first = false;
         }

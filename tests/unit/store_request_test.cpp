@@ -3,7 +3,6 @@
 #include "ports/Query.h"
 #include "records/RecordText.h"
 #include "store/Comparison.h"
-#include "store/Selection.h"
 #include "store/Store.h"
 #include "store/memory/MemoryEngine.h"
 #include "store_support.h"
@@ -148,20 +147,6 @@ TEST(StoreRequest, ValuesCompareAsNumbersOrAsTexts) {
         const auto order = compareValues(a, b);
         EXPECT_STREQ(order < 0 ? "<" : order > 0 ? ">" : "=", sign) << a << " " << b;
         EXPECT_EQ(compareValues(b, a), 0 <=> order) << a << " " << b;
-    }
-}
-
-// A range that is too wide costs time alone, which nothing else shows.
-TEST(StoreRequest, KeysAreSelectedByRange) {
-    const char* const cases[][2] = {{"0 = \"é]\"", "é..ê"},
-                                    {"0 <> \"A1]\"", "..*"},
-                                    {"0 = \"B]\" OR = \"A]\"", "A..C"},
-                                    {"0 >= \"B\" OR = \"A]\"", "..*"},
-                                    {"0 = \"AB]\" AND AVEC 0 = \"A]\"", "AB..AC"}};
-    for (const auto& [conditions, range] : cases) {
-        const KeyRange keys =
-            keyRange(parsed(std::string("SSELECT TABLES AVEC ") + conditions, "TABLES", "0"));
-        EXPECT_EQ(keys.from + ".." + keys.to.value_or("*"), range) << conditions;
     }
 }
 
