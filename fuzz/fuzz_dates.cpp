@@ -2,7 +2,6 @@
 // An input is the current year, a day in numbers, and a text.
 #include "Property.h"
 #include "components/DateConverter.h"
-#include "rules/FieldRules.h"
 
 #include <algorithm>
 #include <array>
@@ -100,22 +99,6 @@ void checkDay(components::DateConverter& dates, int day, int month, int year) {
          "a day is stored where it exists");
 }
 
-// The field in which the text is typed key by key: what it is left with can be stored, or the user
-// is told.
-void checkField(components::DateConverter& dates, std::string_view text) {
-    static Told world;
-    widgets::TextBox field;
-    rules::dateRule(field, dates, world, "Date");
-    for (const char32_t character : text::Decode(text))
-        field.typeCharacter(character);
-    world.boxes = 0;
-    field.LostFocus();
-    const std::string left = field.Text();
-    hold(world.boxes == (left.empty() || !dates.Date_Stockee(left).empty() ? 0 : 1),
-         "a field is left with a date, or with a message");
-    hold(left.find_first_not_of("0123456789/") == std::string::npos, "keys are digits or slashes");
-}
-
 } // namespace
 
 void check(Input input) {
@@ -130,7 +113,6 @@ void check(Input input) {
                                    : (high << 8 | low) % 10000;
     checkDay(dates, day, month, year);
     checkText(dates, std::string(input.rest()));
-    checkField(dates, input.rest());
 }
 
 } // namespace vorandine::fuzz

@@ -199,10 +199,10 @@ class Disk {
             return (real(file)->pMethods->*Method)(real(file), given...);
         }
 
-        static int read(sqlite3_file* file, void* to, int amount, sqlite3_int64 at) {
-            if (disk->dead())
-                return refused(SQLITE_IOERR_READ);
-            return real(file)->pMethods->xRead(real(file), to, amount, at);
+        // What the platform does, unless the power is gone.
+        template <auto Method, int Code, typename... Given>
+        static int alive(sqlite3_file* file, Given... given) {
+            return disk->dead() ? refused(Code) : pass<Method>(file, given...);
         }
 
         static int write(sqlite3_file* file, const void* from, int amount, sqlite3_int64 at) {
@@ -277,22 +277,16 @@ class Disk {
             return platform->xAccess(platform, path, flags, result);
         }
 
-        static int size(sqlite3_file* file, sqlite3_int64* result) {
-            if (disk->dead())
-                return refused(SQLITE_IOERR_FSTAT);
-            return real(file)->pMethods->xFileSize(real(file), result);
-        }
-
         static const sqlite3_io_methods& methods() {
             static const sqlite3_io_methods all = [] {
                 sqlite3_io_methods set{};
                 set.iVersion = 1; // no shared memory: the store has no use for it
                 set.xClose = pass<&sqlite3_io_methods::xClose>;
-                set.xRead = read;
+                set.xRead = alive<&sqlite3_io_methods::xRead, SQLITE_IOERR_READ>;
                 set.xWrite = write;
                 set.xTruncate = truncate;
                 set.xSync = sync;
-                set.xFileSize = size;
+                set.xFileSize = alive<&sqlite3_io_methods::xFileSize, SQLITE_IOERR_FSTAT>;
                 set.xLock = pass<&sqlite3_io_methods::xLock>;
                 set.xUnlock = pass<&sqlite3_io_methods::xUnlock>;
                 set.xCheckReservedLock = pass<&sqlite3_io_methods::xCheckReservedLock>;

@@ -59,7 +59,7 @@ TEST_F(Check, HoldsEveryValueAgainstItsLayout) {
     EXPECT_EQ(done({"check", url}), "0 findings\n");
     const std::vector<std::vector<std::string>> cases{
         {"FORMVORANDINE", R"({"5":"20060612","6":"MAN","7":["0","750"]})", "7/2 750: is beyond"},
-        {"FORMVORANDINE", R"({"5":["20050301","","20060612"]})", "5/3 20060612: is later than"},
+        {"FORMVORANDINE", R"({"5":["20060612","","20050301"]})", "5/3 20050301: is later than"},
         {"FORMVORANDINE", R"({"5":"20060231"})", "5/1 20060231: is no date"},
         {"FORMVORANDINE", R"({"5":["2006","20060228"]})", "5/1 2006: is no date"},
         {"FORMVORANDINE", R"({"5":"20060228","7":"7,50"})", "7/1 7,50: is no whole number"},
@@ -83,8 +83,8 @@ TEST_F(Check, HoldsEveryValueAgainstItsLayout) {
 TEST_F(Check, RecomputesLedgersAndHoldsThemAgainstTrainings) {
     importSound();
     expectOne("FORMVORANDINE", "90001", // of the same code, on another day
-              R"({"5":["20060612","20050612"],"6":["HYG","HYG"],"14":["1","1"]})",
-              "6/2 HYG: counts for the D.I.F. (OUI), but");
+              R"({"5":["20070612","20060612"],"6":["HYG","HYG"],"14":["1","1"]})",
+              "6/1 HYG: counts for the D.I.F. (OUI), but");
     const std::string hygiene = R"("1":["20051231","20060612"],"3":["","750"],"5":["","HYG"],)";
     const auto ledger = [&](const std::string& rest) { return "{" + hygiene + rest + "}"; };
     expectOne("DIFAIDANT", "90001PSD", ledger(R"("2":["2000",""],"4":["2000","1500"])"),

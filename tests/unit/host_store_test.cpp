@@ -42,27 +42,10 @@ TEST_F(HostStore, ListsThoseOfAidantAndThoseWhoHaveATrainingFileAlone) {
     put("UTILISATEURS", "a", "ZOLA Émile");
     put("UTILISATEURS", "b", "");
     put("UTILISATEURS", "c", "Éluard");
-    put("UTILISATEURS", "d", "ESSAI");
     std::string logins;
     for (const User& user : users(*store))
         logins += user.login + "=" + user.name + ";";
-    EXPECT_EQ(logins, "b=b;c=Éluard;d=ESSAI;a=ZOLA Émile;");
-}
-
-TEST_F(HostStore, ContentChangesWithTheTrainingFileAndTheLedgersAlone) {
-    std::string content = caregivers.content("00012");
-    const auto changes = [&] {
-        return std::exchange(content, caregivers.content("00012")) != content;
-    };
-    put("FORMVORANDINE", "00012", "D");
-    EXPECT_TRUE(changes());
-    put("DIFAIDANT", "00012PSD", "20060615^7");
-    EXPECT_TRUE(changes());
-    put("DIFAIDANT", "00012PSD", "20060615^8");
-    EXPECT_TRUE(changes());
-    put("AIDANT", "00012", "DURAND Marie");
-    put("DIFAIDANT", "00013PSD", "20060615^7");
-    EXPECT_FALSE(changes());
+    EXPECT_EQ(logins, "b=b;c=Éluard;a=ZOLA Émile;");
 }
 
 TEST_F(HostStore, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {

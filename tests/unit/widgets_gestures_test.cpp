@@ -69,6 +69,9 @@ TEST_F(Gestures, SeveralLinesAreSelectedAsInEverySuchList) {
     EXPECT_EQ(log + selected(), "open3 bd ");
     list.RemoveItem(0);
     EXPECT_EQ(selected(), "bd ");
+    EXPECT_EQ(mark(list, {}), Outcome::Done);
+    pressKey(form, Key::Enter); // opens no line that is not selected
+    EXPECT_EQ(log, "open3 ");
 }
 
 } // namespace
