@@ -1,6 +1,6 @@
-// A request may look at the end of a million records: separators are counted with vectors, the
-// widest where the processor has them, else in blocks of fixed length, which compilers turn into
-// vector instructions.
+// A request may look at the end of a million records: separators are counted in blocks of fixed
+// length, which compilers turn into vector instructions, then eight at a time. One by one, or from
+// mark to mark, bench_store's request over a whole file takes longer than it may.
 #include "records/RecordText.h"
 
 #include "records/DBARecord.h"
@@ -36,35 +36,6 @@ void passBlocks(const char*& at, const char* end, std::size_t& marks) noexcept {
     }
 }
 
-#if defined(__x86_64__)
-using Vector = char __attribute__((vector_size(32)));
-constexpr std::size_t Wide = sizeof(Vector);
-
-const bool HasWideVectors =
-    __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
-
-// Behind the last mark to pass, or, where the whole vectors of the text end before it, null; `at`
-// and `marks` then say from where to go on.
-[[gnu::target("avx2,popcnt")]] const char* passWide(const char*& at, const char* end,
-                                                    std::size_t& marks) noexcept {
-    const Vector mark = Vector{} + AttributeMark; // in each byte
-    for (; bytesFrom(at, end) >= Wide; at += Wide) {
-        Vector bytes;
-        std::memcpy(&bytes, at, Wide);
-        auto found = static_cast<std::uint32_t>(__builtin_ia32_pmovmskb256(bytes == mark));
-        const auto count = static_cast<std::size_t>(__builtin_popcount(found));
-        if (count < marks) {
-            marks -= count;
-            continue;
-        }
-        for (; marks > 1; --marks)
-            found &= found - 1;
-        return at + std::countr_zero(found) + 1;
-    }
-    return nullptr;
-}
-#endif
-
 // The marks among eight bytes: the top bit of each byte that is one.
 std::uint64_t marksOfWord(const char* at) noexcept {
     constexpr std::uint64_t Low = 0x7F * EachByte;
@@ -76,15 +47,8 @@ std::uint64_t marksOfWord(const char* at) noexcept {
 
 // Behind the mark that is `marks` (at least 1) marks further on; null if the text ends before.
 const char* passMarks(const char* at, const char* end, std::size_t marks) noexcept {
-    if (marks > FewMarks) {
-#if defined(__x86_64__)
-        if (HasWideVectors) {
-            if (const char* const behind = passWide(at, end, marks))
-                return behind;
-        } else
-#endif
-            passBlocks(at, end, marks);
-    }
+    if (marks > FewMarks)
+        passBlocks(at, end, marks);
     if constexpr (std::endian::native == std::endian::little) {
         for (; bytesFrom(at, end) >= Word; at += Word) {
             std::uint64_t found = marksOfWord(at);

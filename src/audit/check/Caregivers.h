@@ -1,6 +1,8 @@
 // The caregivers, each with a number, and those whose code a key begins with.
 #pragma once
 
+#include "records/StoredFiles.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,7 +23,7 @@ class Caregivers {
     [[nodiscard]] const std::string& code(Number number) const noexcept { return codes_[number]; }
     // The file that the caregiver stands in, the first of the two.
     [[nodiscard]] const char* fileOf(Number number) const noexcept {
-        return number < named_ ? "AIDANT" : "FORMVORANDINE";
+        return number < named_ ? records::caregiver::File : records::training_file::File;
     }
     // All of them, by their codes.
     [[nodiscard]] const std::vector<Number>& sorted() const noexcept { return sorted_; }

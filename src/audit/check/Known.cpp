@@ -2,6 +2,7 @@
 #include "audit/check/Known.h"
 
 #include "dif/Employers.h"
+#include "records/StoredFiles.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,32 +19,36 @@ void Known::name(std::string_view code, EmployerName name) {
 // The screen looks for an employer in one file or the other, by the length of the code.
 void Known::association(const Record& record) {
     if (dif::isAssociation(record.key()))
-        name(record.key(), {std::string(record(1)), {}});
+        name(record.key(), {std::string(record(records::association::Name)), {}});
 }
 
 void Known::household(const Record& record) {
+    namespace household = records::household;
     if (!dif::isAssociation(record.key()) &&
         dif::employerCode(std::string(record.key())) == record.key())
-        name(record.key(), {std::string(record(2)), std::string(record(3))});
+        name(record.key(),
+             {std::string(record(household::Name)), std::string(record(household::FirstName))});
 }
 
 void Known::table(const Record& record) {
-    Codes* const codes = record.key() == "DIPLOMES"  ? &studies_
-                         : record.key() == "FORMPRO" ? &trainings_
-                         : record.key() == "QUALIF"  ? &qualifications_
-                                                     : nullptr;
+    namespace table = records::table;
+    Codes* const codes = record.key() == table::Diplomas         ? &studies_
+                         : record.key() == table::Trainings      ? &trainings_
+                         : record.key() == table::Qualifications ? &qualifications_
+                                                                 : nullptr;
     if (codes != nullptr)
-        for (Record::Values values = record.values(2); values.more();)
+        for (Record::Values values = record.values(table::Codes); values.more();)
             codes->add(values.next());
 }
 
 // A key that two caregivers' codes begin belongs to both, as it does for the screen's request.
 void Known::contract(const Record& record, const Beginnings::Found& caregivers) {
-    const std::string_view code = record(3);
+    const std::string_view code = record(records::contract::Employer);
     if (code.empty())
         return; // nobody's hours
     for (const Caregivers::Number caregiver : caregivers)
-        contracts_.push_back({caregiver, employer(code), record(65).empty()});
+        contracts_.push_back(
+            {caregiver, employer(code), record(records::contract::LeftOut).empty()});
 }
 
 void Known::completeContracts() {

@@ -5,9 +5,6 @@
 #include "text/Decimal.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <cstring>
 
 namespace vorandine::audit {
 namespace {
@@ -19,12 +16,8 @@ bool digits(std::string_view text) {
 
 // Whether there is nothing but digits in any value: most attributes of figures are so.
 bool onlyDigits(std::string_view values) {
-    unsigned char others = 0; // one byte, so that a vector holds as many as it can
-    for (const char c : values) {
-        const bool digit = static_cast<unsigned char>(c - '0') <= 9;
-        others = static_cast<unsigned char>(others | (digit | (c == records::ValueMark) ? 0 : 1));
-    }
-    return others == 0;
+    return std::all_of(values.begin(), values.end(),
+                       [](char c) { return (c >= '0' && c <= '9') || c == records::ValueMark; });
 }
 
 // Year and month, of four and two digits.
@@ -37,35 +30,14 @@ bool isPeriod(std::string_view text) {
 
 // `choices` have blanks between.
 bool isChoice(std::string_view value, std::string_view choices) {
-    std::size_t same = 0; // characters of the value that the choice begins with
-    bool choice = true;
-    for (const char c : choices) {
-        if (c == ' ') {
-            if (choice && same == value.size())
-                return true;
-            same = 0;
-            choice = true;
-        } else {
-            choice = choice && same < value.size() && value[same++] == c;
-        }
+    for (;;) {
+        const std::size_t blank = choices.find(' ');
+        if (choices.substr(0, blank) == value)
+            return true;
+        if (blank == std::string_view::npos)
+            return false;
+        choices.remove_prefix(blank + 1);
     }
-    return choice && same == value.size();
-}
-
-// Whether a date comes before another one; eight bytes compare as a number does.
-bool earlier(std::string_view a, std::string_view b) {
-    constexpr std::size_t Length = 8;
-    if (a.size() != Length || b.size() != Length)
-        return a < b;
-    std::uint64_t left = 0;
-    std::uint64_t right = 0;
-    std::memcpy(&left, a.data(), Length);
-    std::memcpy(&right, b.data(), Length);
-    if constexpr (std::endian::native == std::endian::little) {
-        left = __builtin_bswap64(left);
-        right = __builtin_bswap64(right);
-    }
-    return left < right;
 }
 
 constexpr const char* AddCode = "mend the code, or add it where it is missing";
@@ -142,8 +114,8 @@ int LayoutCheck::values(const Record& record, const records::AttributeLayout& at
         const int count = hold(
             [&](std::string_view value) {
                 if (++dates > 1)
-                    inOrder &= attribute.order == records::Order::Rising ? !earlier(value, before)
-                                                                         : !earlier(before, value);
+                    inOrder &= attribute.order == records::Order::Rising ? value >= before
+                                                                         : before >= value;
                 before = value;
                 return components::DateConverter::isStored(value);
             },
@@ -208,8 +180,8 @@ void LayoutCheck::order(const Record& record, const records::AttributeLayout& at
         const std::string_view date = values.next();
         if (rising && date.empty())
             continue;
-        if ((rising ? earlier(date, before) : earlier(before, date)) &&
-            DateConverter::isStored(date) && (before.empty() || DateConverter::isStored(before)))
+        if ((rising ? date < before : before < date) && DateConverter::isStored(date) &&
+            (before.empty() || DateConverter::isStored(before)))
             return find(record, attribute.attribute, position, date,
                         rising ? "is earlier than the date before it"
                                : "is later than the date before it",

@@ -3,7 +3,7 @@
 #include "components/DateConverter.h"
 #include "dif/Balances.h"
 #include "dif/Hours.h"
-#include "dif/LedgerRecord.h"
+#include "records/StoredFiles.h"
 #include "text/Error.h"
 
 #include <algorithm>
@@ -14,12 +14,9 @@
 namespace vorandine::audit {
 namespace {
 
+namespace ledger = records::ledger;
+namespace training_file = records::training_file;
 using text::Fixed4;
-
-// Of a training file.
-constexpr int Date = 5;
-constexpr int Code = 6;
-constexpr int Counts = 14;
 
 // A stored figure. Nearly all are empty or short whole numbers, which need no decimals.
 struct Figure {
@@ -98,10 +95,10 @@ std::uint32_t dateNumber(std::string_view date, Codes& others) {
 
 // Tells the first balance that does not follow from the line before it.
 void LedgerCheck::balances(const Record& record) const {
-    const int lines = record.count(dif::attribute::Date);
-    Record::Values rights = record.values(dif::attribute::Rights);
-    Record::Values used = record.values(dif::attribute::Hours);
-    Record::Values stored = record.values(dif::attribute::Balance);
+    const int lines = record.count(ledger::Date);
+    Record::Values rights = record.values(ledger::Rights);
+    Record::Values used = record.values(ledger::Hours);
+    Record::Values stored = record.values(ledger::Balance);
     Figure before;
     for (int line = 1; line <= lines; ++line) {
         const Figure gain(rights.next());
@@ -118,7 +115,7 @@ void LedgerCheck::balances(const Record& record) const {
                 const std::string off = found > right.front()
                                             ? hours(found - right.front()) + " hours too many"
                                             : hours(right.front() - found) + " hours too few";
-                tell_({"DIFAIDANT", std::string(record.key()), dif::attribute::Balance, line,
+                tell_({ledger::File, std::string(record.key()), ledger::Balance, line,
                        std::string(balance.text),
                        std::string("does not follow from ") +
                            (line > 1 ? "the line before: " : "the hours of the first line: ") +
@@ -133,9 +130,9 @@ void LedgerCheck::balances(const Record& record) const {
 }
 
 void LedgerCheck::trainingFile(const Record& record, Caregivers::Number caregiver) {
-    Record::Values dates = record.values(Date);
-    Record::Values codes = record.values(Code);
-    Record::Values counts = record.values(Counts);
+    Record::Values dates = record.values(training_file::Date);
+    Record::Values codes = record.values(training_file::Training);
+    Record::Values counts = record.values(training_file::CountsForDif);
     const auto from = static_cast<std::ptrdiff_t>(trainings_.size());
     for (std::uint32_t line = 1; dates.more(); ++line) {
         const std::string_view date = dates.next();
@@ -170,13 +167,13 @@ bool LedgerCheck::charge(Caregivers::Number caregiver, std::string_view date,
 }
 
 void LedgerCheck::charges(const Record& record, Caregivers::Number caregiver) {
-    Record::Values dates = record.values(dif::attribute::Date);
-    Record::Values codes = record.values(dif::attribute::Training);
+    Record::Values dates = record.values(ledger::Date);
+    Record::Values codes = record.values(ledger::Training);
     for (int line = 1; dates.more() && codes.more(); ++line) {
         const std::string_view date = dates.next();
         const std::string_view code = codes.next();
         if (!code.empty() && !charge(caregiver, date, code))
-            tell_({"DIFAIDANT", std::string(record.key()), dif::attribute::Training, line,
+            tell_({ledger::File, std::string(record.key()), ledger::Training, line,
                    std::string(code),
                    "is charged, but the training file has no such training on that day that counts",
                    "take the line out of the hours, or put the training back with OUI"});
@@ -189,7 +186,7 @@ void LedgerCheck::ledger(const Record& record, const std::optional<LedgerKey>& k
     } catch (const Error& error) {
         if (error.number() != errors::Overflow)
             throw;
-        tell_({"DIFAIDANT", std::string(record.key()), 0, 0, "", "has figures beyond all hours",
+        tell_({ledger::File, std::string(record.key()), 0, 0, "", "has figures beyond all hours",
                "mend the largest of them"});
     }
     if (key)
@@ -204,8 +201,8 @@ void LedgerCheck::complete() const {
         const auto end = trainings_.begin() + to;
         for (auto one = trainings_.begin() + from; one != end; ++one)
             if (one->charged == 0)
-                tell_({"FORMVORANDINE", known_.caregivers().code(caregiver), Code,
-                       static_cast<int>(one->line), codes_[one->code],
+                tell_({training_file::File, known_.caregivers().code(caregiver),
+                       training_file::Training, static_cast<int>(one->line), codes_[one->code],
                        "counts for the D.I.F. (OUI), but no employer is charged with it on that "
                        "day",
                        "open the training, choose NON, then OUI again and the employer"});

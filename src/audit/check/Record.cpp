@@ -1,4 +1,6 @@
-// Marks are found with vectors, the widest where the processor has them.
+// Marks are found with vectors, the widest where the processor has them. By a loop over the bytes,
+// checking a million records takes 2.8 to 3 times as long as reading them, not 2.3; bench_check
+// allows 3.
 #include "audit/check/Record.h"
 
 #include "records/DBARecord.h"

@@ -1,8 +1,11 @@
 // Records against the records that they belong to.
 #include "audit/check/Checks.h"
 #include "dif/Employers.h"
+#include "records/StoredFiles.h"
 
 namespace vorandine::audit {
+
+namespace contract = records::contract;
 
 // The two ends of a time, of which the last may be open.
 void ReferenceCheck::span(const char* file, const Record& record, int first, int last) const {
@@ -36,45 +39,49 @@ void ReferenceCheck::caregivers() const {
 }
 
 void ReferenceCheck::trainingFile(const Record& record) const {
-    span("FORMVORANDINE", record, 12, 13);
+    span(records::training_file::File, record, records::training_file::AvailableFrom,
+         records::training_file::AvailableTo);
 }
 
 void ReferenceCheck::contract(const Record& record, const Beginnings::Found& caregivers) const {
     if (caregivers.empty())
-        noCaregiver("CONTRAT", record);
-    const std::string_view code = record(3);
+        noCaregiver(contract::File, record);
+    const std::string_view code = record(contract::Employer);
     const EmployerName* const employer = known_.nameOf(known_.employer(code));
     if (employer != nullptr) { // else told as a code that does not exist
-        const bool sameName = record(4) == employer->name;
-        if (!sameName || record(5) != employer->firstName) {
-            const int attribute = sameName ? 5 : 4;
-            tell_({"CONTRAT", std::string(record.key()), attribute, 1,
+        const bool sameName = record(contract::EmployerName) == employer->name;
+        if (!sameName || record(contract::EmployerFirstName) != employer->firstName) {
+            const int attribute = sameName ? contract::EmployerFirstName : contract::EmployerName;
+            tell_({contract::File, std::string(record.key()), attribute, 1,
                    std::string(record(attribute)),
                    "is not what the employer's file says, '" +
                        (sameName ? employer->firstName : employer->name) + "'",
                    std::string("take the name over from ") +
-                       (dif::isAssociation(dif::employerCode(std::string(code))) ? "ASSOCIATION"
-                                                                                 : "CIVILAIDE") +
+                       (dif::isAssociation(dif::employerCode(std::string(code)))
+                            ? records::association::File
+                            : records::household::File) +
                        ", or mend it there: contracts are sorted by it"});
         }
     }
-    span("CONTRAT", record, 7, 8);
+    span(contract::File, record, contract::FirstDay, contract::LastDay);
 }
 
 void ReferenceCheck::pay(const Record& record, const Beginnings::Found& caregivers) const {
     if (caregivers.empty())
-        noCaregiver("DETAILCALCUL", record);
-    else if (!known_.everHadContract(caregivers.back(), known_.employer(record(1))))
-        tell_({"DETAILCALCUL", std::string(record.key()), 1, 1, std::string(record(1)),
+        noCaregiver(records::pay::File, record);
+    else if (!known_.everHadContract(caregivers.back(),
+                                     known_.employer(record(records::pay::Employer))))
+        tell_({records::pay::File, std::string(record.key()), records::pay::Employer, 1,
+               std::string(record(records::pay::Employer)),
                "is an employer with whom the caregiver has no contract",
                "mend the employer, or add the contract"});
 }
 
 void ReferenceCheck::ledger(const Record& record, const std::optional<LedgerKey>& key) const {
     if (!key)
-        noCaregiver("DIFAIDANT", record);
+        noCaregiver(records::ledger::File, record);
     else if (!known_.hasContract(key->caregiver, key->employer))
-        tell_({"DIFAIDANT", std::string(record.key()), 0, 0, "",
+        tell_({records::ledger::File, std::string(record.key()), 0, 0, "",
                "belongs to employer '" + std::string(key->employer) +
                    "', with whom the caregiver has no contract that counts: nobody sees its hours",
                "add the contract, or delete the record if the hours are not due"});

@@ -3,6 +3,7 @@
 
 #include "audit/check/Checks.h"
 #include "records/RecordText.h"
+#include "records/StoredFiles.h"
 
 #include <string>
 #include <vector>
@@ -43,29 +44,30 @@ void checkStore(store::Engine& engine, const TellFinding& tell, const std::funct
         std::erase(rest, file);
         pass(engine, file, known, tell, step, look);
     };
-    over("ACTIVITES", [&](const Record& record) { known.activity(record); });
-    over("ASSOCIATION", [&](const Record& record) { known.association(record); });
-    over("CIVILAIDE", [&](const Record& record) { known.household(record); });
-    over("TABLES", [&](const Record& record) { known.table(record); });
-    over("AIDANT", [&](const Record& record) { known.caregivers().addNamed(record.key()); });
-    over("FORMVORANDINE", [&](const Record& record) {
+    over(records::activity::File, [&](const Record& record) { known.activity(record); });
+    over(records::association::File, [&](const Record& record) { known.association(record); });
+    over(records::household::File, [&](const Record& record) { known.household(record); });
+    over(records::table::File, [&](const Record& record) { known.table(record); });
+    over(records::caregiver::File,
+         [&](const Record& record) { known.caregivers().addNamed(record.key()); });
+    over(records::training_file::File, [&](const Record& record) {
         references.trainingFile(record);
         ledgers.trainingFile(record, known.caregivers().addTrained(record.key()));
     });
     known.caregivers().complete();
     references.caregivers();
     Beginnings ofContracts(known.caregivers());
-    over("CONTRAT", [&](const Record& record) {
+    over(records::contract::File, [&](const Record& record) {
         const Beginnings::Found& caregivers = ofContracts.of(record.key());
         known.contract(record, caregivers);
         references.contract(record, caregivers);
     });
     known.completeContracts();
     Beginnings ofPay(known.caregivers());
-    over("DETAILCALCUL",
+    over(records::pay::File,
          [&](const Record& record) { references.pay(record, ofPay.of(record.key())); });
     Beginnings ofLedgers(known.caregivers());
-    over("DIFAIDANT", [&](const Record& record) {
+    over(records::ledger::File, [&](const Record& record) {
         const auto key = known.split(record.key(), ofLedgers.of(record.key()));
         references.ledger(record, key);
         ledgers.ledger(record, key);
