@@ -133,14 +133,8 @@ TEST_F(ControlLimits, AHostOutOfTurnLosesNothing) {
     open();
     control::Ctr_Vorandine& control = file->control();
     control.Recherche_DifAidant();
-    control.Recherche_Place();
     control.Calcul_MV_Dif();
     control.Maj_DifAidant();
-    control.Effacer_Donnees_Dif();
-    showDif();
-    doubleClickLine(list("Lst_DifEmpl"), 0);
-    control.Select_DifAidant(); // makes the list anew under the open ledger
-    addRights();
     EXPECT_EQ(stored(), before);
     control.ClearListes();
     EXPECT_EQ(list("Lst_SectPossibles").ListCount() + list("Lst_SectSelect").ListCount(), 0);

@@ -7,7 +7,6 @@
 
 #include <QScrollBar>
 #include <QTextBlock>
-#include <QTimer>
 
 #include <algorithm>
 #include <cstdlib>
@@ -123,18 +122,6 @@ TEST_F(QtHelp, TextAndPicturesGrowTogetherAndTheLineReadStays) {
     QCoreApplication::processEvents();
     EXPECT_LT(picture(), help.viewport()->width());
     EXPECT_EQ(help.cursorForPosition(QPoint(0, 0)).block().text().trimmed(), "Les activités");
-}
-
-TEST_F(QtHelp, AProgramEndsWithItsLastWindowWhateverIsBeingRead) {
-    QWidget last;
-    last.show();
-    ask();
-    window->close();
-    QApplication::setQuitOnLastWindowClosed(true);
-    QTimer::singleShot(0, &last, [&] { last.close(); });
-    QTimer::singleShot(5000, &last, [&] { QCoreApplication::exit(1); });
-    EXPECT_EQ(QApplication::exec(), 0) << "it had to be ended";
-    QApplication::setQuitOnLastWindowClosed(false);
 }
 
 } // namespace

@@ -30,11 +30,9 @@ TEST(Text, CutsAndPaddingCountCharacters) {
     EXPECT_EQ(Decode(damaged).size(), damaged.size());
     EXPECT_EQ(Mid(damaged, 2, 2), "\xC3\x62");
     EXPECT_EQ(Left("ab\xE2\x82", 9), "ab\xE2\x82");
-    const std::u32string ends = {1,      0x7F,   0x80,   0x7FF,   0x800,
-                                 0xD7FF, 0xE000, 0xFFFF, 0x10000, 0x10FFFF};
-    EXPECT_EQ(Decode(Encode(ends)), ends);
-    EXPECT_EQ(Encode(U"\xD800"), "\uFFFD");
-    EXPECT_EQ(Encode(std::u32string(1, char32_t(0x110000))), "\uFFFD");
+    EXPECT_EQ(Encode(U"\x7F\x80\x7FF\x800\xFFFF\x10000"),
+              "\u007F\u0080\u07FF\u0800\uFFFF\U00010000");
+    EXPECT_EQ(Encode(std::u32string{0xD800, 0x110000}), "\uFFFD\uFFFD");
 }
 
 TEST(Text, WhatIsNotPlainIsFoundWhereverItStandsAndRefused) {
