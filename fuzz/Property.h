@@ -2,7 +2,6 @@
 // is kept, inputs taken apart, and the way in. Each fuzzer defines `check`.
 #pragma once
 
-#include "frontends/headless/HeadlessWorld.h"
 #include "text/Characters.h"
 #include "text/Error.h"
 
@@ -49,17 +48,6 @@ inline std::vector<std::string_view> split(std::string_view text, char separator
     }
 }
 
-// A user who counts the boxes that he is told of, and closes them.
-class Told : public headless::HeadlessWorld {
-  public:
-    int boxes = 0;
-
-    widgets::Answer messageBox(const widgets::Message& message) override {
-        ++boxes;
-        return HeadlessWorld::messageBox(message);
-    }
-};
-
 // The bytes of an input, from the front.
 class Input {
   public:
@@ -91,3 +79,8 @@ class Input {
 void check(Input input);
 
 } // namespace vorandine::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    vorandine::fuzz::check({bytes, size});
+    return 0;
+}

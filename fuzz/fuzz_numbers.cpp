@@ -1,5 +1,5 @@
 // Numbers as people type them: read to the last digit, rounded as they are written, and put in a
-// fixed form that reads back, in records, in sums and in fields.
+// fixed form that reads back, in records and in sums.
 // An input is the width of a form, a number of decimals, and two texts with a byte 0xFF between.
 #include "Property.h"
 #include "rules/Numbers.h"
@@ -161,32 +161,6 @@ void checkForm(const std::string& text, const std::optional<Decimal>& value, int
     }
 }
 
-// The field in which a text was put: its number in fixed form, or a message and the text as it is.
-void checkField(const std::string& text, int wholes, int decimals) {
-    static Told world;
-    const auto places = static_cast<std::int16_t>(decimals);
-    const auto left = [&](widgets::TextBox& field) {
-        auto width = static_cast<std::int16_t>(wholes);
-        world.boxes = 0;
-        return rules::Controle_Numerique(field, width, places, world);
-    };
-    static widgets::TextBox field;
-    field.Text(text);
-    const std::string shown = field.Text();
-    const std::string first = left(field);
-    const std::optional<Decimal> value = Decimal::parse(shown);
-    if (world.boxes > 0) {
-        hold(world.boxes == 1, "one message is enough");
-        same(first, shown, "a text that is refused stays");
-        return;
-    }
-    hold(value.has_value(), "what is no number is refused");
-    same(Decimal::require(first).toText(), value->toText(), "a field keeps the number typed");
-    field.Text(first);
-    same(left(field), first, "a number in its form stays");
-    hold(world.boxes == 0, "a number in its form is not refused");
-}
-
 } // namespace
 
 void check(Input input) {
@@ -199,7 +173,6 @@ void check(Input input) {
     hold(value.has_value() == exact.has_value(), "what is a number is read, and nothing else");
     hold(Decimal::isNumber(text) == exact.has_value(), "a number is told without reading it");
     checkForm(text, value, wholes, decimals, form >= 128);
-    checkField(text, wholes, decimals);
     if (!value)
         return;
     checkDecimal(*value, *exact, decimals);

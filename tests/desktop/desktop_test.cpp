@@ -242,20 +242,6 @@ TEST_F(Desktop, WhoMayNotWriteAddsNobodyAndWhatCannotBeOpenedLeavesTheListUsable
     EXPECT_EQ(situation("00012"), "Ouvert");
 }
 
-TEST_F(Desktop, SizesAreRememberedBetweenRuns) {
-    show();
-    list->resize(777, 444);
-    list->open({"00012", "DURAND Marie"});
-    file("00012").resize(file("00012").size() / 2);
-    const QSize size = file("00012").size();
-    EXPECT_TRUE(list->close());
-    TearDown();
-    show();
-    EXPECT_EQ(list->size(), QSize(777, 444));
-    list->open({"00012", "DURAND Marie"});
-    EXPECT_EQ(file("00012").size(), size);
-}
-
 TEST(DesktopOptions, ComeInBothWritings) {
     const Options options = parse({"--user=sylvie", "sqlite:a=b", "--open", "00012"});
     EXPECT_EQ(*options.user + " " + options.store + " " + *options.open, "sylvie sqlite:a=b 00012");

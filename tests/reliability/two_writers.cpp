@@ -1,8 +1,7 @@
 // Several processes write the same few records at once: no write is lost, none is stored that was
 // not made, each version has its author and its place. A lock held for too long is told. A backup
-// taken while a process writes is sound and shows the state between two writes. And a process that
-// is killed, at any moment, leaves all writes that had returned, and the next one whole or not.
-//     two_writers [WRITES] [SEED] [PROCESSES] [PATIENCE] [MIB] [KILLS]
+// taken while a process writes is sound and shows the state between two writes.
+//     two_writers [WRITES] [SEED] [PROCESSES] [PATIENCE] [MIB]
 //         PATIENCE: for a lock, in ms     MIB: how large the store is that is backed up
 #include "reliability_support.h"
 #include "store/sqlite/SqliteEngine.h"
@@ -15,7 +14,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <list>
 #include <memory>
 #include <semaphore>
@@ -200,29 +198,6 @@ void runningBackup(Settings settings, std::uint64_t size) {
               << " writes, " << meanwhile << " with writes between beginning and state\n";
 }
 
-void killedWriter(Settings settings, std::uint64_t kills) {
-    Random random(settings.seed);
-    std::uint64_t stored = 0; // what was under way is there
-    settings.writes = 10'000; // more than it comes to
-    for (std::uint64_t left = kills; left > 0; --left, ++settings.seed) {
-        std::filesystem::remove(settings.path);
-        (void)opened(settings.path, store::OpenMode::Create);
-        settings.begin = Clock::now();
-        const Writer writer(settings, 0);
-        std::this_thread::sleep_for(std::chrono::microseconds(random.below(50'000)));
-        kill(writer.process, SIGKILL);
-        if (WTERMSIG(writer.end()) != SIGKILL)
-            wrong("the writer ended by itself");
-        const std::uint64_t found = requireFirsts(settings, settings.path);
-        if (found != writer.returned && found != writer.returned + 1)
-            wrong("seed " + std::to_string(settings.seed) + ": " + std::to_string(found) +
-                  " writes are there, " + std::to_string(writer.returned) + " had returned");
-        verify(settings.path);
-        stored += found - writer.returned;
-    }
-    std::cout << kills << " kills left " << stored << " writes under way whole\n";
-}
-
 void program(const std::vector<std::string>& words) {
     const store_test::Folder folder;
     const std::uint64_t writes = argument(words, 0, 5000);
@@ -250,8 +225,6 @@ void program(const std::vector<std::string>& words) {
               << static_cast<double>(stored) / taken.count() << "/s; ";
     settings.path = folder / "large.vor";
     runningBackup(settings, argument(words, 4, 60));
-    settings.path = folder / "killed.vor";
-    killedWriter(settings, argument(words, 5, 1000));
 }
 
 } // namespace

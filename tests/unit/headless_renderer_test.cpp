@@ -1,6 +1,5 @@
 // A form as text: what a reader of the terminal sees, and what he must not see.
 #include "frontends/headless/TextRenderer.h"
-#include "text/Characters.h"
 #include "widgets/ListBox.h"
 #include "widgets/Simple.h"
 #include "widgets/TextField.h"
@@ -59,7 +58,7 @@ TEST_F(Screen, EveryKindOfControlHasItsFace) {
     expectShown({"(Éléonore "});
 }
 
-TEST_F(Screen, ListsStandInStepWithColumnsUnderTheirHeads) {
+TEST_F(Screen, ListsStandInStepAndTheCurrentLineInSight) {
     ListBox dates;
     ListBox labels;
     put(dates, {120, 120, 1575, 1350});
@@ -77,28 +76,6 @@ TEST_F(Screen, ListsStandInStepWithColumnsUnderTheirHeads) {
     expectShown({"│>01/02/2039", "↑ "});
     labels.Enabled(false);
     expectShown({"┊ ligne 0"});
-
-    Label day;
-    Label sum;
-    ListBox list;
-    put(day, {300, 1560, 600, 195}, "Jour");
-    put(sum, {3900, 1560, 600, 195}, "Somme");
-    list.columns({{1, 10, 60, 1200, false}, {11, 8, 3400, 4400, true}});
-    put(list, {120, 1800, 4560, 700});
-    for (const char* const line :
-         {"01/03/2006   12,50", "02/03/2006   -0,50", "03/03/2006 123456789,50"})
-        list.AddItem(line);
-    const std::string all = render(form);
-    const auto column = [&](const char* text) {
-        const std::size_t at = all.find(text);
-        EXPECT_NE(at, std::string::npos) << text << " in\n" << all;
-        const std::size_t line = all.rfind('\n', at) + 1;
-        return static_cast<int>(text::Len(all.substr(line, at - line)));
-    };
-    EXPECT_EQ(column("12,50"), column("-0,50"));
-    EXPECT_NEAR(column("12,50"), column("Somme"), 4);
-    EXPECT_NEAR(column("01/03"), column("Jour"), 4);
-    expectShown({"03/03/2006 123456789,50"}); // too wide for its column, and shown whole
 }
 
 } // namespace

@@ -203,22 +203,6 @@ TEST_F(QtLooks, WhatIsClosedIsReadWholeInLightAndDark) {
     EXPECT_GT(contrast(seen, QPalette::WindowText, QPalette::Window), 120);
 }
 
-TEST_F(QtLooks, TheFormGrowsWithItsWindow) {
-    open(1);
-    window->setZoom(1.0);
-    const QSize whole = window->size();
-    double told = 0;
-    QObject::connect(window.get(), &qt::FormWindow::zoomChanged, [&](double zoom) { told = zoom; });
-    window->resize(whole.width() * 2, whole.height() * 3 / 2);
-    EXPECT_NEAR(window->zoom(), 1.5, 0.01);
-    EXPECT_EQ(told, window->zoom());
-    EXPECT_NEAR(native<QWidget>("Cmd_OK").width(), 57 * 1.5, 1.0);
-    QTest::keyClick(window.get(), Qt::Key_0, Qt::ControlModifier);
-    EXPECT_EQ(window->size(), whole);
-    QTest::keyClick(window.get(), Qt::Key_Minus, Qt::ControlModifier);
-    EXPECT_LT(window->width(), whole.width());
-}
-
 TEST_F(QtLooks, EveryControlHasANameForAssistiveTools) {
     open(1, {1, 2, 0});
     const auto name = [&](const std::string& control) {
