@@ -15,8 +15,6 @@
 
 namespace vorandine::dif {
 
-namespace attribute = records::ledger;
-
 // Reads the ledger under `key` into Rec_DIFAIDANT, and its attribute 6 into Dif_Attribut6. False if
 // there is none; throws where it cannot be read. In both cases the record in hand is then a free
 // one: it must not stay another employer's.
