@@ -27,7 +27,6 @@ constexpr const char* FirstDay = "01/05/2005";
 
 std::string total(text::Fixed4 hundredths) {
     constexpr std::int16_t WholeDigits = 8;
-    constexpr std::int16_t Decimals = 2;
     return rules::Format_Numerique(hundredths.toDecimal().shifted(-HundredthsPlaces), WholeDigits,
                                    Decimals, false);
 }

@@ -1,6 +1,7 @@
 // Choosing the month, asking for the pay, showing the result.
 #include "dif/Frm_CalculRemu.h"
 
+#include "dif/Hours.h"
 #include "dif/ReferencePay.h"
 #include "records/StoredFiles.h"
 #include "rules/LongTask.h"
@@ -20,7 +21,6 @@ namespace {
 
 constexpr int YearsBefore = 5;
 constexpr std::int16_t WholeDigits = 10;
-constexpr std::int16_t Decimals = 2;
 
 // Characters of a period, yyyymm.
 constexpr std::size_t YearLength = 4;

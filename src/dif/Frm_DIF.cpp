@@ -24,7 +24,6 @@ namespace contract = records::contract;
 using text::Decimal;
 using text::Fixed4;
 
-constexpr std::int16_t Decimals = 2;
 constexpr std::int16_t ChargeDigits = 10;
 // A ledger's columns hold no more: a longer number would shut the ledger for good.
 constexpr std::size_t MostDigits = 7;

@@ -7,7 +7,6 @@ namespace vorandine::dif {
 namespace {
 
 constexpr std::int16_t WholeDigits = 7;
-constexpr std::int16_t Decimals = 2;
 
 } // namespace
 

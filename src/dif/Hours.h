@@ -6,12 +6,16 @@
 #include "text/Decimal.h"
 #include "text/Fixed4.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace vorandine::dif {
 
 using rules::HundredthsPlaces;
+
+// Decimals of an hour on screen.
+inline constexpr std::int16_t Decimals = 2;
 
 // The fixed form of a figure in a ledger: 7 digits, a comma, 2 decimals, blanks before.
 [[nodiscard]] std::string figureText(const text::Decimal& hours);

@@ -24,7 +24,7 @@ std::string period(int year, int month) {
     return std::to_string(year) + (digits.size() < 2 ? "0" : "") + digits;
 }
 
-Fixed4 number(const std::string& value) {
+Fixed4 numberOr0(const std::string& value) {
     return value.empty() ? Fixed4() : Fixed4(Decimal::require(value));
 }
 
@@ -71,8 +71,8 @@ std::optional<Decimal> payOverHours(const records::DBARecord& rows) {
     Fixed4 hours;
     const int count = rows.DCount();
     for (int i = 1; i <= count; ++i) {
-        pay += number(rows(i, 3));
-        hours += number(rows(i, 2));
+        pay += numberOr0(rows(i, 3));
+        hours += numberOr0(rows(i, 2));
     }
     if (hours == Fixed4())
         return std::nullopt;

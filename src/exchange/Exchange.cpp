@@ -17,7 +17,7 @@ namespace {
 
 using nlohmann::json;
 
-[[noreturn]] void refuse(const std::string& text) {
+[[noreturn]] void refuseLine(const std::string& text) {
     throw Error(errors::TextRefused, text);
 }
 
@@ -25,7 +25,7 @@ using nlohmann::json;
 json take(json& entry, const char* name) {
     const auto found = entry.find(name);
     if (found == entry.end())
-        refuse("« " + std::string(name) + " » manque.");
+        refuseLine("« " + std::string(name) + " » manque.");
     json member = std::move(*found);
     entry.erase(found);
     return member;
@@ -34,7 +34,7 @@ json take(json& entry, const char* name) {
 std::string takeText(json& entry, const char* name) {
     const json member = take(entry, name);
     if (!member.is_string())
-        refuse("« " + std::string(name) + " » doit être un texte.");
+        refuseLine("« " + std::string(name) + " » doit être un texte.");
     return member.get<std::string>();
 }
 
@@ -69,12 +69,13 @@ class Importer {
 
     void put(json entry) {
         if (!entry.is_object())
-            refuse("La ligne doit être un objet JSON.");
+            refuseLine("La ligne doit être un objet JSON.");
         const std::string name = takeText(entry, "file");
         const std::string key = takeText(entry, "key");
         const json content = take(entry, "record");
         if (!entry.empty())
-            refuse("« " + entry.begin().key() + " » n'est ni « file », ni « key », ni « record ».");
+            refuseLine("« " + entry.begin().key() +
+                       " » n'est ni « file », ni « key », ni « record ».");
         records::DBARecord record = file(name).NewRecord(key);
         // The exchange format knows attributes by number alone.
         fill(record, content, [](const std::string&) { return 0; });

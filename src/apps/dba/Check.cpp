@@ -16,7 +16,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{
+constexpr std::array<Option, 1> checkOptions{{
     {"--json", "", "one JSON object a finding, with file, key, attribute, position, value, ..."},
 }};
 
@@ -79,7 +79,7 @@ constexpr Command checkCommand{
     "hours and pay without a contract, contracts that call their employer otherwise than its own\n"
     "file, and caregivers' codes that begin another's. Nothing is changed. The exit status is 1\n"
     "where something was found.\n",
-    Options,
+    checkOptions,
     "  vorandine-dba check sqlite:agence.vor\n"
     "  vorandine-dba check --json sqlite:agence.vor | grep '\"file\":\"DIFAIDANT\"'\n",
     check,

@@ -9,7 +9,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 2> Options{{YesOption, UserOption}};
+constexpr std::array<Option, 2> deleteOptions{{YesOption, UserOption}};
 
 int remove(const CommandLine& line, const Console& console) {
     const std::string& name = line.words()[1];
@@ -39,7 +39,7 @@ constexpr Command deleteCommand{
     "remove one record",
     "Asks before it does; restore brings the record back. Where there is no such record, or the\n"
     "answer is no, the exit status is 1.\n",
-    Options,
+    deleteOptions,
     "  vorandine-dba delete sqlite:agence.vor CONTRAT '00012*1'\n"
     "  vorandine-dba delete --yes sqlite:agence.vor DIFAIDANT 00012PSD\n",
     remove,

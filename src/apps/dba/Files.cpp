@@ -11,7 +11,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{
+constexpr std::array<Option, 1> filesOptions{{
     {"--json", "", "one JSON object a line: {\"file\":\"AIDANT\",\"records\":30}"},
 }};
 
@@ -51,7 +51,7 @@ constexpr Command filesCommand{
     1,
     "list the files of a store, each with its number of records",
     "",
-    Options,
+    filesOptions,
     "  vorandine-dba files sqlite:agence.vor\n"
     "  vorandine-dba files --json sqlite:agence.vor\n",
     files,

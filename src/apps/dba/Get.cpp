@@ -12,7 +12,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{
+constexpr std::array<Option, 1> getOptions{{
     {"--json", "", "the record as put takes it: {\"5\":[\"20060612\",\"20050301\"]}"},
 }};
 
@@ -60,7 +60,7 @@ constexpr Command getCommand{
     "show one record",
     "Values are shown as they are stored: dates as yyyymmdd, hours multiplied by 100. Where there\n"
     "is no such record, that is told on standard error and the exit status is 1.\n",
-    Options,
+    getOptions,
     "  vorandine-dba get sqlite:agence.vor FORMVORANDINE 00012\n"
     "  vorandine-dba get --json sqlite:agence.vor CONTRAT '00012*1'\n",
     get,

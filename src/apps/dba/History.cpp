@@ -13,7 +13,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{
+constexpr std::array<Option, 1> historyOptions{{
     {"--json", "", "one JSON object a change, with version, user, before and after"},
 }};
 
@@ -118,7 +118,7 @@ constexpr Command historyCommand{
     "come the values that left and came. A ledger (DIFAIDANT) is shown as a statement, with dates\n"
     "and hours as on the screen: lines that are new, gone or changed (was, is), and lines whose\n"
     "balance followed. Where no change was kept, the exit status is 1.\n",
-    Options,
+    historyOptions,
     "  vorandine-dba history sqlite:agence.vor DIFAIDANT 00012PSD\n"
     "  vorandine-dba history --json sqlite:agence.vor CONTRAT '00012*1'\n",
     history,

@@ -13,7 +13,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 4> Options{{
+constexpr std::array<Option, 4> importOptions{{
     {"--create", "", "make the store if it is missing"},
     {"--skip-bad", "", "store the good lines even if others are wrong"},
     {"--json", "", "the outcome as {\"stored\":12,\"bad\":0}"},
@@ -58,7 +58,7 @@ constexpr Command importCommand{
     "line is told on standard error as FILE:LINE, and one is enough to store nothing at all (exit\n"
     "status 1), unless --skip-bad is given. Records that the files do not name stay as they are.\n"
     "Importing into memory: only checks the files.\n",
-    Options,
+    importOptions,
     "  vorandine-dba import --create sqlite:agence.vor demo/*.jsonl\n"
     "  vorandine-dba import memory: agence.jsonl\n"
     "  zcat heures.jsonl.gz | vorandine-dba import --skip-bad sqlite:agence.vor -\n",

@@ -13,7 +13,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 9> Options{{
+constexpr std::array<Option, 9> importCsvOptions{{
     {"--key", "COLUMN", "the column of the keys"},
     {"--map", "COLUMN=ATTRIBUTE", "what becomes of a column; may stand several times", true},
     {"--separator", "CHARACTER", "what stands between cells, tab for a tab (;)"},
@@ -103,7 +103,7 @@ constexpr Command importCsvCommand{
     "that follow each other make one record, each adding a value to the lists of the file.\n"
     "All rows are stored or none: a bad cell is told as CSV:LINE:COLUMN, and the exit status is "
     "1.\n",
-    Options,
+    importCsvOptions,
     "  vorandine-dba import-csv sqlite:agence.vor AIDANT personnel.csv --key Code --map Nom=1\n"
     "  vorandine-dba import-csv sqlite:agence.vor FORMVORANDINE formations.csv --key Code \\\n"
     "      --map Date=5 --map Formation=6 --map Heures=7 --encoding windows-1252\n"

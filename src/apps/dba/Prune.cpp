@@ -11,7 +11,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 2> Options{{
+constexpr std::array<Option, 2> pruneOptions{{
     YesOption,
     {"--json", "", "the outcome as {\"dropped\":12}"},
 }};
@@ -60,7 +60,7 @@ constexpr Command pruneCommand{
     "Records stay as they are; history and restore no longer know what they were before. Asks\n"
     "before it does: a version that was dropped is gone. The room is used again by what is stored\n"
     "later, the file does not become smaller.\n",
-    Options,
+    pruneOptions,
     "  vorandine-dba prune sqlite:agence.vor 3650\n"
     "  vorandine-dba prune --yes sqlite:agence.vor 365\n",
     prune,

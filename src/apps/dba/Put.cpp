@@ -13,7 +13,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{UserOption}};
+constexpr std::array<Option, 1> putOptions{{UserOption}};
 
 int put(const CommandLine& line, const Console& console) {
     const Arguments& words = line.words();
@@ -45,7 +45,7 @@ constexpr Command putCommand{
     "JSON is an object from an attribute, by its number or by its name in FILE's dictionary, to a\n"
     "string (one value) or an array of strings (several). Attributes that it does not name are\n"
     "empty. - reads it from standard input.\n",
-    Options,
+    putOptions,
     "  vorandine-dba put sqlite:agence.vor ACTIVITES MEN '{\"1\":\"Ménage\"}'\n"
     "  vorandine-dba put sqlite:agence.vor CONTRAT '00012*1' \\\n"
     "      '{\"3\":\"PSD\",\"NomAideContrat\":\"Présence\",\"7\":\"20090706\"}'\n",

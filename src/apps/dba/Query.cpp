@@ -17,7 +17,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 3> Options{{
+constexpr std::array<Option, 3> queryOptions{{
     {"--attributes", "\"0 3 8\"",
      "what to show: numbers or dictionary names, 0 is the key (\"0\")"},
     {"--json", "", "one JSON array a row, a string a value or an array of several"},
@@ -165,7 +165,7 @@ constexpr Command queryCommand{
     "QUERY is in the retrieval language of docs/store.md. Several values of one attribute are\n"
     "shown with | between. A condition on attribute 0 limits what is read to a range of keys;\n"
     "without one the whole file is read, as --explain tells.\n",
-    Options,
+    queryOptions,
     "  vorandine-dba query sqlite:agence.vor 'SSELECT ACTIVITES PAR 1' --attributes \"0 1\"\n"
     "  vorandine-dba query sqlite:agence.vor --attributes \"0 NomAideContrat 8\" --explain \\\n"
     "      'SSELECT CONTRAT AVEC 0 = \"00012]\" AND AVEC 8 = \"\" PAR NomAideContrat'\n"

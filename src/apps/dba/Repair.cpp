@@ -10,7 +10,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{
+constexpr std::array<Option, 1> repairOptions{{
     {"--json", "", "the outcome as {\"records\":12,\"versions\":3,\"lost\":0}"},
 }};
 
@@ -43,7 +43,7 @@ constexpr Command repairCommand{
     "included, in a new store, called NEWPATH.part until it is whole. The damaged file stays as\n"
     "it is. The exit status is 1 where something could not be read: a page may have held hundreds\n"
     "of records. Compare with the last backup then.\n",
-    Options,
+    repairOptions,
     "  vorandine-dba repair agence.vor sauve.vor\n"
     "  diff <(vorandine-dba export sqlite:hier.vor) <(vorandine-dba export sqlite:sauve.vor)\n",
     repair,

@@ -8,7 +8,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{UserOption}};
+constexpr std::array<Option, 1> restoreOptions{{UserOption}};
 
 // The one whose moment begins with `word`.
 store::Version find(const std::vector<store::Version>& versions, const std::string& word) {
@@ -60,7 +60,7 @@ constexpr Command restoreCommand{
     "VERSION is the moment of the change, as history shows it, or its beginning if no other\n"
     "version begins so. Restoring is a change like any other: history shows it, and it can be\n"
     "undone by another restore. A record that the change had made is deleted.\n",
-    Options,
+    restoreOptions,
     "  vorandine-dba restore sqlite:agence.vor DIFAIDANT 00012PSD 2026-11-23T08:16\n"
     "  vorandine-dba restore --user sylvie sqlite:agence.vor CONTRAT '00012*1' \\\n"
     "      2026-11-23T08:16:02.104233Z\n",

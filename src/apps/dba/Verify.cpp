@@ -11,7 +11,7 @@
 namespace vorandine::dba {
 namespace {
 
-constexpr std::array<Option, 1> Options{{
+constexpr std::array<Option, 1> verifyOptions{{
     {"--json", "", "the outcome as {\"records\":12,\"versions\":3,\"findings\":0}"},
 }};
 
@@ -64,7 +64,7 @@ constexpr Command verifyCommand{
     "Looks at the whole file, at every record and at every version of the history. What is wrong\n"
     "is told on standard error, and the exit status is 1. Whether records agree with each other\n"
     "is what check looks for.\n",
-    Options,
+    verifyOptions,
     "  vorandine-dba verify agence.vor\n"
     "  vorandine-dba verify --json /media/usb/agence-2026-11-23.vor\n",
     verify,

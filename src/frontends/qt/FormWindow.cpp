@@ -27,14 +27,10 @@
 namespace vorandine::qt {
 namespace {
 
-constexpr double SmallestZoom = 0.5;
-constexpr double LargestZoom = 5.0;
 // How much of the screen a window takes at first, and how large it gets by itself.
 constexpr double PartOfScreen = 0.85;
 constexpr double LargestAtFirst = 1.6;
 constexpr double ZoomSteps = 20; // to one
-// What a window manager puts around a window, in pixels.
-constexpr int Decoration = 40;
 
 // True for as long as it lives.
 class Flag {

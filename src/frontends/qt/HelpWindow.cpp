@@ -1,6 +1,7 @@
 // A text browser that also sizes what it shows: the native one zooms text and leaves pictures.
 #include "frontends/qt/HelpWindow.h"
 
+#include "frontends/qt/Scale.h"
 #include "frontends/qt/View.h"
 #include "text/Error.h"
 
@@ -24,14 +25,9 @@ static void initialiseHelpPages() {
 namespace vorandine::qt {
 namespace {
 
-constexpr double SmallestZoom = 0.5;
-constexpr double LargestZoom = 5.0;
-constexpr double ZoomStep = 1.1;
 // At zoom 1, in pixels: wide enough for a picture of a form.
 constexpr QSize FirstSize(740, 640);
 constexpr double Margin = 14;
-// What a window manager puts around a window, in pixels.
-constexpr int Decoration = 40;
 constexpr int Dark = 128; // of 255
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "frontends/qt/FieldViews.h"
 #include "frontends/qt/FormWindow.h"
 #include "frontends/qt/ListView.h"
+#include "frontends/qt/Scale.h"
 #include "widgets/FormTabs.h"
 #include "widgets/Kinds.h"
 
@@ -23,8 +24,6 @@ namespace vorandine::qt {
 namespace {
 
 using widgets::Key;
-
-constexpr double ZoomStep = 1.1;
 
 Qt::KeyboardModifiers held(const QKeyEvent& event) {
     return event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);

@@ -10,6 +10,13 @@
 
 namespace vorandine::qt {
 
+// The zooms that people can set, and what one step up multiplies by.
+inline constexpr double SmallestZoom = 0.5;
+inline constexpr double LargestZoom = 5.0;
+inline constexpr double ZoomStep = 1.1;
+// What a window manager puts around a window, in pixels.
+inline constexpr int Decoration = 40;
+
 class Scale {
   public:
     // `factor` 1 at 96 dots to the inch; `dots` is what the screen has.
