@@ -64,6 +64,9 @@ headless::Callbacks Player::callbacks() {
         output_.event("help " + toText(help.page) + " " + toText(help.kind) + " " +
                       toText(help.title));
     };
+    callbacks.tell = [this](auto& /*form*/, const auto& notice) {
+        output_.event("told " + toText(notice.text));
+    };
     callbacks.today = [this] { return stage_.today(); };
     return callbacks;
 }

@@ -88,6 +88,7 @@ QListView* listOf(QWidget* widget) {
 QtHand::QtHand(headless::Callbacks callbacks, Stills stills)
     : callbacks_(std::move(callbacks)), stills_(std::move(stills)), world_(callbacks_.today) {
     world_.hooks(hooks());
+    world_.tellBy(callbacks_.tell);
 }
 
 QtHand::~QtHand() = default;

@@ -195,6 +195,11 @@ void QtWorld::popupMenu(widgets::Menu& menu) {
         hooks_.menuShown(menu, *menu_);
 }
 
+void QtWorld::tell(widgets::Form& form, const widgets::Notice& notice) {
+    if (teller_)
+        teller_(form, notice);
+}
+
 void QtWorld::showHelp(const widgets::HelpPage& help) {
     if (help_ == nullptr) {
         const QFont font = QApplication::font();
