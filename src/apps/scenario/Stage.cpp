@@ -108,11 +108,12 @@ void Stage::put(Words& words) {
     const std::string name = words.word("the file");
     const std::string key = words.word("the key");
     const json content = words.json();
-    records::DBARecord record = records_.OpenFile(name)->NewRecord(key);
+    const auto file = records_.OpenFile(name);
+    records::DBARecord record;
     exchange::fill(record, content, [&](const std::string& attribute) {
         return records::dictionaryAttribute(name, attribute).value_or(0);
     });
-    record.DBWrite();
+    file->WriteRecord(key, std::as_const(record)());
 }
 
 void Stage::remove(Words& words) {
