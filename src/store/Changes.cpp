@@ -5,6 +5,7 @@
 #include "records/RecordText.h"
 #include "text/Characters.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -17,6 +18,7 @@ namespace {
 constexpr char Mark = '\xFF';
 constexpr Moment PerSecond = 1000000;
 constexpr std::size_t PrunedTogether = 10000;
+constexpr std::size_t OwnKnown = 500;
 
 std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;
@@ -152,6 +154,9 @@ void Changes::keep(const std::string& name, const std::string& key,
     while (kept->read(before + momentText(moment)))
         ++moment;
     kept->write(before + momentText(moment), record ? user_ + Mark + *record : user_);
+    own_.push_back(before + momentText(moment));
+    if (own_.size() > OwnKnown)
+        own_.pop_front();
 }
 
 std::vector<Version> Changes::history(const std::string& name, const std::string& key) {
@@ -167,6 +172,28 @@ std::vector<Version> Changes::history(const std::string& name, const std::string
             return true;
         });
     return kept;
+}
+
+std::vector<Change> Changes::changes(const std::string& name, const std::string& prefix) {
+    std::vector<Change> found;
+    const std::string from = name + Mark + prefix;
+    // Two marks stand nowhere, and behind all that begins so.
+    const auto add = [&](std::string_view at, std::string_view content) {
+        const std::size_t mark = at.rfind(Mark);
+        found.push_back({std::string(at.substr(name.size() + 1, mark - name.size() - 1)),
+                         std::string(at.substr(mark + 1)),
+                         std::string(content.substr(0, content.find(Mark))),
+                         std::find(own_.begin(), own_.end(), at) != own_.end()});
+        return true;
+    };
+    if (EngineFile* const file = versions())
+        file->scan({from, from + Mark + Mark}, add);
+    return found;
+}
+
+std::optional<Change> Changes::lastChange(const std::string& name, const std::string& key) {
+    std::vector<Change> all = changes(name, key + Mark);
+    return all.empty() ? std::nullopt : std::optional(std::move(all.back()));
 }
 
 // A scan must not be written under: keys are gathered first, so many at a time.

@@ -160,7 +160,9 @@ void QtWorld::runModal(widgets::Form& form) {
     {
         FormWindow window(form, *this, front());
         modal_.push_back(&window);
-        window.setWindowModality(Qt::ApplicationModal);
+        // Event loops end in the order of their windows: a person works in the one in front alone.
+        // Without one there may be several persons, each in a world of its own.
+        window.setWindowModality(hooks_.modalShown ? Qt::WindowModal : Qt::ApplicationModal);
         window.show();
         window.activateWindow();
         if (hooks_.modalShown) {

@@ -218,6 +218,15 @@ void SqliteEngine::consistently(const std::function<void()>& work) {
     database_.rollBack(); // nothing was written
 }
 
+std::unique_ptr<Engine> SqliteEngine::another() {
+    return std::make_unique<SqliteEngine>(database_.path(), OpenMode::Existing);
+}
+
+std::uint64_t SqliteEngine::writesOfOthers() {
+    SqliteStatement::Run run(dataVersion_);
+    return run.step() ? static_cast<std::uint64_t>(run.number(0)) : 0;
+}
+
 std::vector<std::string> SqliteEngine::faults() {
     std::vector<std::string> found;
     SqliteStatement statement(database_, "PRAGMA integrity_check");
