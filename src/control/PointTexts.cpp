@@ -3,8 +3,8 @@
 
 #include "records/Layout.h"
 #include "records/StoredFiles.h"
-#include "records/TrainingLabels.h"
 #include "rules/Numbers.h"
+#include "rules/StatementByStatement.h"
 #include "text/Decimal.h"
 
 #include <algorithm>
@@ -69,7 +69,7 @@ std::string PointTexts::trainingText(const std::vector<std::string>& line) const
             add(value.empty() ? "sans date" : Conv_Date_.Date_Affichee(value));
             break;
         case attribute::Training: {
-            const std::string* const label = records::TrainingLabels(F_FORMPRO_).find(value);
+            const std::string* const label = labels_.find(value);
             add(label != nullptr ? *label : value);
             break;
         }
@@ -90,6 +90,26 @@ std::string PointTexts::trainingText(const std::vector<std::string>& line) const
     return text;
 }
 
+std::string PointTexts::studyText(const std::vector<std::string>& study) const {
+    const std::string kind = study.front() == "D" ? "diplôme" : "niveau";
+    const int entries = v_.F_DIPLOMES.DCount(records::table::Codes);
+    for (int i = 1; i <= entries; ++i)
+        if (v_.F_DIPLOMES(records::table::Codes, i) == study.back())
+            return kind + " " + v_.F_DIPLOMES(records::table::Labels, i);
+    return study.back().empty() ? kind : kind + " " + study.back();
+}
+
+// Whatever cannot be read is told by its code.
+std::string PointTexts::activityText(const std::string& code) const {
+    std::string label;
+    rules::StatementByStatement tries;
+    tries([&] {
+        if (const auto found = ports::find(*v_.F_ACTIVITES, code))
+            label = (*found)(records::activity::Label);
+    });
+    return label.empty() ? code : label;
+}
+
 std::string PointTexts::valueText(int attribute, const std::vector<std::string>& values) const {
     const bool none = std::all_of(values.begin(), values.end(),
                                   [](const std::string& value) { return value.empty(); });
@@ -98,7 +118,9 @@ std::string PointTexts::valueText(int attribute, const std::vector<std::string>&
     if (attribute == attribute::Date)
         return quoted(readable(trainingText(values)));
     if (attribute == attribute::StudyType)
-        return quoted(readable((values.front() == "D" ? "diplôme " : "niveau ") + values.back()));
+        return quoted(readable(studyText(values)));
+    if (attribute == attribute::Activities)
+        return quoted(activityText(values.front()));
     const records::AttributeLayout* const known = records::layout(attribute::File, attribute);
     const bool date = known != nullptr && known->kind == records::Kind::Date;
     return quoted(readable(date ? Conv_Date_.Date_Affichee(values.front()) : values.front()));

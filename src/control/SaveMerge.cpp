@@ -95,7 +95,9 @@ bool SaveMerge::meet(records::ChangedMeanwhile met, const Save& save) {
         v_.Rec_Dossier() = merged.text;
         auto again = written([&] { v_.Rec_Dossier.DBWriteOver(met.stored()); });
         if (!again) {
-            tell(merged.theirs, met.maker());
+            // Who did not mean to save has nothing to be told of it.
+            if (!save.untouched)
+                tell(merged.theirs, met.maker());
             return true;
         }
         met = *std::move(again);
@@ -104,7 +106,7 @@ bool SaveMerge::meet(records::ChangedMeanwhile met, const Save& save) {
 
 widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
                                const records::ChangedMeanwhile::Maker& maker) const {
-    const PointTexts texts(v_.F_FORMPRO, Conv_Date_);
+    const PointTexts texts(v_, Conv_Date_);
     std::vector<std::string> points;
     for (const records::Point& point : conflicts)
         points.push_back(texts.conflict(point, named(maker)));
@@ -135,7 +137,7 @@ widgets::Answer SaveMerge::askDeleted(const records::ChangedMeanwhile::Maker& ma
 
 void SaveMerge::tell(const std::vector<records::Point>& theirs,
                      const records::ChangedMeanwhile::Maker& maker) {
-    const PointTexts texts(v_.F_FORMPRO, Conv_Date_);
+    const PointTexts texts(v_, Conv_Date_);
     std::vector<std::string> changes;
     for (const records::Point& point : theirs)
         changes.push_back(texts.change(point));
