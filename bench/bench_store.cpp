@@ -27,6 +27,7 @@ using bench::Statement;
 constexpr int ContractsOfOne = 10; // contracts of a caregiver
 constexpr int Attributes = 70;
 constexpr int Batch = 2000;             // operations timed together
+constexpr bench::Seconds NewsAtMost = 20e-6;
 constexpr int LargerThanCache = 100000; // contracts, from which a file is more than a cache holds
 
 // --- data ---
@@ -176,6 +177,24 @@ bench::Comparison wholeFile(store::Store& store, const Bare& bare) {
         bench::Clock::Processor);
 }
 
+// Asking whether others wrote, which hosts do all the time, against the bare statement.
+bench::Comparison askingForNews(store::Engine& engine, const Bare& bare) {
+    const Statement pragma(bare, "PRAGMA data_version");
+    return bench::compare(
+        21,
+        [&] {
+            for (int i = 0; i < Batch; ++i)
+                sink += static_cast<std::size_t>(engine.writesOfOthers());
+        },
+        [&] {
+            for (int i = 0; i < Batch; ++i) {
+                sink += pragma.step() ? 1 : 0;
+                pragma.reset();
+            }
+        },
+        bench::Clock::Wall);
+}
+
 // Two ways to store a record, each in a file of its own, so that neither writes into the other's
 // pages.
 bench::Comparison writes(const std::vector<std::string>& keys,
@@ -258,6 +277,10 @@ void measure(int contracts, double& previousRequest, int& previousContracts) {
                   contractRequests(store, normalised, "ordonne", codes), Batch);
     bench::report("reading one record", pointReads(*store.OpenFile("CONTRAT"), bare, keys), Batch,
                   1.25);
+    const auto news = askingForNews(store.changes().engine(), bare);
+    bench::report("asking whether others wrote", news, Batch);
+    if (news.ours / Batch > NewsAtMost)
+        std::printf("that takes more than %.0f us: too much\n", NewsAtMost * 1e6);
     const auto whole = wholeFile(store, bare);
     bench::report("whole file by attribute 65, one record", whole, contracts,
                   contracts >= LargerThanCache ? 1.3 : 0);
