@@ -239,16 +239,13 @@ void writing(const std::string& path, const std::string& copy,
     }
     const auto kept = store::Store(store::openEngine("sqlite:" + copy, store::OpenMode::Existing))
                           .OpenFile("CONTRAT");
-    bench::report("storing one record, history against none",
-                  writes(
-                      keys,
-                      [&](const std::string& key, const std::string& text) {
-                          auto record = kept->NewRecord(key);
-                          record() = text;
-                          record.DBWrite();
-                      },
-                      withoutHistory),
-                  1, 1.6);
+    bench::report(
+        "storing one record, history against none",
+        writes(
+            keys,
+            [&](const std::string& key, const std::string& text) { kept->WriteRecord(key, text); },
+            withoutHistory),
+        1, 1.6);
 }
 
 void measure(int contracts, double& previousRequest, int& previousContracts) {

@@ -43,6 +43,17 @@ std::string momentText(Moment moment) {
     return text.data();
 }
 
+std::string localTime(const std::string& moment) {
+    std::tm utc{};
+    if (strptime(moment.c_str(), "%Y-%m-%dT%H:%M:%S", &utc) == nullptr)
+        return {};
+    const std::time_t seconds = timegm(&utc);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    std::array<char, 64> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%d/%m/%Y à %H:%M", &local)};
+}
+
 bool isPlainVersion(std::string_view key, std::string_view content) noexcept {
     const std::size_t first = key.find(Mark);
     const std::size_t second = key.rfind(Mark);
@@ -90,8 +101,10 @@ void Changes::together(const std::function<void()>& work) {
 }
 
 void Changes::write(EngineFile& file, const std::string& name, const std::string& key,
-                    std::string_view record) {
+                    std::string_view record, const Condition& condition) {
     together([&] {
+        if (condition)
+            condition(file.read(key));
         const std::optional<std::string> before = file.write(key, record);
         // After a deletion, the next version must say that there was no record.
         if (before || keepCreations_ || known(name, key))
@@ -99,8 +112,11 @@ void Changes::write(EngineFile& file, const std::string& name, const std::string
     });
 }
 
-void Changes::erase(EngineFile& file, const std::string& name, const std::string& key) {
+void Changes::erase(EngineFile& file, const std::string& name, const std::string& key,
+                    const Condition& condition) {
     together([&] {
+        if (condition)
+            condition(file.read(key));
         if (const std::optional<std::string> before = file.erase(key))
             keep(name, key, before);
     });

@@ -25,6 +25,9 @@ using Moment = std::int64_t;
 // "2026-11-23T02:03:04.567890Z": in order as texts.
 [[nodiscard]] std::string momentText(Moment moment);
 
+// The moment as the user's clock had it: "23/11/2026 à 03:02"; "" where `moment` is no such text.
+[[nodiscard]] std::string localTime(const std::string& moment);
+
 // What a change left of a record: how it was until then.
 struct Version {
     std::string moment;                // of the change
@@ -60,11 +63,15 @@ class Changes {
     // `work`: that throws Error(StoreFailed).
     void atomically(const std::function<void()>& work);
 
+    // Looks at what is stored before a change, in its transaction; throws where it must not be
+    // made.
+    using Condition = std::function<void(const std::optional<std::string>& stored)>;
     // Write and erase a record of `file`, which is called `name`. Erasing one that is not there
     // changes nothing and keeps nothing. On an error neither change nor history is stored.
     void write(EngineFile& file, const std::string& name, const std::string& key,
-               std::string_view record);
-    void erase(EngineFile& file, const std::string& name, const std::string& key);
+               std::string_view record, const Condition& condition = {});
+    void erase(EngineFile& file, const std::string& name, const std::string& key,
+               const Condition& condition = {});
 
     // What was kept of a record, oldest first; also of one that is no more. What a change has made
     // of the record is in the version after it, or for the last one the record as it is.

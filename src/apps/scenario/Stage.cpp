@@ -128,11 +128,12 @@ void Stage::put(Words& words) {
     const std::string name = words.word("the file");
     const std::string key = words.word("the key");
     const json content = words.json();
-    records::DBARecord record = hosted_->OpenFile(name)->NewRecord(key);
+    const auto file = hosted_->OpenFile(name);
+    records::DBARecord record;
     exchange::fill(record, content, [&](const std::string& attribute) {
         return records::dictionaryAttribute(name, attribute).value_or(0);
     });
-    aside([&] { record.DBWrite(); });
+    aside([&] { file->WriteRecord(key, std::as_const(record)()); });
 }
 
 void Stage::remove(Words& words) {
