@@ -18,7 +18,7 @@ namespace {
 constexpr char Mark = '\xFF';
 constexpr Moment PerSecond = 1000000;
 constexpr std::size_t PrunedTogether = 10000;
-constexpr std::size_t OwnKnown = 500;
+constexpr std::size_t OwnKnown = 100;
 
 std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;

@@ -77,7 +77,7 @@ class Changes {
     // of the record is in the version after it, or for the last one the record as it is.
     [[nodiscard]] std::vector<Version> history(const std::string& name, const std::string& key);
     // The changes that were kept of all records of `name` whose keys begin with `prefix`, by key,
-    // of each the oldest first. Of own ones the last few hundred are known as such.
+    // of each the oldest first. Of own ones the last hundred are known as such.
     [[nodiscard]] std::vector<Change> changes(const std::string& name, const std::string& prefix);
     // Who changed a record last, and when; none where no change of it was kept.
     [[nodiscard]] std::optional<Change> lastChange(const std::string& name, const std::string& key);

@@ -73,7 +73,8 @@ class Engine {
     [[nodiscard]] virtual std::unique_ptr<Engine> another() = 0;
     // A number that is another one once another connection has written, and stays as it is through
     // own writes: cheap enough to be asked before each gesture. A number, since of several who ask
-    // whether others wrote, the first would have the answer and the rest would not.
+    // whether others wrote, the first would have the answer and the rest would not. Waits for
+    // nobody: Error(Locked) at once.
     [[nodiscard]] virtual std::uint64_t writesOfOthers() = 0;
 };
 

@@ -40,8 +40,8 @@ class RehearsalEngine::File : public store::EngineFile {
   private:
     // Records kept as they were are the store's affair.
     void note(const char* what, std::string_view key) {
-        if (name_ != store::HistoryFile && !owner_.aside_)
-            owner_.journal_.push_back(what + name_ + " " + std::string(key) + owner_.mark_);
+        if (name_ != store::HistoryFile && !owner_.aside_ && owner_.journal_ != nullptr)
+            owner_.journal_->push_back(what + name_ + " " + std::string(key) + owner_.mark_);
     }
 
     RehearsalEngine& owner_;
@@ -50,7 +50,7 @@ class RehearsalEngine::File : public store::EngineFile {
 };
 
 RehearsalEngine::RehearsalEngine(std::shared_ptr<store::Engine> engine,
-                                 std::vector<std::string>& journal, std::string mark)
+                                 std::vector<std::string>* journal, std::string mark)
     : engine_(std::move(engine)), journal_(journal), mark_(std::move(mark)) {}
 
 RehearsalEngine::~RehearsalEngine() = default;
@@ -96,11 +96,12 @@ store::EngineFile* RehearsalEngine::file(const std::string& name) {
 }
 
 void RehearsalEngine::atomically(const std::function<void()>& work) {
-    const std::size_t before = journal_.size();
+    const std::size_t before = journal_ != nullptr ? journal_->size() : 0;
     try {
         engine_->atomically(work);
     } catch (...) {
-        journal_.resize(before);
+        if (journal_ != nullptr)
+            journal_->resize(before);
         throw;
     }
 }

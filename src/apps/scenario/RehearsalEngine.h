@@ -16,9 +16,10 @@ namespace vorandine::scenario {
 
 class RehearsalEngine : public store::Engine {
   public:
-    // `engine` is never null. Entries of the journal, which must outlive this, end in `mark`.
-    RehearsalEngine(std::shared_ptr<store::Engine> engine, std::vector<std::string>& journal,
-                    std::string mark);
+    // `engine` is never null. Writes are noted in `journal`, which must outlive this, each entry
+    // with `mark` at its end; null: nowhere.
+    explicit RehearsalEngine(std::shared_ptr<store::Engine> engine,
+                             std::vector<std::string>* journal = nullptr, std::string mark = {});
     ~RehearsalEngine() override;
 
     // From here on: writing and erasing throws Error(DiskFull), of that key alone if one is given;
@@ -55,7 +56,7 @@ class RehearsalEngine : public store::Engine {
     Failing failing_;
     bool frozen_ = false;
     bool aside_ = false;
-    std::vector<std::string>& journal_; // "write FILE KEY", "delete FILE KEY"
+    std::vector<std::string>* journal_; // "write FILE KEY", "delete FILE KEY"
     std::string mark_;
 
     void checkWrite(const std::string& file, std::string_view key) const;

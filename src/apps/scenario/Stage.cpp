@@ -77,7 +77,7 @@ std::shared_ptr<store::Engine> openStore(const std::string& url) {
 Stage::Stage(std::shared_ptr<store::Engine> engine, Common& common, const std::string& mark,
              std::string user)
     : engine_(std::move(engine)),
-      rehearsal_(std::make_shared<RehearsalEngine>(engine_, common.journal, mark)),
+      rehearsal_(std::make_shared<RehearsalEngine>(engine_, &common.journal, mark)),
       records_(engine_), hosted_(std::make_shared<store::Store>(rehearsal_)), common_(common),
       user_(std::move(user)) {}
 
