@@ -87,17 +87,38 @@ void Dossier::Cmd_Retour_Click() {
             return;
     }
     if (std::as_const(v_.Rec_Copie)(attribute::Activities).empty()) {
-        on_.activities.Remplir_Secteurs(Activities::Copie);
-        v_.Rec_Dossier() = v_.Rec_Copie();
         try {
-            v_.Rec_Dossier.DBWrite();
-        } catch (...) {
-            // Else the next press would take the activities for stored.
-            v_.Rec_Copie(attribute::Activities) = "";
-            throw;
+            storeAllActivities();
+        } catch (const Error& error) {
+            if (!leavesAfter(error))
+                throw;
         }
     }
     leave();
+}
+
+void Dossier::storeAllActivities() {
+    try {
+        on_.activities.Remplir_Secteurs(Activities::Copie);
+        v_.Rec_Dossier() = v_.Rec_Copie();
+        v_.Rec_Dossier.DBWrite();
+    } catch (...) {
+        // Else the next press would take the activities for stored.
+        v_.Rec_Copie(attribute::Activities) = "";
+        throw;
+    }
+}
+
+// Whoever may not write leaves without it. Others hear of a failure once; then there must be a way
+// out while the disk stays full.
+bool Dossier::leavesAfter(const Error& error) {
+    if (error.number() == errors::MayNotWrite)
+        return true;
+    return std::exchange(storingFailed_, true) &&
+           rules::confirm(world_,
+                          "Le dossier, complété de toutes les activités, n'a pas pu être "
+                          "enregistré. Voulez-vous quitter sans l'enregistrer ?",
+                          error.what());
 }
 
 void Dossier::leave() {

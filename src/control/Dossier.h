@@ -8,6 +8,7 @@
 #include "experience/Availability.h"
 #include "experience/Studies.h"
 #include "ports/Variables.h"
+#include "text/Error.h"
 #include "trainings/TrainingLines.h"
 #include "widgets/World.h"
 
@@ -50,9 +51,14 @@ class Dossier {
     widgets::UserControl& control_;
     widgets::World& world_;
     std::int16_t& W_Sortir_;
+    bool storingFailed_ = false; // of storeAllActivities
 
     void Cmd_OK_Click();
     void Cmd_Retour_Click();
+    // What Cmd_Retour stores by itself in a file without activities.
+    void storeAllActivities();
+    // Whether the user leaves though that failed.
+    [[nodiscard]] bool leavesAfter(const Error& error);
     void leave();
 };
 

@@ -6,6 +6,9 @@ namespace vorandine::dif {
 void FileNotice::tell(Stored outcome, const std::string& lost) {
     if (outcome == Stored::Done)
         change_ = "";
+    else if (outcome == Stored::NotAllowed)
+        change_ = "Vous consultez ce dossier : rien n'est modifié. "
+                  "Confiez ce changement à qui a le droit d'écrire.";
     else
         change_ = (outcome == Stored::NotRead ? "Fichier illisible, rien n'est modifié. "
                                               : "Le fichier n'a pas pu être écrit. ") +

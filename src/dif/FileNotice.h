@@ -9,7 +9,7 @@
 namespace vorandine::dif {
 
 // What became of a change to the stored ledgers.
-enum class Stored { Done, NotRead, NotWritten };
+enum class Stored { Done, NotRead, NotWritten, NotAllowed };
 
 // One line is shown: what was lost comes before what the detail lacks, and this before what the
 // list of employers lacks.
@@ -18,7 +18,8 @@ class FileNotice {
     explicit FileNotice(widgets::Label& Etq_MessageDif) : label_(Etq_MessageDif) {}
 
     // Tells how a change ended. `lost` is what it was about, as "À ressaisir : …": nothing of it is
-    // stored. It stays told until a later change is stored.
+    // stored. It stays told until a later change is stored. Whoever may not write has nothing to
+    // do again.
     void tell(Stored outcome, const std::string& lost);
     // What could not be read of the detail, or for the list of employers; "" if all was read.
     void ofDetail(const std::string& why);

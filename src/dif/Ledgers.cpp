@@ -22,6 +22,11 @@ bool earlier(const std::string& a, const std::string& b) {
     return left && right && text::Fixed4(*left) < text::Fixed4(*right);
 }
 
+// Why the write tried last failed.
+Stored notWritten(const rules::StatementByStatement& tries) {
+    return tries.number() == errors::MayNotWrite ? Stored::NotAllowed : Stored::NotWritten;
+}
+
 } // namespace
 
 Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& lines) {
@@ -42,7 +47,7 @@ Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& li
         }
     });
     v_.Rec_DIFAIDANT = records::DBARecord();
-    return written ? Stored::Done : Stored::NotWritten;
+    return written ? Stored::Done : notWritten(tries);
 }
 
 void Ledgers::write() {
@@ -78,7 +83,7 @@ Stored Ledgers::charge(const std::string& key, const ChargedTraining& training,
         setBalances(record, recomputed, static_cast<std::size_t>(before));
         write();
     });
-    return written ? Stored::Done : Stored::NotWritten;
+    return written ? Stored::Done : notWritten(tries);
 }
 
 TakenOut Ledgers::takeOut(const std::string& caregiver, const ChargedTraining& training) {
@@ -146,7 +151,7 @@ TakenOut Ledgers::walk(const std::string& caregiver, const ChargedTraining& trai
                  text::Fixed4(hundredths->toDecimal().shifted(-HundredthsPlaces))});
         });
         if (!done)
-            taken.outcome = Stored::NotWritten;
+            taken.outcome = notWritten(tries);
     }
     return taken;
 }

@@ -18,10 +18,13 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
       before_(stored()),
       form_(session.objects(), caregiver_.code, shownName(caregiver_).toStdString(),
             [this](const Error& error) { report(error); }),
-      window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())) {
+      window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())),
+      notices_(new NoticeStrip(*window_)) {
     window_->setObjectName("dossier");
     if (const QSize size = settings_.caregiverSize(); size.isValid())
         window_->resize(size.boundedTo(window_->screen()->availableSize()));
+    if (!session_.mayWrite())
+        notices_->tell(host::consultation());
     connect(window_.get(), &qt::FormWindow::unloaded, this, [this] {
         window_->hide();
         emit ended(outcome());
@@ -34,8 +37,9 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
 
 CaregiverWindow::~CaregiverWindow() {
     const bool maximized = window_->isMaximized();
-    settings_.setCaregiver(maximized ? window_->normalGeometry().size() : window_->size(),
-                           maximized);
+    const QSize size = maximized ? window_->normalGeometry().size() : window_->size();
+    // The next file has notices of its own.
+    settings_.setCaregiver(size - QSize(0, window_->headHeight()), maximized);
 }
 
 void CaregiverWindow::bringToFront() {
@@ -45,15 +49,19 @@ void CaregiverWindow::bringToFront() {
     window_->activateWindow();
 }
 
-bool CaregiverWindow::close() {
+Closing CaregiverWindow::close() {
+    failed_ = false;
     if (!form_.form().unloaded()) {
         bringToFront();
         window_->close();
     }
-    return form_.form().unloaded();
+    if (form_.form().unloaded())
+        return Closing::Closed;
+    return failed_ ? Closing::Failed : Closing::Stays;
 }
 
 void CaregiverWindow::report(const Error& error) {
+    failed_ = true;
     // The handler that failed is still on its way out: a dialog now would run inside it. A modal
     // form that stays open has the dialog over it.
     const auto show = [this, error] {

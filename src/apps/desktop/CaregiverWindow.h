@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/desktop/CaregiverModel.h"
+#include "apps/desktop/NoticeStrip.h"
 #include "apps/desktop/Session.h"
 #include "apps/desktop/Settings.h"
 #include "frontends/qt/FormWindow.h"
@@ -14,6 +15,10 @@
 
 namespace vorandine::desktop {
 
+// What became of an attempt to close a file: it is closed, its user stays in it, or it met an
+// error, which is told.
+enum class Closing { Closed, Stays, Failed };
+
 class CaregiverWindow : public QObject {
     Q_OBJECT
   public:
@@ -25,8 +30,8 @@ class CaregiverWindow : public QObject {
 
     [[nodiscard]] const std::string& code() const noexcept { return caregiver_.code; }
     void bringToFront();
-    // As the window's own close button; true if the file is closed, false if it stays open.
-    bool close();
+    // As the window's own close button.
+    Closing close();
 
   signals:
     // The file was closed, and this object may be destroyed once control is back in the event
@@ -41,6 +46,8 @@ class CaregiverWindow : public QObject {
     host::CaregiverForm form_;
     // Goes before the form that it shows.
     std::unique_ptr<qt::FormWindow> window_;
+    NoticeStrip* notices_; // the window's
+    bool failed_ = false;  // the attempt to close it that is under way
 
     void report(const Error& error);
     [[nodiscard]] Situation outcome();

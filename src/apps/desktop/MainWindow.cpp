@@ -182,13 +182,19 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     std::vector<std::string> codes;
     for (const auto& [code, window] : windows_)
         codes.push_back(code);
+    bool all = true;
     for (const std::string& code : codes) {
         // A question asked on the way lets the event loop run, where others may have ended.
         const auto found = windows_.find(code);
-        if (found != windows_.end() && !found->second->close()) {
-            event->ignore();
-            return;
-        }
+        const Closing closing = found == windows_.end() ? Closing::Closed : found->second->close();
+        all = all && closing == Closing::Closed;
+        // A file that cannot be stored keeps none of the others open.
+        if (closing == Closing::Stays)
+            break;
+    }
+    if (!all) {
+        event->ignore();
+        return;
     }
     settings_.setList(saveGeometry(), list_->header()->saveState());
     event->accept();

@@ -25,6 +25,8 @@ class Session {
     [[nodiscard]] const host::User& user() const noexcept { return user_; }
     [[nodiscard]] host::Caregivers& caregivers() noexcept { return caregivers_; }
     [[nodiscard]] qt::QtWorld& world() noexcept { return world_; }
+    // With a database that refuses to write where the user may not. Throws what reading the rights
+    // throws.
     [[nodiscard]] host::HostObjects objects();
     // Whether the user may write training files, and so add caregivers. Throws what reading the
     // rights throws.

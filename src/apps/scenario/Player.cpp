@@ -187,7 +187,8 @@ void Player::open(Words& words) {
     try {
         host_ = std::make_unique<host::CaregiverForm>(
             host::HostObjects{frontEnd_->world(), dates_, help_,
-                              std::make_shared<ports::DBAClient>(), stage_.database(), rights_},
+                              std::make_shared<ports::DBAClient>(), stage_.database(*rights_),
+                              rights_},
             code, name, tell);
     } catch (const Error& error) {
         tell(error);

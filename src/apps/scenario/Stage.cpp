@@ -2,6 +2,7 @@
 #include "apps/scenario/Stage.h"
 
 #include "apps/scenario/LineError.h"
+#include "components/Consultation.h"
 #include "exchange/RecordJson.h"
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/Layout.h"
@@ -79,14 +80,18 @@ Stage::Stage(const std::string& url)
 
 bool Stage::run(const std::string& command, Words& words) {
     static const std::map<std::string, void (Stage::*)(Words&)> commands{
-        {"today", &Stage::setToday},   {"put", &Stage::put},   {"remove", &Stage::remove},
-        {"rights", &Stage::setRights}, {"fail", &Stage::fail},
+        {"today", &Stage::setToday},   {"put", &Stage::put},        {"remove", &Stage::remove},
+        {"rights", &Stage::setRights}, {"guard", &Stage::setGuard}, {"fail", &Stage::fail},
     };
     const auto found = commands.find(command);
     if (found == commands.end())
         return false;
     (this->*found->second)(words);
     return true;
+}
+
+std::shared_ptr<ports::DBADatabase> Stage::database(ports::DroitsUtilisateur& rights) const {
+    return guarded_ ? components::databaseFor(hosted_, rights) : hosted_;
 }
 
 widgets::Date Stage::today() const {
@@ -130,6 +135,11 @@ void Stage::setRights(Words& words) {
     for (const auto& [key, value] : object.items())
         rights[key] = moduleRights(value);
     rights_ = std::move(rights);
+}
+
+void Stage::setGuard(Words& words) {
+    words.end();
+    guarded_ = true;
 }
 
 void Stage::fail(Words& words) {

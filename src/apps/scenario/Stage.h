@@ -21,14 +21,15 @@ class Stage {
     // store::openEngine does.
     explicit Stage(const std::string& url);
 
-    // Runs `command` if it is one of the stage's (today, put, remove, rights, fail); false if not.
-    // Throws LineError, and Error where the store refuses.
+    // Runs `command` if it is one of the stage's (today, put, remove, rights, guard, fail); false
+    // if not. Throws LineError, and Error where the store refuses.
     bool run(const std::string& command, Words& words);
 
     [[nodiscard]] widgets::Date today() const;
     [[nodiscard]] components::ModuleRights rights(const std::string& key) const;
-    // What the control works on.
-    [[nodiscard]] std::shared_ptr<ports::DBADatabase> database() const { return hosted_; }
+    // What the control works on. Once `guard` was played, what hosts hand to a user of `rights`.
+    [[nodiscard]] std::shared_ptr<ports::DBADatabase>
+    database(ports::DroitsUtilisateur& rights) const;
     // The same records for those who look on: no failure, no trace in the journal.
     [[nodiscard]] store::Store& records() noexcept { return records_; }
     [[nodiscard]] RehearsalEngine& rehearsal() noexcept { return *rehearsal_; }
@@ -40,11 +41,13 @@ class Stage {
     std::shared_ptr<store::Store> hosted_;
     std::optional<widgets::Date> today_;
     std::map<std::string, components::ModuleRights> rights_;
+    bool guarded_ = false;
 
     void setToday(Words& words);
     void put(Words& words);
     void remove(Words& words);
     void setRights(Words& words);
+    void setGuard(Words& words);
     void fail(Words& words);
     void checkFile(const std::string& name);
 };

@@ -1,0 +1,23 @@
+// What hosts tell above a caregiver's form for as long as it holds: the texts, which every host
+// shows alike.
+#pragma once
+
+#include <string>
+
+namespace vorandine::host {
+
+// The worse, the later.
+enum class NoticeKind { Told, Locked, Warning, Failed };
+
+struct Notice {
+    std::string name; // a later notice of this name takes its place
+    NoticeKind kind = NoticeKind::Told;
+    std::string head;   // a first sentence, which is set off
+    std::string text;   // what is said beside it; may be empty
+    std::string button; // of what a press can show; "" where there is nothing to press
+};
+
+// The user has not got the right to write: told from the start.
+[[nodiscard]] Notice consultation();
+
+} // namespace vorandine::host
