@@ -121,7 +121,9 @@ class NoticeStrip::Card : public QFrame {
 
     [[nodiscard]] NoticeKind kind() const noexcept { return kind_; }
     // Where the focus stands when the user has come to it.
-    [[nodiscard]] QWidget& stop() { return button_ != nullptr ? *button_ : *this; }
+    [[nodiscard]] QWidget& stop() {
+        return button_ != nullptr ? static_cast<QWidget&>(*button_) : *this;
+    }
 
   protected:
     void changeEvent(QEvent* event) override {
