@@ -50,6 +50,10 @@ bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < Middle;
 }
 
+QColor focusRing(bool dark) {
+    return dark ? 0x8FB8FF : 0x1A5FE0;
+}
+
 void line(QPainterPath& path, QPointF from, QPointF to) {
     path.moveTo(from);
     path.lineTo(to);
@@ -142,9 +146,8 @@ class NoticeStrip::Card : public QFrame {
         painter.setClipPath(shape);
         painter.fillRect(0, 0, Bar, height(), colours.ink);
         painter.setClipping(false);
-        const bool ringed = hasFocus();
-        painter.setPen(QPen(ringed ? palette().color(QPalette::Highlight) : colours.ink,
-                            ringed ? 2 * Ring : 1));
+        painter.setPen(hasFocus() ? QPen(focusRing(isDark(palette())), 2 * Ring)
+                                  : QPen(colours.ink, 1));
         painter.drawPath(shape);
 
         painter.translate(Bar + space(), label_->y() + (label_->height() - side()) / 2.0);
@@ -162,8 +165,10 @@ class NoticeStrip::Card : public QFrame {
     [[nodiscard]] int side() const { return fontMetrics().height(); }
     [[nodiscard]] int space() const { return side() / 2; }
     void makeRoom() {
-        layout()->setContentsMargins(Bar + side() + 2 * space(), space() / 2, space(), space() / 2);
+        layout()->setContentsMargins(Bar + side() + 2 * space(), space(), space(), space());
         layout()->setSpacing(space());
+        if (button_ != nullptr)
+            button_->setMinimumWidth(button_->sizeHint().width() + 2 * space());
     }
 };
 

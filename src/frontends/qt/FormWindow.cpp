@@ -309,18 +309,23 @@ void FormWindow::layOut() {
     sync();
 }
 
-// The greatest zoom that the window has room for. The head's height changes with it, little.
+// The greatest zoom that the window has room for. The head grows with it, and takes of that room:
+// each pass comes nearer, and the last one lets no part of the form fall out of the window.
 void FormWindow::fit() {
+    constexpr int Passes = 5;
+    constexpr double Spare = 0.98;
     const QSize whole = sizeAt(1.0);
     const double before = scale_.factor();
     scaleTo(before, width());
-    for (int pass = 0; pass < 2 && !whole.isEmpty(); ++pass) {
-        const QSize room(width(), height() - headHeight_);
-        if (room == sizeAt(scale_.factor()))
-            break;
-        scaleTo(std::min(static_cast<double>(room.width()) / whole.width(),
-                         static_cast<double>(room.height()) / whole.height()),
-                width());
+    const auto room = [this] { return QSize(width(), height() - headHeight_); };
+    for (int pass = 1; pass <= Passes && !whole.isEmpty() && room() != sizeAt(scale_.factor());
+         ++pass) {
+        const double fits = std::min(static_cast<double>(room().width()) / whole.width(),
+                                     static_cast<double>(room().height()) / whole.height());
+        if (pass < Passes)
+            scaleTo(fits, width());
+        else if (fits < scale_.factor())
+            scaleTo(fits * Spare, width());
     }
     if (scale_.factor() != before)
         emit zoomChanged(scale_.factor());
