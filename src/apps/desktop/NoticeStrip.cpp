@@ -107,7 +107,7 @@ class NoticeStrip::Card : public QFrame {
         setObjectName(QString::fromStdString(notice.name));
         const QString head = QString::fromStdString(notice.head);
         const QString text = QString::fromStdString(notice.text);
-        setAccessibleName(text.isEmpty() ? head : head + ' ' + text);
+        setAccessibleName((head + ' ' + text).trimmed());
         label_->setTextFormat(Qt::RichText);
         label_->setText("<b>" + head.toHtmlEscaped() + "</b> " + text.toHtmlEscaped());
         label_->setWordWrap(true);

@@ -12,8 +12,8 @@ enum class NoticeKind { Told, Locked, Warning, Failed };
 struct Notice {
     std::string name; // a later notice of this name takes its place
     NoticeKind kind = NoticeKind::Told;
-    std::string head;   // a first sentence, which is set off
-    std::string text;   // what is said beside it; may be empty
+    std::string head;   // a first sentence, which is set off; this or the next may be empty
+    std::string text;   // what is said beside it
     std::string button; // of what a press can show; "" where there is nothing to press
 };
 
