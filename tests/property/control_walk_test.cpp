@@ -40,6 +40,7 @@ class Walk {
   public:
     explicit Walk(unsigned long seed)
         : hand_(seed), desk_({[this](const Message& message) { return answer(message); },
+                              {},
                               [this](Form& form) { inModal(form); },
                               {},
                               {},
