@@ -1,6 +1,7 @@
 // What the control asks of a multi-value database: files by name, records by key, requests.
 #pragma once
 
+#include "records/ChangedMeanwhile.h"
 #include "records/DBARecord.h"
 
 #include <functional>
@@ -22,6 +23,11 @@ class DBAFile : public records::RecordHome, public std::enable_shared_from_this<
     // there still is none.
     [[nodiscard]] records::DBARecord NewRecord(const std::string& key) {
         return {shared_from_this(), key, std::nullopt};
+    }
+
+    // Who last changed the record, and when, as far as the database keeps it.
+    [[nodiscard]] virtual records::ChangedMeanwhile::Maker LastChange(const std::string& /*key*/) {
+        return {};
     }
 
     // Removes the stored record; nothing happens if there is none. Throws Error if it could not.

@@ -56,6 +56,13 @@ void StoreFile::requireWritable(const std::string& key) const {
                         "Fermez et rouvrez le dossier, puis recommencez.");
 }
 
+records::ChangedMeanwhile::Maker StoreFile::LastChange(const std::string& key) {
+    const std::vector<Version> kept = changes_->history(name_, key);
+    if (kept.empty())
+        return {};
+    return {.user = kept.back().user, .when = localTime(kept.back().moment)};
+}
+
 void StoreFile::DeleteRecord(const std::string& key) {
     requireWritable(key);
     changes_->erase(file_, name_, key);
@@ -91,11 +98,7 @@ Changes::Condition StoreFile::unchanged(const std::string& key,
     return [this, &key, &read](const std::optional<std::string>& stored) {
         if (stored == read)
             return;
-        const std::vector<Version> kept = changes_->history(name_, key);
-        const records::ChangedMeanwhile::Maker maker =
-            kept.empty() ? records::ChangedMeanwhile::Maker{}
-                         : records::ChangedMeanwhile::Maker{.user = kept.back().user,
-                                                            .when = localTime(kept.back().moment)};
+        const records::ChangedMeanwhile::Maker maker = LastChange(key);
         throw records::ChangedMeanwhile(
             "La fiche « " + key + " » du fichier « " + name_ + " » a été modifiée entre-temps" +
                 (maker.user.empty() ? "" : " par " + maker.user) +

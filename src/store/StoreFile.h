@@ -20,6 +20,7 @@ class StoreFile : public ports::DBAFile {
     // no plain text. Error(ReadHadFailed) guards a key from a failed read until a later read of it,
     // through this object, finds the record or finds that there is none.
     [[nodiscard]] records::DBARecord ReadRecord(const std::string& key) override;
+    [[nodiscard]] records::ChangedMeanwhile::Maker LastChange(const std::string& key) override;
     void DeleteRecord(const std::string& key) override;
     void DeleteRecord(const std::string& key, const std::optional<std::string>& read) override;
     void WriteRecord(const std::string& key, std::string_view text) override;
