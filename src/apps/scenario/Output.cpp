@@ -2,6 +2,7 @@
 #include "apps/scenario/Output.h"
 
 #include "apps/scenario/Words.h"
+#include "text/Characters.h"
 
 #include <cstdio>
 
@@ -10,7 +11,7 @@ namespace vorandine::scenario {
 void Output::answer(const std::string& line) {
     if (muted_)
         return;
-    stream_ << line << '\n' << std::flush;
+    stream_ << text::Printable(line) << '\n' << std::flush;
     last_ = line;
 }
 

@@ -3,6 +3,7 @@
 #include "apps/scenario/Player.h"
 
 #include "apps/scenario/LineError.h"
+#include "text/Characters.h"
 
 #include <nlohmann/json.hpp>
 
@@ -217,7 +218,9 @@ void Player::addReplies(Words& words) {
 
 void Player::fail(const Location& location, const std::string& text) {
     failed_ = true;
-    failures_ << location.file << ':' << location.line << ": " << text << '\n' << std::flush;
+    failures_ << text::Printable(location.file) << ':' << location.line << ": "
+              << text::Printable(text) << '\n'
+              << std::flush;
 }
 
 Answer Player::answer(const widgets::Message& message) {
