@@ -29,6 +29,7 @@ class SqliteEngine : public Engine, public Upkeep {
     void atomically(const std::function<void()>& work) override;
     void consistently(const std::function<void()>& work) override;
     [[nodiscard]] std::vector<std::string> faults() override;
+    [[nodiscard]] std::vector<std::string> dangers() override;
     void backUp(const std::string& path, const CopyStep& step) override;
 
   private:
@@ -43,6 +44,7 @@ class SqliteEngine : public Engine, public Upkeep {
     void verify();
     void requireWritable() const;
     void requireTransaction() const;
+    void requireOneName() const;
 };
 
 } // namespace vorandine::store
