@@ -8,7 +8,6 @@
 #include <istream>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <ostream>
 
 namespace vorandine::dba {
 namespace {
@@ -30,7 +29,7 @@ int put(const CommandLine& line, const Console& console) {
         return records::dictionaryAttribute(name, attribute).value_or(0);
     });
     record.DBWrite();
-    console.out << "stored " << name << ' ' << key << '\n';
+    console.tell("stored " + name + ' ' + key);
     return Done;
 }
 
@@ -50,6 +49,7 @@ constexpr Command putCommand{
     "  vorandine-dba put sqlite:agence.vor CONTRAT '00012*1' \\\n"
     "      '{\"3\":\"PSD\",\"NomAideContrat\":\"Présence\",\"7\":\"20090706\"}'\n",
     put,
+    true,
 };
 
 } // namespace vorandine::dba

@@ -8,6 +8,7 @@
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/StoredFiles.h"
 #include "store/Store.h"
+#include "store/WriteSignals.h"
 #include "text/Error.h"
 #include "widgets/Gestures.h"
 #include "widgets/Kinds.h"
@@ -66,6 +67,7 @@ void run() {
 } // namespace
 
 int main() {
+    store::ignoreWriteSignals();
     try {
         run();
     } catch (const std::exception& error) {
