@@ -9,6 +9,7 @@
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/StoredFiles.h"
 #include "store/Store.h"
+#include "store/WriteSignals.h"
 #include "text/Error.h"
 #include "widgets/Gestures.h"
 #include "widgets/Kinds.h"
@@ -68,6 +69,7 @@ void run() {
 } // namespace
 
 int main() {
+    store::ignoreWriteSignals();
     try {
         run();
     } catch (const std::exception& error) {
