@@ -40,6 +40,7 @@ class Walk {
   public:
     Walk(unsigned long seed, std::int32_t level)
         : hand_(seed), desk_({[this](const Message& message) { return answer(message); },
+                              {},
                               [this](Form& form) { inModal(form); },
                               {},
                               {},

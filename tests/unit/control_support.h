@@ -79,11 +79,11 @@ class Desk {
         engine->file(file)->write(key, store_test::marks(text));
     }
     void put(const std::string& file, const std::string& key, const Content& content) {
-        records::DBARecord record = store::Store(engine).OpenFile(file)->NewRecord(key);
+        records::DBARecord record;
         for (const auto& [attribute, values] : content)
             for (std::size_t v = 0; v < values.size(); ++v)
                 record(attribute, static_cast<int>(v) + 1) = values[v];
-        record.DBWrite();
+        store::Store(engine).OpenFile(file)->WriteRecord(key, std::as_const(record)());
     }
 
     // The stored text; "" if there is none.
