@@ -22,6 +22,7 @@ class ControlLimits : public testing::Test {
                [this](Form& form) { modal(form); },
                [this](Menu& opened) { menu = &opened; },
                {},
+               {},
                {}}};
     std::unique_ptr<host::CaregiverForm> file;
 

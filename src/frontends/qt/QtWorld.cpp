@@ -210,7 +210,7 @@ void QtWorld::takeUp() {
     QCoreApplication::processEvents();
 }
 
-void QtWorld::tell(widgets::Form& form, const widgets::Notice& notice) {
+void QtWorld::tell(widgets::Form& form, const widgets::Told& notice) {
     if (teller_)
         teller_(form, notice);
 }

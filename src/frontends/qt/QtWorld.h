@@ -50,7 +50,7 @@ class QtWorld : public widgets::World {
     // A box that is answered without a press (the program is ending) gives its last button.
     widgets::Answer messageBox(const widgets::Message& message) override;
     // Left to the host, which says where by tellBy(): no window of the control has a place for it.
-    void tell(widgets::Form& form, const widgets::Notice& notice) override;
+    void tell(widgets::Form& form, const widgets::Told& notice) override;
     void runModal(widgets::Form& form) override;
     void popupMenu(widgets::Menu& menu) override;
     // One window for all forms; it goes with this world.
@@ -59,7 +59,7 @@ class QtWorld : public widgets::World {
     void letEventsThrough() override;
 
     // Empty: nobody hears what is told.
-    using Teller = std::function<void(widgets::Form& form, const widgets::Notice& notice)>;
+    using Teller = std::function<void(widgets::Form& form, const widgets::Told& notice)>;
     void tellBy(Teller teller) { teller_ = std::move(teller); }
     void hooks(Hooks hooks) { hooks_ = std::move(hooks); }
 
@@ -68,8 +68,9 @@ class QtWorld : public widgets::World {
     [[nodiscard]] FormWindow* front() const;
     // The menu that is open; null if none is.
     [[nodiscard]] QMenu* openMenu() const { return menu_; }
-    // For whoever plays several persons, each in a world of its own: leaves this one and comes back.
-    // A menu stays open, but not in the way of the others: it would take the mouse from all windows.
+    // For whoever plays several persons, each in a world of its own: leaves this one and comes
+    // back. A menu stays open, but not in the way of the others: it would take the mouse from all
+    // windows.
     void putAside();
     void takeUp();
     // Where the next menu opens; empty: at the pointer.
