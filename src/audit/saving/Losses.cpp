@@ -7,7 +7,6 @@
 #include "records/StoredFiles.h"
 #include "rules/Numbers.h"
 #include "text/Characters.h"
-#include "widgets/ListBox.h"
 
 #include <algorithm>
 #include <iterator>
@@ -58,12 +57,10 @@ class Search {
 
     std::vector<Loss> run() {
         const int lines = count(attribute(file::Training));
-        if (std::max(lines, count(attribute(file::Activities))) > widgets::MaxLines)
-            return {};
         single(file::StudyType, "le type d'étude", "", [](std::string_view type) {
             return type == "D" || type == "N" ? std::string(type) : "D";
         });
-        single(file::StudyCode, "l'étude", ", qui n'est plus dans sa table",
+        single(file::StudyCode, "l'étude", ", qui n'est pas dans sa table",
                [&](std::string_view code) {
                    return choices_.hasStudy(code) ? std::string(code) : std::string();
                });
@@ -86,7 +83,7 @@ class Search {
         list(file::CountsForDif, "la réponse D.I.F.", lines,
              [](std::string_view answer) { return answer == "1" ? "1" : std::string("0"); });
         single(file::Qualification, "la qualification",
-               ", qui n'est plus dans sa table, dès que l'on passe par son champ",
+               ", qui n'est pas dans sa table, dès que l'on passe par son champ",
                [&](std::string_view entry) {
                    return choices_.hasQualification(entry) ? std::string(entry) : std::string();
                });

@@ -37,8 +37,7 @@ class Choices {
 
 // The losses of a record of FORMVORANDINE given by its whole text, which is plain text, in the
 // order of attributes and values. Values that are filled in where none stood (hours 0, NON, seven
-// lines of experience, today, all activities) are no losses. None where the record has more lines
-// than the control takes: such a file is not saved at all.
+// lines of experience, today, all activities) are no losses.
 [[nodiscard]] std::vector<Loss> lossesOfSaving(std::string_view record, const Choices& choices);
 
 // "Un enregistrement effacera : ...", ten of them at most and how many more; "" for none.
