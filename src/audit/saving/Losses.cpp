@@ -47,8 +47,20 @@ std::string quoted(std::string_view value) {
     return "« " + text::Left(value, MostShown) + (long_ ? "… »" : " »");
 }
 
-std::string afterSaving(std::string_view date) {
-    return DateConverter::isStored(date) ? std::string(date) : DateConverter::stored(date);
+// What stays as it is, asked before what it becomes: most values are so.
+bool isType(std::string_view type) {
+    return type == "D" || type == "N";
+}
+bool isAnswer(std::string_view answer) {
+    return answer == "0" || answer == "1";
+}
+bool isWhole(std::string_view figure) {
+    return (figure.front() != '0' || figure.size() == 1) &&
+           std::all_of(figure.begin(), figure.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::string nothing(std::string_view /*value*/) {
+    return {};
 }
 
 class Search {
@@ -57,20 +69,19 @@ class Search {
 
     std::vector<Loss> run() {
         const int lines = count(attribute(file::Training));
-        single(file::StudyType, "le type d'étude", "", [](std::string_view type) {
-            return type == "D" || type == "N" ? std::string(type) : "D";
-        });
-        single(file::StudyCode, "l'étude", ", qui n'est pas dans sa table",
-               [&](std::string_view code) {
-                   return choices_.hasStudy(code) ? std::string(code) : std::string();
-               });
-        list(file::Date, "la date", lines, afterSaving);
-        list(file::Training, "le code", lines,
-             [](std::string_view code) { return text::Left(code, TrainingLength); });
-        list(file::Hours, "les heures", lines,
+        single(file::StudyType, "le type d'étude", "", isType, [](auto) { return "D"; });
+        single(
+            file::StudyCode, "l'étude", ", qui n'est pas dans sa table",
+            [&](std::string_view code) { return choices_.hasStudy(code); }, nothing);
+        list(file::Date, "la date", lines, DateConverter::isStored, DateConverter::stored);
+        list(
+            file::Training, "le code", lines,
+            [](std::string_view code) { return code.size() <= TrainingLength; },
+            [](std::string_view code) { return text::Left(code, TrainingLength); });
+        list(file::Hours, "les heures", lines, isWhole,
              [](std::string_view hours) { return rules::storedHours(rules::shownHours(hours)); });
-        list(file::Remarks, "les observations", lines,
-             [](std::string_view text) { return std::string(text); });
+        list(
+            file::Remarks, "les observations", lines, [](auto) { return true; }, nothing);
         eachValue(attribute(file::Experience), [&](int position, std::string_view value) {
             if (position > ExperienceLines)
                 add(file::Experience, position, value, "",
@@ -79,14 +90,12 @@ class Search {
         for (const auto& [number, name] : {std::pair(file::EntryDay, "la date de saisie"),
                                            {file::AvailableFrom, "le début de disponibilité"},
                                            {file::AvailableTo, "la fin de disponibilité"}})
-            single(number, name, NoDate, afterSaving);
-        list(file::CountsForDif, "la réponse D.I.F.", lines,
-             [](std::string_view answer) { return answer == "1" ? "1" : std::string("0"); });
-        single(file::Qualification, "la qualification",
-               ", qui n'est pas dans sa table, dès que l'on passe par son champ",
-               [&](std::string_view entry) {
-                   return choices_.hasQualification(entry) ? std::string(entry) : std::string();
-               });
+            single(number, name, NoDate, DateConverter::isStored, DateConverter::stored);
+        list(file::CountsForDif, "la réponse D.I.F.", lines, isAnswer, [](auto) { return "0"; });
+        single(
+            file::Qualification, "la qualification",
+            ", qui n'est pas dans sa table, dès que l'on passe par son champ",
+            [&](std::string_view entry) { return choices_.hasQualification(entry); }, nothing);
         beyond();
         return std::move(losses_);
     }
@@ -107,8 +116,8 @@ class Search {
             {number, position, std::string(value), std::move(becomes), std::move(sentence)});
     }
 
-    void compare(int number, int position, std::string_view value, std::string becomes,
-                 std::string sentence, const std::string& why) {
+    void lose(int number, int position, std::string_view value, std::string becomes,
+              std::string sentence, const std::string& why) {
         if (becomes == value)
             return;
         sentence += becomes.empty() ? why : ", que remplacera " + quoted(becomes);
@@ -116,26 +125,30 @@ class Search {
     }
 
     // Several values where one is read are stored back as they are.
-    template <typename After>
-    void single(int number, const std::string& name, const std::string& why, const After& after) {
+    template <typename Stays, typename After>
+    void single(int number, const char* name, const char* why, const Stays& stays,
+                const After& after) {
         const std::string_view value = attribute(number);
-        if (!value.empty() && value.find(records::ValueMark) == std::string_view::npos)
-            compare(number, 1, value, after(value), name + " " + quoted(value), why);
+        if (!value.empty() && value.find(records::ValueMark) == std::string_view::npos &&
+            !stays(value))
+            lose(number, 1, value, after(value), name + (" " + quoted(value)), why);
     }
 
-    template <typename After>
-    void list(int number, const std::string& name, int lines, const After& after) {
+    template <typename Stays, typename After>
+    void list(int number, const char* name, int lines, const Stays& stays, const After& after) {
         eachValue(attribute(number), [&](int position, std::string_view value) {
-            const auto where = [&] { return name + " " + quoted(value); };
-            if (position > lines)
+            if (position <= lines && stays(value))
+                return;
+            const std::string what = name + (" " + quoted(value));
+            if (position <= lines)
+                lose(number, position, value, after(value),
+                     what + " de la formation n° " + std::to_string(position), NoDate);
+            else
                 add(number, position, value, "",
-                    where() + " en position " + std::to_string(position) +
+                    what + " en position " + std::to_string(position) +
                         (lines == 0 ? ", sans formation"
                                     : ", au-delà de la dernière formation (" +
                                           std::to_string(lines) + ")"));
-            else if (std::string becomes = after(value); becomes != value)
-                compare(number, position, value, std::move(becomes),
-                        where() + " de la formation n° " + std::to_string(position), NoDate);
         });
     }
 
