@@ -4,6 +4,7 @@
 #include "bare.h"
 #include "measure.h"
 
+#include "apps/host/News.h"
 #include "records/DBARecord.h"
 #include "store/Store.h"
 #include "store/sqlite/SqliteEngine.h"
@@ -26,7 +27,8 @@ using bench::Statement;
 
 constexpr int ContractsOfOne = 10; // contracts of a caregiver
 constexpr int Attributes = 70;
-constexpr int Batch = 2000;             // operations timed together
+constexpr int Batch = 2000; // operations timed together
+constexpr bench::Seconds NewsAtMost = 20e-6;
 constexpr int LargerThanCache = 100000; // contracts, from which a file is more than a cache holds
 
 // --- data ---
@@ -176,6 +178,26 @@ bench::Comparison wholeFile(store::Store& store, const Bare& bare) {
         bench::Clock::Processor);
 }
 
+// Asking for news of a file while there are none, as hosts do all the time, against the bare
+// statement.
+bench::Comparison askingForNews(const std::shared_ptr<store::Store>& store, const Bare& bare) {
+    host::News news(store, caregiver(0));
+    const Statement pragma(bare, "PRAGMA data_version");
+    return bench::compare(
+        21,
+        [&] {
+            for (int i = 0; i < Batch; ++i)
+                sink += news.ask().size() + 1;
+        },
+        [&] {
+            for (int i = 0; i < Batch; ++i) {
+                sink += pragma.step() ? 1 : 0;
+                pragma.reset();
+            }
+        },
+        bench::Clock::Wall);
+}
+
 // Two ways to store a record, each in a file of its own, so that neither writes into the other's
 // pages.
 bench::Comparison writes(const std::vector<std::string>& keys,
@@ -217,16 +239,13 @@ void writing(const std::string& path, const std::string& copy,
     }
     const auto kept = store::Store(store::openEngine("sqlite:" + copy, store::OpenMode::Existing))
                           .OpenFile("CONTRAT");
-    bench::report("storing one record, history against none",
-                  writes(
-                      keys,
-                      [&](const std::string& key, const std::string& text) {
-                          auto record = kept->NewRecord(key);
-                          record() = text;
-                          record.DBWrite();
-                      },
-                      withoutHistory),
-                  1, 1.6);
+    bench::report(
+        "storing one record, history against none",
+        writes(
+            keys,
+            [&](const std::string& key, const std::string& text) { kept->WriteRecord(key, text); },
+            withoutHistory),
+        1, 1.6);
 }
 
 void measure(int contracts, double& previousRequest, int& previousContracts) {
@@ -247,7 +266,9 @@ void measure(int contracts, double& previousRequest, int& previousContracts) {
         keys.push_back(contract(number).key);
     }
     // Opened anew, as bare SQLite is: what filled the store has its memory all over the place.
-    store::Store store(store::openEngine("sqlite:" + path, store::OpenMode::Existing));
+    const auto opened = std::make_shared<store::Store>(
+        store::openEngine("sqlite:" + path, store::OpenMode::Existing));
+    store::Store& store = *opened;
     const Bare bare(path);
     const std::vector<std::string> again(codes.size(), codes.front());
     bench::report("contracts of one caregiver, again and again",
@@ -258,6 +279,10 @@ void measure(int contracts, double& previousRequest, int& previousContracts) {
                   contractRequests(store, normalised, "ordonne", codes), Batch);
     bench::report("reading one record", pointReads(*store.OpenFile("CONTRAT"), bare, keys), Batch,
                   1.25);
+    const auto news = askingForNews(opened, bare);
+    bench::report("asking for news while there are none", news, Batch);
+    if (news.ours / Batch > NewsAtMost)
+        std::printf("that takes more than %.0f us: too much\n", NewsAtMost * 1e6);
     const auto whole = wholeFile(store, bare);
     bench::report("whole file by attribute 65, one record", whole, contracts,
                   contracts >= LargerThanCache ? 1.3 : 0);

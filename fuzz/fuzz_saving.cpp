@@ -101,7 +101,7 @@ void check(Input input) {
     const std::string text(input.piece());
     if (!records::isPlainRecord(text))
         return;
-    Desk desk({[](const Message&) { return Answer::Yes; }, {}, {}, {}, {}});
+    Desk desk({.messageBox = [](const Message&) { return Answer::Yes; }});
     desk.putText("ACTIVITES", "A4", "");
     desk.putText(table::File, table::Qualifications, "^]Écoutante]Auxiliaire de vie");
     desk.engine->file(file::File)->write(Code, text);

@@ -41,7 +41,7 @@ class ParameterTable {
     [[nodiscard]] std::optional<Refusal> change(const Parameter& entry);
 
     // Stores the record, with what it holds beside codes and labels. Throws what DBWrite throws.
-    void write() const { record_.DBWrite(); }
+    void write() { record_.DBWrite(); }
 
   private:
     records::DBARecord record_;

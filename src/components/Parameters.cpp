@@ -32,6 +32,12 @@ struct Change {
     }
 };
 
+// A change that no longer goes, and why.
+struct Refused {
+    Parameter entry;
+    Refusal refusal;
+};
+
 class Parameters : public widgets::UserControl, public ports::ParametersControl {
   public:
     explicit Parameters(ports::ParametersHost& host);
@@ -65,7 +71,8 @@ class Parameters : public widgets::UserControl, public ports::ParametersControl 
     void refuse(const Refusal& refusal);
     void leave();
     bool store();
-    bool repeat(ParameterTable& stored);
+    [[nodiscard]] std::optional<Refused> repeat(ParameterTable& stored) const;
+    void lookAgain(ParameterTable stored, Refused refused);
 };
 
 Parameters::Parameters(ports::ParametersHost& host) : host_(host) {
@@ -176,11 +183,15 @@ void Parameters::leave() {
 
 // False where the user must look again.
 bool Parameters::store() {
+    ParameterTable stored;
+    std::optional<Refused> refused;
     try {
-        ParameterTable stored(read());
-        if (!repeat(stored))
-            return false;
-        stored.write();
+        TheDatabase->atomically([&] {
+            stored = ParameterTable(read());
+            refused = repeat(stored);
+            if (!refused)
+                stored.write();
+        });
     } catch (const Error&) {
         // Once the host has told of it, there must be a way out while the disk stays full.
         if (!std::exchange(storingFailed_, true) ||
@@ -188,40 +199,45 @@ bool Parameters::store() {
                            "Voulez-vous quitter sans les enregistrer ?"))
             throw;
     }
-    return true;
+    if (refused)
+        lookAgain(std::move(stored), *std::move(refused));
+    return !refused;
 }
 
-// Makes all changes again in the table as it is now stored. The first one that no longer goes is
-// given back to the user, who then sees that table; the others wait for the next time.
-bool Parameters::repeat(ParameterTable& stored) {
-    std::optional<Refusal> first;
+// Makes all changes again in the table as it is now stored. The first one that no longer goes;
+// nothing if all go.
+std::optional<Refused> Parameters::repeat(ParameterTable& stored) const {
+    std::optional<Refused> first;
     std::vector<std::string> refused;
-    const auto isRefused = [&](const std::string& code) {
-        return std::find(refused.begin(), refused.end(), code) != refused.end();
-    };
     for (const Change& change : changes_) {
-        if (isRefused(change.entry.code) || stored.holds(change.entry))
+        const bool before =
+            std::find(refused.begin(), refused.end(), change.entry.code) != refused.end();
+        if (before || stored.holds(change.entry))
             continue;
-        if (auto refusal = change.make(stored)) {
+        if (const auto refusal = change.make(stored)) {
             refused.push_back(change.entry.code);
             if (!first)
-                first = std::move(refusal);
+                first = Refused{change.entry, *refusal};
         }
     }
-    if (!first)
-        return true;
+    return first;
+}
+
+// The user gets the change back that no longer goes, and sees the table as it is stored; the other
+// changes wait for the next time.
+void Parameters::lookAgain(ParameterTable stored, Refused refused) {
     table_ = std::move(stored);
     fill();
     for (const Change& change : changes_)
-        if (change.entry.code == refused.front()) {
+        if (change.entry.code == refused.entry.code) {
             Txt_CodeParam.Text(change.entry.code);
             Txt_LibelleParam.Text(change.entry.label);
         }
     std::erase_if(changes_,
-                  [&](const Change& change) { return change.entry.code == refused.front(); });
-    first->text = "Un autre utilisateur vient de modifier la table. " + first->text;
-    refuse(*first);
-    return false;
+                  [&](const Change& change) { return change.entry.code == refused.entry.code; });
+    refused.refusal.text =
+        "Un autre utilisateur vient de modifier la table. " + refused.refusal.text;
+    refuse(refused.refusal);
 }
 
 } // namespace

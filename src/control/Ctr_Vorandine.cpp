@@ -59,12 +59,13 @@ struct Ctr_Vorandine::Parts {
                   .Conv_Date = Conv_Date,
                   .control = control,
                   .world = world}),
+          saves(variables, control.W_Params, droitsModule, Conv_Date, control, world),
           dossier(screen,
                   {.studies = studies,
                    .trainings = trainings,
                    .activities = activities,
                    .availability = availability},
-                  ledgers, variables, control, world, control.W_Sortir) {
+                  saves, ledgers, variables, control, world, control.W_Sortir) {
         screen.Ong_Vorandine.Click = [this](std::int16_t& /*previousTab*/) {
             if (screen.Ong_Vorandine.Tab() != DifTab)
                 return;
@@ -127,6 +128,7 @@ struct Ctr_Vorandine::Parts {
     experience::Availability availability;
     dif::Employers employers;
     dif::DetailArea detail;
+    SaveMerge saves;
     Dossier dossier;
 };
 

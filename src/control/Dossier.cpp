@@ -15,36 +15,29 @@ namespace vorandine::control {
 namespace attribute = records::training_file;
 using experience::Activities;
 
-Dossier::Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
-                 ports::Variables& variables, widgets::UserControl& control, widgets::World& world,
-                 std::int16_t& W_Sortir)
-    : s_(screen), on_(subjects), ledgers_(ledgers), v_(variables), control_(control), world_(world),
-      W_Sortir_(W_Sortir) {
+Dossier::Dossier(Screen& screen, const Subjects& subjects, SaveMerge& saves,
+                 const dif::Ledgers& ledgers, ports::Variables& variables,
+                 widgets::UserControl& control, widgets::World& world, std::int16_t& W_Sortir)
+    : s_(screen), on_(subjects), saves_(saves), ledgers_(ledgers), v_(variables), control_(control),
+      world_(world), W_Sortir_(W_Sortir) {
     s_.Cmd_OK.Click = [this] { Cmd_OK_Click(); };
     s_.Cmd_Retour.Click = [this] { Cmd_Retour_Click(); };
 }
 
 void Dossier::Afficher_Donnees() {
-    const records::DBARecord& rec = v_.Rec_Dossier;
-    rules::StatementByStatement tries;
-    on_.studies.showStudies(rec, tries);
-    on_.trainings.show(rec, v_.F_FORMPRO, tries);
-    on_.studies.showExperience(rec, tries);
-    on_.activities.show(rec, tries);
-    on_.availability.show(rec, tries);
-    on_.studies.showQualification(rec, tries);
+    on_.show(v_.Rec_Dossier, v_.F_FORMPRO);
 }
 
 void Dossier::MAJ_TabDyn() {
-    records::DBARecord& rec = v_.Rec_Dossier;
-    rec() = "";
-    on_.trainings.compose(rec);
-    on_.studies.compose(rec);
-    on_.activities.compose(rec);
-    on_.availability.compose(rec);
+    v_.Rec_Dossier() = "";
+    on_.compose(v_.Rec_Dossier);
 }
 
 void Dossier::Ecrire_Donnees() {
+    composeAndStore();
+}
+
+bool Dossier::composeAndStore() {
     const int lines = std::max(std::as_const(v_.Rec_Copie).DCount(attribute::Training),
                                v_.Rec_Copie.DCount(attribute::Activities));
     if (lines > widgets::MaxLines)
@@ -53,21 +46,47 @@ void Dossier::Ecrire_Donnees() {
                                                std::to_string(widgets::MaxLines) +
                                                ". Il n'est pas réécrit, pour ne rien perdre.");
     MAJ_TabDyn();
-    v_.Rec_Dossier.DBWrite();
+    std::vector<int> filled;
+    for (const Filled& each : filled_)
+        if (std::as_const(v_.Rec_Dossier)(each.attribute) == each.value)
+            filled.push_back(each.attribute);
+    return saves_.store({.read = std::as_const(v_.Rec_Copie)(),
+                         .untouched = {},
+                         .origins = on_.trainings.origins(),
+                         .filled = std::move(filled)});
+}
+
+// What stands in the fields only because the program put it there gives way to what another seat
+// has stored.
+void Dossier::fillIn(const std::function<void()>& fill) {
+    const auto content = [this] {
+        records::DBARecord composed;
+        on_.availability.compose(composed);
+        on_.activities.compose(composed);
+        return composed;
+    };
+    const records::DBARecord before = content();
+    fill();
+    const records::DBARecord after = content();
+    for (const int a : {attribute::EntryDay, attribute::AvailableFrom, attribute::Activities})
+        if (before(a) != after(a))
+            filled_.push_back({.attribute = a, .value = after(a)});
 }
 
 void Dossier::Cmd_OK_Click() {
-    on_.availability.fillWithToday();
+    fillIn([this] { on_.availability.fillWithToday(); });
     if (!on_.availability.check())
         return;
     if (on_.activities.noneChosen())
-        on_.activities.Remplir_Secteurs(Activities::Selected);
+        fillIn([this] { on_.activities.Remplir_Secteurs(Activities::Selected); });
+    bool stored = false;
     {
         rules::LongTask task(control_, world_);
-        Ecrire_Donnees();
+        stored = composeAndStore();
         task.letEventsThrough();
     }
-    leave();
+    if (stored)
+        leave();
 }
 
 void Dossier::Cmd_Retour_Click() {
@@ -86,18 +105,23 @@ void Dossier::Cmd_Retour_Click() {
         if (answer != widgets::Answer::No)
             return;
     }
-    if (std::as_const(v_.Rec_Copie)(attribute::Activities).empty()) {
-        on_.activities.Remplir_Secteurs(Activities::Copie);
-        v_.Rec_Dossier() = v_.Rec_Copie();
-        try {
-            v_.Rec_Dossier.DBWrite();
-        } catch (...) {
-            // Else the next press would take the activities for stored.
-            v_.Rec_Copie(attribute::Activities) = "";
-            throw;
-        }
-    }
+    if (std::as_const(v_.Rec_Copie)(attribute::Activities).empty())
+        storeActivities();
     leave();
+}
+
+void Dossier::storeActivities() {
+    std::string read = std::as_const(v_.Rec_Copie)();
+    on_.activities.Remplir_Secteurs(Activities::Copie);
+    v_.Rec_Dossier() = v_.Rec_Copie();
+    try {
+        saves_.storeUnasked(
+            {.read = read, .untouched = read, .origins = {}, .filled = {attribute::Activities}});
+    } catch (...) {
+        // Else the next press would take the activities for stored.
+        v_.Rec_Copie(attribute::Activities) = "";
+        throw;
+    }
 }
 
 void Dossier::leave() {

@@ -2,32 +2,25 @@
 // written, and left. A change is a difference between two texts; there is no flag.
 #pragma once
 
+#include "control/SaveMerge.h"
 #include "control/Screen.h"
+#include "control/Subjects.h"
 #include "dif/Ledgers.h"
-#include "experience/Activities.h"
-#include "experience/Availability.h"
-#include "experience/Studies.h"
 #include "ports/Variables.h"
-#include "trainings/TrainingLines.h"
 #include "widgets/World.h"
 
 #include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace vorandine::control {
-
-// The subjects of tabs 0 and 1, whose widgets together hold the file.
-struct Subjects {
-    experience::Studies& studies;
-    trainings::TrainingLines& trainings;
-    experience::Activities& activities;
-    experience::Availability& availability;
-};
 
 // Takes over Cmd_OK and Cmd_Retour. `ledgers` tells whether D.I.F. hours were stored meanwhile. All
 // that is handed over must outlive it.
 class Dossier {
   public:
-    Dossier(Screen& screen, const Subjects& subjects, const dif::Ledgers& ledgers,
+    Dossier(Screen& screen, const Subjects& subjects, SaveMerge& saves, const dif::Ledgers& ledgers,
             ports::Variables& variables, widgets::UserControl& control, widgets::World& world,
             std::int16_t& W_Sortir);
     Dossier(const Dossier&) = delete;
@@ -38,21 +31,36 @@ class Dossier {
     void Afficher_Donnees();
     // Composes Rec_Dossier from the screen. Writes nothing.
     void MAJ_TabDyn();
-    // Composes and stores. Throws Error(RecordTooLong) where the stored record holds more lines
+    // Composes and stores; what another seat has stored meanwhile is kept (SaveMerge). Throws
+    // Error(RecordTooLong) where the stored record holds more lines
     // than the lists could show: a save would cut it.
     void Ecrire_Donnees();
 
   private:
     Screen& s_;
     Subjects on_;
+    SaveMerge& saves_;
     const dif::Ledgers& ledgers_;
     ports::Variables& v_;
     widgets::UserControl& control_;
     widgets::World& world_;
     std::int16_t& W_Sortir_;
 
+    // What the program, not the user, put into the fields.
+    struct Filled {
+        int attribute;
+        std::string value;
+    };
+    std::vector<Filled> filled_;
+
     void Cmd_OK_Click();
     void Cmd_Retour_Click();
+    // Runs `fill`, and keeps what it put into the fields.
+    void fillIn(const std::function<void()>& fill);
+    // False where the user wants back to the form.
+    bool composeAndStore();
+    // Every activity, for a stored file without any.
+    void storeActivities();
     void leave();
 };
 

@@ -106,6 +106,7 @@ void DetailArea::showLedger() {
     const std::string key = with_.caregiver.Etq_CodeAidant.Caption() +
                             e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
     W_CleDif_ = key;
+    shown_ = records::DBARecord();
     with_.notice.ofDetail("");
     const auto keep = [this](const std::string& why) {
         W_CleDif_ = "";
@@ -119,6 +120,7 @@ void DetailArea::showLedger() {
     if (!found)
         return;
     const records::DBARecord& record = v.Rec_DIFAIDANT;
+    shown_() = record();
     const int lines = record.DCount(records::ledger::Date);
     if (lines > widgets::MaxLines)
         keep("Le détail compte " + std::to_string(lines) +
@@ -191,6 +193,8 @@ void DetailArea::Cmd_OkDif_Click() {
     pieces.rights = inFixedForm(pieces.rights);
     pieces.hours = inFixedForm(pieces.hours);
     std::string line = pieces.toText();
+    LineChange change{
+        .kind = LineChange::Kind::Added, .line = 0, .typed = {line, ""}, .date = pieces.date};
     if (W_CreationDif_ == 1) {
         Recherche_Place();
         w_.Lst_DetailDif.AddItem(std::move(line), W_PlaceDif_);
@@ -199,9 +203,12 @@ void DetailArea::Cmd_OkDif_Click() {
         const int current = w_.Lst_DetailDif.ListIndex();
         // Where it is out of its columns, the fields hold pieces cut at the wrong places.
         DetailLine::requireInColumns(DetailLine::withBalance(w_.Lst_DetailDif.List(current), ""));
+        change.kind = LineChange::Kind::Changed;
+        change.line = static_cast<std::size_t>(current);
+        change.typed.code = w_.Lst_CodeFormDif.List(current);
         w_.Lst_DetailDif.List(current, std::move(line));
     }
-    finish(lost);
+    finish(change, lost);
     task.letEventsThrough();
 }
 
@@ -214,7 +221,11 @@ void DetailArea::Cmd_SupprDif_Click() {
     w_.Lst_CodeFormDif.RemoveItem(line);
     w_.Lst_DetailDif.RemoveItem(line);
     rules::LongTask task(with_.control, with_.world);
-    finish("À supprimer : " + told(pieces));
+    finish({.kind = LineChange::Kind::Deleted,
+            .line = static_cast<std::size_t>(line),
+            .typed = {},
+            .date = {}},
+           "À supprimer : " + told(pieces));
     task.letEventsThrough();
 }
 
@@ -224,7 +235,7 @@ void DetailArea::Cmd_AnnuleDif_Click() {
         Effacer_Donnees_Dif();
 }
 
-void DetailArea::finish(const std::string& lost) {
+void DetailArea::finish(const LineChange& change, const std::string& lost) {
     int W_LigneEmpl = e_.Lst_DifEmpl.ListIndex();
     const std::string employer = e_.Lst_CodeEmplDif.List(W_LigneEmpl);
     Effacer_Donnees_Dif();
@@ -239,7 +250,10 @@ void DetailArea::finish(const std::string& lost) {
         reopen();
         throw;
     }
-    with_.notice.tell(store(), lost);
+    std::string others;
+    const Stored outcome = with_.ledgers.change(W_CleDif_, shown_, lines(), change, others);
+    W_CleDif_ = "";
+    with_.notice.tell(outcome, lost, others);
     try {
         with_.employers.Select_DifAidant();
     } catch (...) {
@@ -263,51 +277,31 @@ int DetailArea::lineOf(const std::string& employer) const {
     return -1;
 }
 
-void DetailArea::Recherche_Place() {
-    const auto number = [&](const std::string& date) {
-        const std::string stored = with_.Conv_Date.Date_Stockee(date);
-        return stored.empty() ? 0L : std::stol(stored);
-    };
-    const long typed = number(w_.Txt_DateDif.Text());
-    int place = 0;
-    for (;; ++place) {
-        const long here = number(DetailLine::dateOf(w_.Lst_DetailDif.List(place)));
-        if (here == 0 || typed < here)
-            break;
-    }
-    W_PlaceDif_ = static_cast<std::int16_t>(place);
-}
-
-void DetailArea::Calcul_MV_Dif() {
-    const int count = w_.Lst_DetailDif.ListCount();
-    Ledger ledger;
-    for (int i = 0; i < count; ++i)
-        ledger.push_back(shownFigures(w_.Lst_DetailDif.List(i)));
-    balances::allLines(ledger);
-    std::vector<std::string> lines;
-    for (int i = 0; i < count; ++i) {
-        lines.push_back(DetailLine::withBalance(
-            w_.Lst_DetailDif.List(i),
-            figureText(ledger[static_cast<std::size_t>(i)].balance.toDecimal())));
-        DetailLine::requireInColumns(lines.back());
-    }
-    for (int i = 0; i < count; ++i)
-        w_.Lst_DetailDif.List(i, std::move(lines[static_cast<std::size_t>(i)]));
-}
-
-Stored DetailArea::store() {
+std::vector<ShownLine> DetailArea::lines() const {
     const int count = w_.Lst_DetailDif.ListCount();
     std::vector<ShownLine> lines;
     lines.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         lines.push_back({.text = w_.Lst_DetailDif.List(i), .code = w_.Lst_CodeFormDif.List(i)});
-    const Stored outcome = with_.ledgers.rewrite(W_CleDif_, lines);
-    W_CleDif_ = "";
-    return outcome;
+    return lines;
+}
+
+void DetailArea::Recherche_Place() {
+    W_PlaceDif_ =
+        static_cast<std::int16_t>(placeOf(w_.Txt_DateDif.Text(), lines(), with_.Conv_Date));
+}
+
+void DetailArea::Calcul_MV_Dif() {
+    std::vector<ShownLine> recomputed = lines();
+    recompute(recomputed);
+    for (std::size_t i = 0; i < recomputed.size(); ++i)
+        w_.Lst_DetailDif.List(static_cast<int>(i), std::move(recomputed[i].text));
 }
 
 void DetailArea::Maj_DifAidant() {
-    with_.notice.tell(store(), "Rouvrez le détail, puis recommencez.");
+    const Stored outcome = with_.ledgers.rewrite(W_CleDif_, lines());
+    W_CleDif_ = "";
+    with_.notice.tell(outcome, "Rouvrez le détail, puis recommencez.");
     rules::StatementByStatement tries;
     tries([&] { with_.employers.Select_DifAidant(); });
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "dif/Columns.h"
+#include "dif/DetailLines.h"
 #include "dif/Employers.h"
 #include "dif/FileNotice.h"
 #include "dif/Ledgers.h"
@@ -94,6 +95,7 @@ class DetailArea {
     std::int16_t W_PlaceDif_ = 0;
     // The key of the ledger whose lines are shown; "" if they could not be: nothing is stored then.
     std::string W_CleDif_;
+    records::DBARecord shown_; // a free copy of the ledger whose lines are shown
 
     void Lst_DifEmpl_DblClick();
     void Lst_DetailDif_DblClick();
@@ -106,10 +108,10 @@ class DetailArea {
     void showLedger();
     [[nodiscard]] bool check();
     [[nodiscard]] DetailLine typed() const;
-    // Stores what the lists now hold and shows what the file then holds. `lost` tells what to do
-    // again if it could not be stored.
-    void finish(const std::string& lost);
-    Stored store();
+    // Stores what the lists now hold, which `change` has made of what was shown, and shows what the
+    // file then holds. `lost` tells what to do again if it could not be stored.
+    void finish(const LineChange& change, const std::string& lost);
+    [[nodiscard]] std::vector<ShownLine> lines() const;
     [[nodiscard]] int lineOf(const std::string& employer) const;
 };
 

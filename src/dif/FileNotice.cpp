@@ -3,13 +3,28 @@
 
 namespace vorandine::dif {
 
-void FileNotice::tell(Stored outcome, const std::string& lost) {
-    if (outcome == Stored::Done)
-        change_ = "";
-    else
-        change_ = (outcome == Stored::NotRead ? "Fichier illisible, rien n'est modifié. "
-                                              : "Le fichier n'a pas pu être écrit. ") +
-                  lost;
+namespace {
+
+const char* reasonOf(Stored outcome) {
+    switch (outcome) {
+    case Stored::NotRead:
+        return "Fichier illisible, rien n'est modifié. ";
+    case Stored::NotWritten:
+        return "Le fichier n'a pas pu être écrit. ";
+    case Stored::LineGone:
+        return "La ligne n'y est plus telle quelle, rien n'est modifié. ";
+    case Stored::Done:
+        break;
+    }
+    return "";
+}
+
+} // namespace
+
+void FileNotice::tell(Stored outcome, const std::string& lost, const std::string& others) {
+    change_ = others;
+    if (outcome != Stored::Done)
+        change_ += (others.empty() ? "" : " ") + std::string(reasonOf(outcome)) + lost;
     show();
 }
 

@@ -9,7 +9,12 @@
 namespace vorandine::dif {
 
 // What became of a change to the stored ledgers.
-enum class Stored { Done, NotRead, NotWritten };
+enum class Stored {
+    Done,
+    NotRead,
+    NotWritten,
+    LineGone, // another seat has changed or deleted the line: nothing was written
+};
 
 // One line is shown: what was lost comes before what the detail lacks, and this before what the
 // list of employers lacks.
@@ -19,7 +24,8 @@ class FileNotice {
 
     // Tells how a change ended. `lost` is what it was about, as "À ressaisir : …": nothing of it is
     // stored. It stays told until a later change is stored.
-    void tell(Stored outcome, const std::string& lost);
+    // `others` is what another seat was found to have done, told in any case.
+    void tell(Stored outcome, const std::string& lost, const std::string& others = {});
     // What could not be read of the detail, or for the list of employers; "" if all was read.
     void ofDetail(const std::string& why);
     void ofEmployers(const std::string& why);

@@ -233,21 +233,29 @@ void Frm_DIF::Test_Zero() {
 
 bool Frm_DIF::MAJ() {
     const ChargedTraining training{.date = W_DateFormation, .code = W_CodeForm};
+    std::vector<int> lines;
+    std::vector<Ledgers::Charge> charges;
+    for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
+        const std::string hours = ChargeLine::parse(Lst_Dif.List(i)).hours;
+        if (hours.empty())
+            continue;
+        lines.push_back(i);
+        charges.push_back(
+            {.key = Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), .hours = hoursOr0(hours)});
+    }
+    const std::vector<Stored> outcomes = ledgers_.charge(charges, training);
     std::string stored;
     std::string left;
-    for (int i = 0; i < Lst_Dif.ListCount(); ++i) {
-        const ChargeLine line = ChargeLine::parse(Lst_Dif.List(i));
-        if (line.hours.empty())
-            continue;
-        const Fixed4 hours = hoursOr0(line.hours);
-        if (ledgers_.charge(Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), training, hours) !=
-            Stored::Done) {
-            enumerate(left, named(line.employer, hours));
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        const Fixed4 hours = charges[k].hours;
+        const std::string line = named(ChargeLine::parse(Lst_Dif.List(lines[k])).employer, hours);
+        if (outcomes[k] != Stored::Done) {
+            enumerate(left, line);
             continue;
         }
         stored_ += hours;
-        enumerate(stored, named(line.employer, hours));
-        takeOff(i, hours);
+        enumerate(stored, line);
+        takeOff(lines[k], hours);
     }
     if (left.empty())
         return true;

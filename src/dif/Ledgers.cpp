@@ -24,65 +24,129 @@ bool earlier(const std::string& a, const std::string& b) {
 
 } // namespace
 
-Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& lines) {
+void Ledgers::together(const std::function<void()>& work) {
+    v_.TheDatabase->atomically(work);
+}
+
+Stored Ledgers::update(const std::string& key, const std::function<Stored(bool there)>& work) {
     rules::StatementByStatement tries;
-    const bool readable = tries([&] {
-        if (!readLedger(v_, key))
-            v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
-    });
-    if (!readable)
-        return Stored::NotRead;
-    const bool written = tries([&] {
-        if (lines.empty()) {
-            v_.F_DIFAIDANT->DeleteRecord(key);
-            written_ = true;
-        } else {
-            replaceLines(v_.Rec_DIFAIDANT, lines, Conv_Date_);
-            write();
-        }
+    bool reading = false;
+    Stored outcome = Stored::Done;
+    const bool done = tries([&] {
+        together([&] {
+            reading = true;
+            const bool there = readLedger(v_, key);
+            reading = false;
+            outcome = work(there);
+        });
     });
     v_.Rec_DIFAIDANT = records::DBARecord();
-    return written ? Stored::Done : Stored::NotWritten;
+    if (done && outcome == Stored::Done)
+        written_ = true;
+    if (done)
+        return outcome;
+    return reading ? Stored::NotRead : Stored::NotWritten;
 }
 
-void Ledgers::write() {
-    v_.Rec_DIFAIDANT.DBWrite();
-    written_ = true;
+void Ledgers::replace(const std::vector<ShownLine>& lines) {
+    if (lines.empty()) {
+        v_.Rec_DIFAIDANT.DBDelete();
+    } else {
+        replaceLines(v_.Rec_DIFAIDANT, lines, Conv_Date_);
+        v_.Rec_DIFAIDANT.DBWrite();
+    }
 }
 
-Stored Ledgers::charge(const std::string& key, const ChargedTraining& training,
-                       text::Fixed4 hours) {
-    rules::StatementByStatement tries;
-    bool there = false;
-    if (!tries([&] { there = readLedger(v_, key); }) || !there)
-        return Stored::NotRead;
-    const bool written = tries([&] {
-        records::DBARecord& record = v_.Rec_DIFAIDANT;
-        const records::DBARecord& stored = record;
-        const int lines = stored.DCount(attribute::Date);
-        int before = lines; // the last line that is earlier; a date that is none never is
-        while (before > 0 && !earlier(stored(attribute::Date, before), training.date))
-            --before;
-        const int place = before + 1;
-        // Where the balance before a last line is missing, the line counts from 0.
-        if (place > lines && before > 0 && stored(attribute::Balance, before).empty())
-            record(attribute::Balance, before) = "0";
-        record.Insert(attribute::Date, place) = training.date;
-        record.Insert(attribute::Rights, place) = "";
-        record.Insert(attribute::Hours, place) =
-            hours.toDecimal().shifted(HundredthsPlaces).toText();
-        record.Insert(attribute::Balance, place) = "";
-        record.Insert(attribute::Training, place) = training.code;
-        Ledger recomputed = ledger(record);
-        balances::afterInsertion(recomputed, static_cast<std::size_t>(before));
-        setBalances(record, recomputed, static_cast<std::size_t>(before));
-        write();
+Stored Ledgers::rewrite(const std::string& key, const std::vector<ShownLine>& lines) {
+    return update(key, [&](bool there) {
+        if (!there)
+            v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
+        replace(lines);
+        return Stored::Done;
     });
-    return written ? Stored::Done : Stored::NotWritten;
+}
+
+Stored Ledgers::change(const std::string& key, const records::DBARecord& shown,
+                       const std::vector<ShownLine>& lines, const LineChange& change,
+                       std::string& others) {
+    return update(key, [&](bool there) {
+        if (!there)
+            v_.Rec_DIFAIDANT = v_.F_DIFAIDANT->NewRecord(key);
+        records::DBARecord& record = v_.Rec_DIFAIDANT;
+        if (sameLines(record, shown)) {
+            replace(lines);
+            return Stored::Done;
+        }
+        const std::string user = v_.F_DIFAIDANT->LastChange(key).user;
+        const std::string what = difference(shown, record, Conv_Date_);
+        others = (user.empty() ? "Un autre poste" : user) + " a modifié ce détail" +
+                 (what.empty() ? "" : " : " + what) + ".";
+        if (!repeat(change, shown, record, Conv_Date_, records::TrainingLabels(v_.F_FORMPRO)))
+            return Stored::LineGone;
+        if (std::as_const(record).DCount(attribute::Date) == 0)
+            record.DBDelete();
+        else
+            record.DBWrite();
+        return Stored::Done;
+    });
+}
+
+std::vector<Stored> Ledgers::charge(const std::vector<Charge>& charges,
+                                    const ChargedTraining& training) {
+    std::vector<Stored> outcomes;
+    rules::StatementByStatement tries;
+    const bool done = tries([&] {
+        together([&] {
+            for (const Charge& each : charges) {
+                bool there = false;
+                if (!tries([&] { there = readLedger(v_, each.key); }) || !there)
+                    outcomes.push_back(Stored::NotRead);
+                else
+                    outcomes.push_back(tries([&] { charge(each, training); }) ? Stored::Done
+                                                                              : Stored::NotWritten);
+            }
+        });
+    });
+    if (!done)
+        outcomes.assign(charges.size(), Stored::NotWritten);
+    if (std::find(outcomes.begin(), outcomes.end(), Stored::Done) != outcomes.end())
+        written_ = true;
+    return outcomes;
+}
+
+void Ledgers::charge(const Charge& charge, const ChargedTraining& training) {
+    records::DBARecord& record = v_.Rec_DIFAIDANT;
+    const records::DBARecord& stored = record;
+    const int lines = stored.DCount(attribute::Date);
+    int before = lines; // the last line that is earlier; a date that is none never is
+    while (before > 0 && !earlier(stored(attribute::Date, before), training.date))
+        --before;
+    const int place = before + 1;
+    // Where the balance before a last line is missing, the line counts from 0.
+    if (place > lines && before > 0 && stored(attribute::Balance, before).empty())
+        record(attribute::Balance, before) = "0";
+    record.Insert(attribute::Date, place) = training.date;
+    record.Insert(attribute::Rights, place) = "";
+    record.Insert(attribute::Hours, place) =
+        charge.hours.toDecimal().shifted(HundredthsPlaces).toText();
+    record.Insert(attribute::Balance, place) = "";
+    record.Insert(attribute::Training, place) = training.code;
+    Ledger recomputed = ledger(record);
+    balances::afterInsertion(recomputed, static_cast<std::size_t>(before));
+    setBalances(record, recomputed, static_cast<std::size_t>(before));
+    record.DBWrite();
 }
 
 TakenOut Ledgers::takeOut(const std::string& caregiver, const LeavingTraining& training) {
-    return walk(caregiver, training, true);
+    TakenOut taken;
+    rules::StatementByStatement tries;
+    if (!tries([&] { together([&] { taken = walk(caregiver, training, true); }); })) {
+        taken.outcome = Stored::NotWritten;
+        taken.given.clear();
+    }
+    if (!taken.given.empty())
+        written_ = true;
+    return taken;
 }
 
 TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const LeavingTraining& training) {
@@ -152,7 +216,7 @@ TakenOut Ledgers::walk(const std::string& caregiver, const LeavingTraining& leav
                 Ledger lines = ledger(v_.Rec_DIFAIDANT);
                 balances::afterRemoval(lines);
                 setBalances(v_.Rec_DIFAIDANT, lines, 1);
-                write();
+                v_.Rec_DIFAIDANT.DBWrite();
             }
             taken.given.push_back(
                 {employerNameOrCode(v_, key.substr(caregiver.size())),

@@ -2,6 +2,7 @@
 // hours of a training, and all of a caregiver's from which a training is taken out.
 #pragma once
 
+#include "dif/DetailLines.h"
 #include "dif/FileNotice.h"
 #include "dif/LedgerRecord.h"
 #include "ports/DateObject.h"
@@ -9,6 +10,7 @@
 
 #include "text/Fixed4.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -53,9 +55,22 @@ class Ledgers {
     // if there are no lines. What the stored record holds beside its lines stays.
     Stored rewrite(const std::string& key, const std::vector<ShownLine>& lines);
 
-    // Adds a consumption line of `hours` for `training`, before any line of that date, and
-    // recomputes the balances from there on. NotRead where there is no ledger under `key`.
-    Stored charge(const std::string& key, const ChargedTraining& training, text::Fixed4 hours);
+    // The same where the ledger still holds the lines of `shown`, of which `lines` is what `change`
+    // has made. Where another seat has changed it since, the change alone is made again, in what is
+    // stored now; LineGone where its line is not there as it was. `others`, if not null, is then
+    // told what the other did.
+    Stored change(const std::string& key, const records::DBARecord& shown,
+                  const std::vector<ShownLine>& lines, const LineChange& change,
+                  std::string& others);
+
+    struct Charge {
+        std::string key; // of the ledger
+        text::Fixed4 hours;
+    };
+    // Adds a consumption line for `training` to each ledger, before any line of that date, and
+    // recomputes the balances from there on: all in one, save those that cannot be read or written.
+    // What became of each; NotRead where there is no ledger under its key.
+    std::vector<Stored> charge(const std::vector<Charge>& charges, const ChargedTraining& training);
 
     // Takes the lines of `training` out of every ledger of `caregiver`, and recomputes their
     // balances: its share of them, rounded up, where others are alike, those of its own hours
@@ -73,7 +88,13 @@ class Ledgers {
     const ports::DateObject& Conv_Date_;
     bool written_ = false;
 
-    void write();
+    // Runs `work` on the ledger under `key`, read in the transaction that it runs in; a free record
+    // where there is none. `work` writes, and may give another outcome than Done.
+    Stored update(const std::string& key, const std::function<Stored(bool there)>& work);
+    void replace(const std::vector<ShownLine>& lines);
+    void charge(const Charge& charge, const ChargedTraining& training);
+    // All that `work` writes, as one.
+    void together(const std::function<void()>& work);
     TakenOut walk(const std::string& caregiver, const LeavingTraining& leaving, bool writing);
     // Takes the lines out of the record in hand. What they had consumed; nothing if there are none.
     std::optional<text::Fixed4> removeLines(const LeavingTraining& leaving);

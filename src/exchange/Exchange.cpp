@@ -76,10 +76,10 @@ class Importer {
         if (!entry.empty())
             refuseLine("« " + entry.begin().key() +
                        " » n'est ni « file », ni « key », ni « record ».");
-        records::DBARecord record = file(name).NewRecord(key);
+        records::DBARecord record;
         // The exchange format knows attributes by number alone.
         fill(record, content, [](const std::string&) { return 0; });
-        record.DBWrite();
+        file(name).WriteRecord(key, std::as_const(record)());
     }
 
     ports::DBAFile& file(std::string_view name) {

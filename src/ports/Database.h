@@ -1,8 +1,10 @@
 // What the control asks of a multi-value database: files by name, records by key, requests.
 #pragma once
 
+#include "records/ChangedMeanwhile.h"
 #include "records/DBARecord.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,13 +19,20 @@ class DBAFile : public records::RecordHome, public std::enable_shared_from_this<
     // not be read.
     [[nodiscard]] virtual records::DBARecord ReadRecord(const std::string& key) = 0;
 
-    // An empty record bound to `key`; nothing is stored yet.
+    // An empty record bound to `key`, for one that is not stored yet: stored by DBWrite only if
+    // there still is none.
     [[nodiscard]] records::DBARecord NewRecord(const std::string& key) {
-        return {shared_from_this(), key, std::string()};
+        return {shared_from_this(), key, std::nullopt};
+    }
+
+    // Who last changed the record, and when, as far as the database keeps it.
+    [[nodiscard]] virtual records::ChangedMeanwhile::Maker LastChange(const std::string& /*key*/) {
+        return {};
     }
 
     // Removes the stored record; nothing happens if there is none. Throws Error if it could not.
     virtual void DeleteRecord(const std::string& key) = 0;
+    using RecordHome::DeleteRecord;
 };
 
 // The record of `key`; nothing if there is none. Throws what reading it throws.
@@ -47,6 +56,11 @@ class DBADatabase {
     // Throws Error(RequestRefused), which says what is wrong and at which character of the query,
     // Error(FileUnknown), or the error met while reading.
     [[nodiscard]] virtual records::DBARecord Select(const std::string& request) = 0;
+
+    // Runs `work`, whose changes through this database take effect together, or none if it throws;
+    // what it reads, nobody else changes before its end. A database without transactions just runs
+    // it. Not to be called by `work`.
+    virtual void atomically(const std::function<void()>& work) { work(); }
 };
 
 // The database client. The control only passes it on.

@@ -24,8 +24,10 @@ void refuseMarks(std::string_view text, bool values) {
 
 } // namespace
 
-DBARecord::DBARecord(std::shared_ptr<RecordHome> file, std::string key, std::string text)
-    : text_(std::move(text)), file_(std::move(file)), key_(std::move(key)) {}
+DBARecord::DBARecord(std::shared_ptr<RecordHome> file, std::string key,
+                     std::optional<std::string> read)
+    : text_(read.value_or("")), file_(std::move(file)), key_(std::move(key)),
+      read_(std::move(read)) {}
 
 void DBARecord::split() const {
     if (split_)
@@ -143,10 +145,25 @@ int DBARecord::DCount(int a) const {
     return values == nullptr || values->empty() ? 0 : static_cast<int>(values->size());
 }
 
-void DBARecord::DBWrite() const {
+RecordHome& DBARecord::home() const {
     if (file_ == nullptr)
         throw Error(errors::FreeRecord, "Cette fiche n'est rattachée à aucun fichier.");
-    file_->WriteRecord(key_, (*this)());
+    return *file_;
+}
+
+void DBARecord::DBWrite() {
+    DBWriteOver(read_);
+}
+
+void DBARecord::DBWriteOver(const std::optional<std::string>& stored) {
+    std::string text = std::as_const(*this)();
+    home().WriteRecord(key_, text, stored);
+    read_ = std::move(text);
+}
+
+void DBARecord::DBDelete() {
+    home().DeleteRecord(key_, read_);
+    read_.reset();
 }
 
 DBARecord::Whole& DBARecord::Whole::operator=(std::string text) {

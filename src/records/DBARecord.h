@@ -5,6 +5,7 @@
 #include "records/ValueList.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +26,13 @@ class RecordHome {
     // missing record: a record that could not be read must not be replaced by what was typed
     // without it. On any error what was stored stays.
     virtual void WriteRecord(const std::string& key, std::string_view text) = 0;
+
+    // The same, and the removal of the record, only if what is stored still is `read`, the text it
+    // was read with (none: there was no record), which is looked at in the transaction of the
+    // change. Else throws ChangedMeanwhile, and nothing is changed.
+    virtual void WriteRecord(const std::string& key, std::string_view text,
+                             const std::optional<std::string>& read) = 0;
+    virtual void DeleteRecord(const std::string& key, const std::optional<std::string>& read) = 0;
 };
 
 // Separators in a record's whole text. None of these bytes ever occurs in UTF-8.
@@ -59,8 +67,9 @@ class DBARecord {
     // A free record: empty, bound to no file.
     DBARecord() = default;
 
-    // A record bound to `key` in `file`, with the content `text`.
-    DBARecord(std::shared_ptr<RecordHome> file, std::string key, std::string text);
+    // A record bound to `key` in `file`, with the content `read` that is stored there; empty, where
+    // none is.
+    DBARecord(std::shared_ptr<RecordHome> file, std::string key, std::optional<std::string> read);
 
     // `Rec = file.ReadRecord(key)` rebinds Rec; the record given away becomes free and empty.
     DBARecord(DBARecord&&) = default;
@@ -86,9 +95,14 @@ class DBARecord {
     // Number of values of attribute a; 0 if its text is empty.
     [[nodiscard]] int DCount(int a) const;
 
-    // Stores the record under its key, replacing what was there. Throws Error(FreeRecord) on a
-    // free record, and what the file throws; the record keeps its content in any case.
-    void DBWrite() const;
+    // Stores the record under its key, in place of what it was read with, or was stored as last.
+    // Throws Error(FreeRecord) on a free record, ChangedMeanwhile where something else is stored
+    // there now, and what the file throws; the record keeps its content in any case.
+    void DBWrite();
+    // Likewise, but in place of `stored`, which was found there meanwhile.
+    void DBWriteOver(const std::optional<std::string>& stored);
+    // Removes what it was read with. Throws as DBWrite.
+    void DBDelete();
 
     [[nodiscard]] const std::string& key() const noexcept { return key_; }
 
@@ -100,7 +114,9 @@ class DBARecord {
     mutable bool split_ = false;
     std::shared_ptr<RecordHome> file_;
     std::string key_;
+    std::optional<std::string> read_; // what is stored, as far as this record knows
 
+    [[nodiscard]] RecordHome& home() const;
     void split() const;
     [[nodiscard]] const ValueList* find(int a) const;
     ValueList& reach(int a);

@@ -97,7 +97,7 @@ constexpr int CountsForDif = 14; // "1" or "0"
 constexpr int Qualification = 15;
 
 inline constexpr std::array Study{StudyType, StudyCode};
-inline constexpr std::array Line{Training, Date, Hours, Remarks, CountsForDif};
+inline constexpr std::array Line{Date, Training, Hours, Remarks, CountsForDif};
 } // namespace training_file
 
 // A list to choose from.

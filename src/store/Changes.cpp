@@ -5,6 +5,7 @@
 #include "records/RecordText.h"
 #include "text/Characters.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -17,6 +18,7 @@ namespace {
 constexpr char Mark = '\xFF';
 constexpr Moment PerSecond = 1000000;
 constexpr std::size_t PrunedTogether = 10000;
+constexpr std::size_t OwnKnown = 100;
 
 std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;
@@ -39,6 +41,17 @@ std::string momentText(Moment moment) {
                   utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
                   utc.tm_sec, static_cast<int>(rest));
     return text.data();
+}
+
+std::string localTime(const std::string& moment) {
+    std::tm utc{};
+    if (strptime(moment.c_str(), "%Y-%m-%dT%H:%M:%S", &utc) == nullptr)
+        return {};
+    const std::time_t seconds = timegm(&utc);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    std::array<char, 64> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%d/%m/%Y à %H:%M", &local)};
 }
 
 bool isPlainVersion(std::string_view key, std::string_view content) noexcept {
@@ -88,8 +101,10 @@ void Changes::together(const std::function<void()>& work) {
 }
 
 void Changes::write(EngineFile& file, const std::string& name, const std::string& key,
-                    std::string_view record) {
+                    std::string_view record, const Condition& condition) {
     together([&] {
+        if (condition)
+            condition(file.read(key));
         const std::optional<std::string> before = file.write(key, record);
         // After a deletion, the next version must say that there was no record.
         if (before || keepCreations_ || known(name, key))
@@ -97,8 +112,11 @@ void Changes::write(EngineFile& file, const std::string& name, const std::string
     });
 }
 
-void Changes::erase(EngineFile& file, const std::string& name, const std::string& key) {
+void Changes::erase(EngineFile& file, const std::string& name, const std::string& key,
+                    const Condition& condition) {
     together([&] {
+        if (condition)
+            condition(file.read(key));
         if (const std::optional<std::string> before = file.erase(key))
             keep(name, key, before);
     });
@@ -136,6 +154,9 @@ void Changes::keep(const std::string& name, const std::string& key,
     while (kept->read(before + momentText(moment)))
         ++moment;
     kept->write(before + momentText(moment), record ? user_ + Mark + *record : user_);
+    own_.push_back(before + momentText(moment));
+    if (own_.size() > OwnKnown)
+        own_.pop_front();
 }
 
 std::vector<Version> Changes::history(const std::string& name, const std::string& key) {
@@ -151,6 +172,28 @@ std::vector<Version> Changes::history(const std::string& name, const std::string
             return true;
         });
     return kept;
+}
+
+std::vector<Change> Changes::changes(const std::string& name, const std::string& prefix) {
+    std::vector<Change> found;
+    const std::string from = name + Mark + prefix;
+    // Two marks stand nowhere, and behind all that begins so.
+    const auto add = [&](std::string_view at, std::string_view content) {
+        const std::size_t mark = at.rfind(Mark);
+        found.push_back({std::string(at.substr(name.size() + 1, mark - name.size() - 1)),
+                         std::string(at.substr(mark + 1)),
+                         std::string(content.substr(0, content.find(Mark))),
+                         std::find(own_.begin(), own_.end(), at) != own_.end()});
+        return true;
+    };
+    if (EngineFile* const file = versions())
+        file->scan({from, from + Mark + Mark}, add);
+    return found;
+}
+
+std::optional<Change> Changes::lastChange(const std::string& name, const std::string& key) {
+    std::vector<Change> all = changes(name, key + Mark);
+    return all.empty() ? std::nullopt : std::optional(std::move(all.back()));
 }
 
 // A scan must not be written under: keys are gathered first, so many at a time.

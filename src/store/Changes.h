@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,11 +25,22 @@ using Moment = std::int64_t;
 // "2026-11-23T02:03:04.567890Z": in order as texts.
 [[nodiscard]] std::string momentText(Moment moment);
 
+// The moment as the user's clock had it: "23/11/2026 à 03:02"; "" where `moment` is no such text.
+[[nodiscard]] std::string localTime(const std::string& moment);
+
 // What a change left of a record: how it was until then.
 struct Version {
     std::string moment;                // of the change
     std::string user;                  // who made it; "" if unknown
     std::optional<std::string> record; // the whole text before; none where the change made it
+};
+
+// A change of a record, without what it was until then.
+struct Change {
+    std::string key;    // of the record
+    std::string moment; // of momentText
+    std::string user;   // "" if unknown
+    bool own = false;   // made by who asks
 };
 
 // Whether an entry of the history's file is one: all that it says is plain. The record may have
@@ -51,15 +63,24 @@ class Changes {
     // `work`: that throws Error(StoreFailed).
     void atomically(const std::function<void()>& work);
 
+    // Looks at what is stored before a change, in its transaction; throws where it must not be
+    // made.
+    using Condition = std::function<void(const std::optional<std::string>& stored)>;
     // Write and erase a record of `file`, which is called `name`. Erasing one that is not there
     // changes nothing and keeps nothing. On an error neither change nor history is stored.
     void write(EngineFile& file, const std::string& name, const std::string& key,
-               std::string_view record);
-    void erase(EngineFile& file, const std::string& name, const std::string& key);
+               std::string_view record, const Condition& condition = {});
+    void erase(EngineFile& file, const std::string& name, const std::string& key,
+               const Condition& condition = {});
 
     // What was kept of a record, oldest first; also of one that is no more. What a change has made
     // of the record is in the version after it, or for the last one the record as it is.
     [[nodiscard]] std::vector<Version> history(const std::string& name, const std::string& key);
+    // The changes that were kept of all records of `name` whose keys begin with `prefix`, by key,
+    // of each the oldest first. Of own ones the last hundred are known as such.
+    [[nodiscard]] std::vector<Change> changes(const std::string& name, const std::string& prefix);
+    // Who changed a record last, and when; none where no change of it was kept.
+    [[nodiscard]] std::optional<Change> lastChange(const std::string& name, const std::string& key);
     // Drops all versions that were replaced before `moment`, many of them in a transaction; tells
     // after each how many were dropped so far. How many.
     std::size_t prune(
@@ -71,6 +92,7 @@ class Changes {
     std::string user_;
     bool keepCreations_ = true;
     bool transaction_ = false;
+    std::deque<std::string> own_; // keys of the versions kept last
     // Keys between which, as was seen in this transaction, the history has nothing: a load in the
     // order of keys looks once for many records.
     std::optional<KeyRange> gap_;

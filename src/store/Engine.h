@@ -2,6 +2,7 @@
 // Engines know bytes; keys, records and requests are the store's affair.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -66,6 +67,15 @@ class Engine {
     // meanwhile may have to wait for its end. Not within atomically, which sees one state anyway.
     // An engine that nobody else can write to has nothing to do for it.
     virtual void consistently(const std::function<void()>& work) { work(); }
+
+    // Another connection to the same store, as another program would have: what one has written,
+    // the other reads. Throws as openEngine does.
+    [[nodiscard]] virtual std::unique_ptr<Engine> another() = 0;
+    // A number that is another one once another connection has written, and stays as it is through
+    // own writes: cheap enough to be asked before each gesture. A number, since of several who ask
+    // whether others wrote, the first would have the answer and the rest would not. Waits for
+    // nobody: Error(Locked) at once.
+    [[nodiscard]] virtual std::uint64_t writesOfOthers() = 0;
 };
 
 } // namespace vorandine::store

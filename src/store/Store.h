@@ -33,10 +33,9 @@ class Store : public ports::DBADatabase {
 
     [[nodiscard]] std::shared_ptr<ports::DBAFile> OpenFile(const std::string& name) override;
     [[nodiscard]] records::DBARecord Select(const std::string& request) override;
+    void atomically(const std::function<void()>& work) override;
 
     [[nodiscard]] std::vector<std::string> files();
-    // All writes made by `work` through this store take effect together, or none if it throws.
-    void atomically(const std::function<void()>& work);
 
     // The history of this store's records, and who makes the changes from here on.
     [[nodiscard]] Changes& changes() noexcept { return *changes_; }

@@ -1,6 +1,7 @@
 // Reading, writing and deleting one record, with the checks at the store's edge.
 #include "store/StoreFile.h"
 
+#include "records/ChangedMeanwhile.h"
 #include "records/RecordText.h"
 #include "text/Characters.h"
 #include "text/Error.h"
@@ -55,18 +56,55 @@ void StoreFile::requireWritable(const std::string& key) const {
                         "Fermez et rouvrez le dossier, puis recommencez.");
 }
 
+records::ChangedMeanwhile::Maker StoreFile::LastChange(const std::string& key) {
+    const std::vector<Version> kept = changes_->history(name_, key);
+    if (kept.empty())
+        return {};
+    return {.user = kept.back().user, .when = localTime(kept.back().moment)};
+}
+
 void StoreFile::DeleteRecord(const std::string& key) {
     requireWritable(key);
     changes_->erase(file_, name_, key);
 }
 
-void StoreFile::WriteRecord(const std::string& key, std::string_view text) {
+void StoreFile::DeleteRecord(const std::string& key, const std::optional<std::string>& read) {
     requireWritable(key);
+    changes_->erase(file_, name_, key, unchanged(key, read));
+}
+
+void StoreFile::requirePlain(const std::string& key, std::string_view text) const {
     if (!records::isPlainRecord(text))
         throw Error(errors::TextRefused, "La fiche « " + key + " » du fichier « " + name_ +
                                              " » n'est pas enregistrée : une valeur contient un "
                                              "caractère de contrôle ou n'est pas codée en UTF-8.");
+}
+
+void StoreFile::WriteRecord(const std::string& key, std::string_view text) {
+    requireWritable(key);
+    requirePlain(key, text);
     changes_->write(file_, name_, key, text);
+}
+
+void StoreFile::WriteRecord(const std::string& key, std::string_view text,
+                            const std::optional<std::string>& read) {
+    requireWritable(key);
+    requirePlain(key, text);
+    changes_->write(file_, name_, key, text, unchanged(key, read));
+}
+
+Changes::Condition StoreFile::unchanged(const std::string& key,
+                                        const std::optional<std::string>& read) {
+    return [this, &key, &read](const std::optional<std::string>& stored) {
+        if (stored == read)
+            return;
+        const records::ChangedMeanwhile::Maker maker = LastChange(key);
+        throw records::ChangedMeanwhile(
+            "La fiche « " + key + " » du fichier « " + name_ + " » a été modifiée entre-temps" +
+                (maker.user.empty() ? "" : " par " + maker.user) +
+                " : elle n'est pas remplacée. Rouvrez-la, puis recommencez.",
+            stored, maker);
+    };
 }
 
 } // namespace vorandine::store

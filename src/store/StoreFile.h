@@ -20,8 +20,12 @@ class StoreFile : public ports::DBAFile {
     // no plain text. Error(ReadHadFailed) guards a key from a failed read until a later read of it,
     // through this object, finds the record or finds that there is none.
     [[nodiscard]] records::DBARecord ReadRecord(const std::string& key) override;
+    [[nodiscard]] records::ChangedMeanwhile::Maker LastChange(const std::string& key) override;
     void DeleteRecord(const std::string& key) override;
+    void DeleteRecord(const std::string& key, const std::optional<std::string>& read) override;
     void WriteRecord(const std::string& key, std::string_view text) override;
+    void WriteRecord(const std::string& key, std::string_view text,
+                     const std::optional<std::string>& read) override;
 
   private:
     std::shared_ptr<Changes> changes_;
@@ -31,6 +35,10 @@ class StoreFile : public ports::DBAFile {
 
     [[nodiscard]] std::optional<std::string> readText(const std::string& key);
     void requireWritable(const std::string& key) const;
+    void requirePlain(const std::string& key, std::string_view text) const;
+    // That `read` is what is stored.
+    [[nodiscard]] Changes::Condition unchanged(const std::string& key,
+                                               const std::optional<std::string>& read);
 };
 
 } // namespace vorandine::store

@@ -41,7 +41,8 @@ TrainingLine TrainingLines::line(int i) const {
             .code = w_.Lst_CodeForm.List(i),
             .hours = w_.Lst_HhFormAidant.List(i),
             .observations = w_.Lst_ObsFormAidant.List(i),
-            .dif = w_.Lst_DifFormAidant.List(i)};
+            .dif = w_.Lst_DifFormAidant.List(i),
+            .origin = origins_.at(static_cast<std::size_t>(i))};
 }
 
 int TrainingLines::W_LigneForm() const {
@@ -101,6 +102,7 @@ void TrainingLines::put(TrainingLine line, int i) {
     w_.Lst_HhFormAidant.AddItem(std::move(line.hours), i);
     w_.Lst_ObsFormAidant.AddItem(std::move(line.observations), i);
     w_.Lst_DifFormAidant.AddItem(std::move(line.dif), i);
+    origins_.insert(origins_.begin() + i, line.origin);
 }
 
 void TrainingLines::requireRoom() const {
@@ -132,6 +134,7 @@ void TrainingLines::insert(TrainingLine line) {
 void TrainingLines::remove(int i) {
     for (widgets::ListBox* const list : lists_)
         list->RemoveItem(i);
+    origins_.erase(origins_.begin() + i);
     w_.Bdv_FormAidant.Visible(w_.Bdv_FormAidant.Max() > LastLineWithoutBar);
 }
 
@@ -139,6 +142,7 @@ TrainingLine TrainingLines::read(const records::DBARecord& rec,
                                  const records::TrainingLabels& labels, int i,
                                  rules::StatementByStatement& tries) const {
     TrainingLine line;
+    line.origin = i;
     tries([&] {
         const std::string stored = rec(attribute::Date, i);
         line.date = stored.empty() ? stored : Conv_Date_.Date_Affichee(stored);

@@ -12,6 +12,7 @@
 #include <array>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace vorandine::trainings {
 
@@ -23,6 +24,7 @@ struct TrainingLine {
     std::string hours;        // in fixed form, or ""
     std::string observations; // free text
     std::string dif;          // "OUI" or "NON"
+    int origin = 0;           // which line of the record it was shown from, from 1; 0: a new one
 };
 
 struct TrainingWidgets {
@@ -46,6 +48,8 @@ class TrainingLines {
 
     [[nodiscard]] int count() const;
     [[nodiscard]] TrainingLine line(int i) const;
+    // Of every line, from the first.
+    [[nodiscard]] const std::vector<int>& origins() const noexcept { return origins_; }
     // The selected line, the same in all six lists; -1 if none is.
     [[nodiscard]] int W_LigneForm() const;
     void deselect();
@@ -77,6 +81,7 @@ class TrainingLines {
     TrainingWidgets& w_;
     const ports::DateObject& Conv_Date_;
     std::array<widgets::ListBox*, 6> lists_; // in the order in which the bar sets them
+    std::vector<int> origins_;
     bool spreading_ = false;
 
     void put(TrainingLine line, int i);

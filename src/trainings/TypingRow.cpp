@@ -83,7 +83,8 @@ TrainingLine TypingRow::typed(const std::string& code) const {
                          ? rules::Format_Numerique(hours, WholeDigits, Decimals, false)
                          : hours,
             .observations = w_.Txt_ObsFormAidant.Text(),
-            .dif = w_.Cbo_DifFormAidant.Text()};
+            .dif = w_.Cbo_DifFormAidant.Text(),
+            .origin = W_ModeForm_ == 1 ? 0 : lines_.line(lines_.W_LigneForm()).origin};
 }
 
 // What the ledgers are asked to give back: the line as it stands in the lists, whatever label was

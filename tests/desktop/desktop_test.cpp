@@ -188,6 +188,24 @@ TEST_F(Desktop, EachFileHasOneWindowAndTheListTellsWhatBecameOfIt) {
     EXPECT_EQ(shown(2).substr(shown(2).size() - 2), ";;") << shown(2);
 }
 
+TEST_F(Desktop, WhatAnotherConnectionStoresIsToldInTheWindowOfThatFileAlone) {
+    show();
+    std::string told;
+    session->world().tellBy([&](widgets::Form& form, const widgets::Notice& notice) {
+        told += form.Caption() + ": " + notice.text + ' ' + notice.when + '\n';
+    });
+    list->open({"00105", ""});
+    list->open({"00012", "DURAND Marie"});
+    store::Store other(store->changes().engine().another());
+    other.changes().user("odile");
+    other.OpenFile("FORMVORANDINE")->DeleteRecord("00105");
+    other.OpenFile("DIFAIDANT")->WriteRecord("00012ADM", "20060110");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&file("00012")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    EXPECT_TRUE(told.starts_with("DURAND Marie (00012): odile a enregistré ce dossier à ")) << told;
+    EXPECT_EQ(told.find('\n'), told.size() - 1) << told;
+}
+
 TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {
     show();
     list->open({"00012", "DURAND Marie"});

@@ -99,13 +99,10 @@ inline void perform(store::Store& store, const Step& step) {
     store.changes().user(step.user);
     const auto write = [&, file = store.OpenFile(File)] {
         for (const Step::Write& each : step.writes) {
-            if (!each.made) {
+            if (each.made)
+                file->WriteRecord(each.key, content(*each.made));
+            else
                 file->DeleteRecord(each.key);
-                continue;
-            }
-            auto record = file->NewRecord(each.key);
-            record() = content(*each.made);
-            record.DBWrite();
         }
     };
     if (step.writes.empty())

@@ -100,6 +100,8 @@ TEST_F(ScenarioPlayer, LineThatCannotBeRunEndsTheFile) {
                                    "put TABLES 1 {\"Nom\":\"x\"}",
                                    "rights {\"FORMDIF\":{\"level\":1}}",
                                    "fail NOWHERE",
+                                   "seat",
+                                   "user \"\\u0001\"",
                                    "include missing.inc",
                                    "include essai.scn",
                                    "  # x"}) {

@@ -118,6 +118,29 @@ TEST_P(StoreEngine, TransactionsTakeEffectWholeOrNotAtAll) {
     EXPECT_EQ(file.read("kept"), "last");
 }
 
+TEST_P(StoreEngine, AnotherConnectionReadsWhatOneWritesAndCanTellSo) {
+    const auto other = engine->another();
+    const std::uint64_t mine = engine->writesOfOthers();
+    const std::uint64_t theirs = other->writesOfOthers();
+    file.write("a", "1");
+    EXPECT_EQ(other->file("TABLES")->read("a"), "1");
+    EXPECT_NE(other->writesOfOthers(), theirs);
+    EXPECT_THROW(other->atomically([&] {
+        other->file("TABLES")->erase("a");
+        throw 1;
+    }),
+                 int);
+    EXPECT_EQ(engine->writesOfOthers(), mine);
+    engine->atomically([&] {
+        file.write("a", "2");
+        if (!GetParam()) // SQLite would wait
+            EXPECT_EQ(numberOf([&] { other->file("TABLES")->erase("a"); }), errors::Locked);
+    });
+    EXPECT_TRUE(other->file("TABLES")->erase("a"));
+    EXPECT_NE(engine->writesOfOthers(), mine);
+    EXPECT_EQ(file.read("a"), std::nullopt);
+}
+
 TEST_P(StoreEngine, RecordsAndFilesKeepTheStoreAlive) {
     records::DBARecord record;
     std::weak_ptr<Engine> watched = engine;

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <utility>
 
 namespace vorandine::dba {
 namespace {
@@ -25,11 +26,11 @@ int put(const CommandLine& line, const Console& console) {
     sign(store, line);
     static_cast<void>(engineFile(store.changes().engine(), name));
     const auto file = store.OpenFile(name);
-    records::DBARecord record = file->NewRecord(key);
+    records::DBARecord record;
     exchange::fill(record, exchange::parseJson(json), [&](const std::string& attribute) {
         return records::dictionaryAttribute(name, attribute).value_or(0);
     });
-    record.DBWrite();
+    file->WriteRecord(key, std::as_const(record)());
     console.out << "stored " << name << ' ' << key << '\n';
     return Done;
 }

@@ -8,14 +8,20 @@
 #include <QScreen>
 #include <QTime>
 
+#include <chrono>
 #include <utility>
 
 namespace vorandine::desktop {
+namespace {
+
+constexpr std::chrono::seconds NewsEvery{2};
+
+} // namespace
 
 CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Caregiver caregiver,
                                  QObject* parent)
     : QObject(parent), session_(session), settings_(settings), caregiver_(std::move(caregiver)),
-      before_(stored()),
+      before_(stored()), news_(session.store(), caregiver_.code),
       form_(session.objects(), caregiver_.code, shownName(caregiver_).toStdString(),
             [this](const Error& error) { report(error); }),
       window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())) {
@@ -26,6 +32,8 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
         window_->hide();
         emit ended(outcome());
     });
+    connect(&newsTimer_, &QTimer::timeout, this, &CaregiverWindow::tellNews);
+    newsTimer_.start(NewsEvery);
     if (settings_.caregiverMaximized())
         window_->showMaximized();
     else
@@ -51,6 +59,13 @@ bool CaregiverWindow::close() {
         window_->close();
     }
     return form_.form().unloaded();
+}
+
+void CaregiverWindow::tellNews() {
+    if (!window_->isActiveWindow())
+        return;
+    for (const widgets::Notice& notice : news_.ask())
+        session_.world().tell(form_.form(), notice);
 }
 
 void CaregiverWindow::report(const Error& error) {

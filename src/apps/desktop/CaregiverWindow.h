@@ -4,9 +4,11 @@
 #include "apps/desktop/CaregiverModel.h"
 #include "apps/desktop/Session.h"
 #include "apps/desktop/Settings.h"
+#include "apps/host/News.h"
 #include "frontends/qt/FormWindow.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -38,10 +40,14 @@ class CaregiverWindow : public QObject {
     Settings& settings_;
     host::Caregiver caregiver_;
     std::optional<std::string> before_; // the stored file as it was opened
+    host::News news_; // of the file as it was opened
     host::CaregiverForm form_;
     // Goes before the form that it shows.
     std::unique_ptr<qt::FormWindow> window_;
+    QTimer newsTimer_;
 
+    // Tells what other seats have stored, if somebody is here to see it.
+    void tellNews();
     void report(const Error& error);
     [[nodiscard]] Situation outcome();
     // The stored text; none if there is no record, and as long as it can't be read.

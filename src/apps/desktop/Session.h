@@ -23,6 +23,7 @@ class Session {
 
     [[nodiscard]] const std::string& url() const noexcept { return url_; }
     [[nodiscard]] const host::User& user() const noexcept { return user_; }
+    [[nodiscard]] const std::shared_ptr<store::Store>& store() const noexcept { return store_; }
     [[nodiscard]] host::Caregivers& caregivers() noexcept { return caregivers_; }
     [[nodiscard]] qt::QtWorld& world() noexcept { return world_; }
     [[nodiscard]] host::HostObjects objects();

@@ -22,10 +22,6 @@ Failure compare(const json& expected, const json& found) {
     return "expected " + toText(expected) + ", found " + toText(found);
 }
 
-bool isError(const std::string& line) {
-    return line.rfind("error ", 0) == 0;
-}
-
 // The members of the object that ends the line, of which there is at least one.
 std::map<std::string, json> members(Words& words) {
     const json object = words.json();
@@ -107,21 +103,23 @@ Failure Expectations::checkRows(Words& words) const {
 }
 
 Failure Expectations::checkOutput(const std::string& text) const {
-    if (output_.last() == text)
+    if (output_.is(output_.last(), text))
         return std::nullopt;
     return "expected the output " + toText(text) + ", found " + toText(output_.last());
 }
 
 Failure Expectations::checkPrinted(const std::string& text) const {
     const auto& lines = output_.events();
-    if (std::find(lines.begin(), lines.end(), text) != lines.end())
+    if (std::any_of(lines.begin(), lines.end(),
+                    [&](const std::string& line) { return output_.is(line, text); }))
         return std::nullopt;
     return "expected " + toText(text) + " among the lines printed, found " + toText(lines);
 }
 
 Failure Expectations::checkError() const {
     const auto& lines = output_.events();
-    if (std::any_of(lines.begin(), lines.end(), isError))
+    if (std::any_of(lines.begin(), lines.end(),
+                    [&](const std::string& line) { return output_.isError(line); }))
         return std::nullopt;
     return "expected an error, found " + toText(lines);
 }

@@ -24,6 +24,10 @@ class FrontEnd {
     virtual void show(widgets::Form& form) = 0;
     virtual void hide(widgets::Form& form) = 0;
 
+    // The person goes to another seat, and comes back to this one.
+    virtual void leave() = 0;
+    virtual void enter() = 0;
+
     // A picture of the form, under the name that the scenario gives it.
     virtual void capture(widgets::Form& form, const std::string& name) = 0;
 };

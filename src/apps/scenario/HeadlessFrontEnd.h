@@ -19,6 +19,8 @@ class HeadlessFrontEnd : public FrontEnd {
     [[nodiscard]] widgets::World& world() override { return world_; }
     void show(widgets::Form& /*form*/) override {}
     void hide(widgets::Form& /*form*/) override {}
+    void leave() override {}
+    void enter() override {}
     void capture(widgets::Form& form, const std::string& name) override;
 
   private:

@@ -101,7 +101,7 @@ json Looking::rows(const std::string& file, const std::string& attributes,
 }
 
 json Looking::journal() const {
-    return stage_.rehearsal().takeJournal();
+    return stage_.takeJournal();
 }
 
 } // namespace vorandine::scenario

@@ -10,14 +10,26 @@ namespace vorandine::scenario {
 void Output::answer(const std::string& line) {
     if (muted_)
         return;
-    stream_ << line << '\n' << std::flush;
-    last_ = line;
+    last_ = speaker_ + line;
+    stream_ << last_ << '\n' << std::flush;
 }
 
 void Output::event(const std::string& line) {
     answer(line);
     if (!muted_)
-        events_.push_back(line);
+        events_.push_back(last_);
+}
+
+std::string_view Output::said(std::string_view line) const {
+    return line.substr(line.starts_with(speaker_) ? speaker_.size() : 0);
+}
+
+bool Output::is(const std::string& line, const std::string& text) const {
+    return line == text || said(line) == text;
+}
+
+bool Output::isError(const std::string& line) const {
+    return said(line).starts_with("error ");
 }
 
 std::string errorLine(const Error& error) {

@@ -88,6 +88,7 @@ QListView* listOf(QWidget* widget) {
 QtHand::QtHand(headless::Callbacks callbacks, Stills stills)
     : callbacks_(std::move(callbacks)), stills_(std::move(stills)), world_(callbacks_.today) {
     world_.hooks(hooks());
+    world_.tellBy(callbacks_.tell);
 }
 
 QtHand::~QtHand() = default;
@@ -117,6 +118,22 @@ void QtHand::show(widgets::Form& form) {
 
 void QtHand::hide(widgets::Form& /*form*/) {
     host_.reset();
+}
+
+// An open menu takes the mouse from all windows, those of other seats too.
+void QtHand::leave() {
+    QMenu* const menu = world_.openMenu();
+    menuLeft_ = menu != nullptr && menu->isVisible();
+    if (menuLeft_)
+        menu->hide();
+}
+
+void QtHand::enter() {
+    if (FormWindow* const window = world_.front())
+        window->activateWindow();
+    if (QMenu* const menu = world_.openMenu(); menu != nullptr && menuLeft_)
+        menu->popup(menu->pos());
+    QCoreApplication::processEvents();
 }
 
 Outcome QtHand::act(const std::function<void(FormWindow&)>& gesture) {

@@ -40,9 +40,8 @@ class RehearsalEngine::File : public store::EngineFile {
   private:
     // Records kept as they were are the store's affair.
     void note(const char* what, std::string_view key) {
-        if (name_ == store::HistoryFile)
-            return;
-        owner_.journal_.push_back(what + name_ + " " + std::string(key));
+        if (name_ != store::HistoryFile && !owner_.aside_ && owner_.journal_ != nullptr)
+            owner_.journal_->push_back(what + name_ + " " + std::string(key) + owner_.mark_);
     }
 
     RehearsalEngine& owner_;
@@ -50,14 +49,17 @@ class RehearsalEngine::File : public store::EngineFile {
     store::EngineFile& file_;
 };
 
-RehearsalEngine::RehearsalEngine(std::shared_ptr<store::Engine> engine)
-    : engine_(std::move(engine)) {}
+RehearsalEngine::RehearsalEngine(std::shared_ptr<store::Engine> engine,
+                                 std::vector<std::string>* journal, std::string mark)
+    : engine_(std::move(engine)), journal_(journal), mark_(std::move(mark)) {}
 
 RehearsalEngine::~RehearsalEngine() = default;
 
 void RehearsalEngine::checkWrite(const std::string& file, std::string_view key) const {
     if (frozen_)
         throw Error(errors::StoreFailed, "Le scénario est terminé.");
+    if (aside_)
+        return;
     if (failing_.writes.count(file) > 0 || failing_.keys.count({file, std::string(key)}) > 0)
         throw Error(errors::DiskFull,
                     "Écriture impossible dans le fichier " + file + " : le disque est plein.");
@@ -66,13 +68,21 @@ void RehearsalEngine::checkWrite(const std::string& file, std::string_view key) 
 void RehearsalEngine::checkRead(const std::string& file) const {
     if (frozen_)
         throw Error(errors::StoreFailed, "Le scénario est terminé.");
-    if (failing_.reads.count(file) > 0)
+    if (failing_.reads.count(file) > 0 && !aside_)
         throw Error(errors::Damaged,
                     "Lecture impossible dans le fichier " + file + " : le disque est endommagé.");
 }
 
-std::vector<std::string> RehearsalEngine::takeJournal() {
-    return std::exchange(journal_, {});
+void RehearsalEngine::aside(const std::function<void()>& work) {
+    struct Aside {
+        bool& flag;
+        explicit Aside(bool& of) : flag(of) { flag = true; }
+        Aside(const Aside&) = delete;
+        Aside& operator=(const Aside&) = delete;
+        ~Aside() { flag = false; }
+    };
+    const Aside aside(aside_);
+    work();
 }
 
 store::EngineFile* RehearsalEngine::file(const std::string& name) {
@@ -86,11 +96,12 @@ store::EngineFile* RehearsalEngine::file(const std::string& name) {
 }
 
 void RehearsalEngine::atomically(const std::function<void()>& work) {
-    const std::size_t before = journal_.size();
+    const std::size_t before = journal_ != nullptr ? journal_->size() : 0;
     try {
         engine_->atomically(work);
     } catch (...) {
-        journal_.resize(before);
+        if (journal_ != nullptr)
+            journal_->resize(before);
         throw;
     }
 }

@@ -1,5 +1,5 @@
-// A storage engine that fails on demand and keeps a journal of what reached the engine below. The
-// control works through it; the stage of a scenario works on the engine below.
+// A storage engine that fails on demand and notes what reached the engine below in a journal. The
+// control works through it, and so does the stage of a scenario, aside from both.
 #pragma once
 
 #include "store/Engine.h"
@@ -16,8 +16,10 @@ namespace vorandine::scenario {
 
 class RehearsalEngine : public store::Engine {
   public:
-    // Never null; shared with the stage.
-    explicit RehearsalEngine(std::shared_ptr<store::Engine> engine);
+    // `engine` is never null. Writes are noted in `journal`, which must outlive this, each entry
+    // with `mark` at its end; null: nowhere.
+    explicit RehearsalEngine(std::shared_ptr<store::Engine> engine,
+                             std::vector<std::string>* journal = nullptr, std::string mark = {});
     ~RehearsalEngine() override;
 
     // From here on: writing and erasing throws Error(DiskFull), of that key alone if one is given;
@@ -31,13 +33,15 @@ class RehearsalEngine : public store::Engine {
     // The scenario is over: nothing reaches the engine any more, everything throws.
     void freeze() noexcept { frozen_ = true; }
 
-    // "write FILE KEY" and "delete FILE KEY" since the last call, in order.
-    [[nodiscard]] std::vector<std::string> takeJournal();
+    // What `work` does neither fails on demand nor is noted.
+    void aside(const std::function<void()>& work);
 
     [[nodiscard]] store::EngineFile* file(const std::string& name) override;
     [[nodiscard]] std::vector<std::string> files() override { return engine_->files(); }
     void atomically(const std::function<void()>& work) override;
     void consistently(const std::function<void()>& work) override { engine_->consistently(work); }
+    [[nodiscard]] std::unique_ptr<store::Engine> another() override { return engine_->another(); }
+    [[nodiscard]] std::uint64_t writesOfOthers() override { return engine_->writesOfOthers(); }
 
   private:
     class File;
@@ -51,7 +55,9 @@ class RehearsalEngine : public store::Engine {
     std::map<std::string, std::unique_ptr<File>> files_;
     Failing failing_;
     bool frozen_ = false;
-    std::vector<std::string> journal_;
+    bool aside_ = false;
+    std::vector<std::string>* journal_; // "write FILE KEY", "delete FILE KEY"
+    std::string mark_;
 
     void checkWrite(const std::string& file, std::string_view key) const;
     void checkRead(const std::string& file) const;

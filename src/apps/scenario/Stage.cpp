@@ -5,6 +5,7 @@
 #include "exchange/RecordJson.h"
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/Layout.h"
+#include "text/Characters.h"
 
 #include <nlohmann/json.hpp>
 
@@ -18,11 +19,6 @@ namespace {
 using nlohmann::json;
 
 constexpr const char* MemoryUrl = "memory:";
-
-std::shared_ptr<store::Engine> openStore(const std::string& url) {
-    return store::openEngine(url, url == MemoryUrl ? store::OpenMode::Create
-                                                   : store::OpenMode::Existing);
-}
 
 widgets::Date parseDate(const std::string& text) {
     const std::string digits = text.size() == 10 && text[2] == '/' && text[5] == '/'
@@ -73,14 +69,22 @@ components::ModuleRights moduleRights(const json& object) {
 
 } // namespace
 
-Stage::Stage(const std::string& url)
-    : engine_(openStore(url)), rehearsal_(std::make_shared<RehearsalEngine>(engine_)),
-      records_(engine_), hosted_(std::make_shared<store::Store>(rehearsal_)) {}
+std::shared_ptr<store::Engine> openStore(const std::string& url) {
+    return store::openEngine(url, url == MemoryUrl ? store::OpenMode::Create
+                                                   : store::OpenMode::Existing);
+}
+
+Stage::Stage(std::shared_ptr<store::Engine> engine, Common& common, const std::string& mark,
+             std::string user)
+    : engine_(std::move(engine)),
+      rehearsal_(std::make_shared<RehearsalEngine>(engine_, &common.journal, mark)),
+      records_(engine_), hosted_(std::make_shared<store::Store>(rehearsal_)), common_(common),
+      user_(std::move(user)) {}
 
 bool Stage::run(const std::string& command, Words& words) {
     static const std::map<std::string, void (Stage::*)(Words&)> commands{
-        {"today", &Stage::setToday},   {"put", &Stage::put},   {"remove", &Stage::remove},
-        {"rights", &Stage::setRights}, {"fail", &Stage::fail},
+        {"today", &Stage::setToday},   {"put", &Stage::put},      {"remove", &Stage::remove},
+        {"rights", &Stage::setRights}, {"user", &Stage::setUser}, {"fail", &Stage::fail},
     };
     const auto found = commands.find(command);
     if (found == commands.end())
@@ -90,7 +94,23 @@ bool Stage::run(const std::string& command, Words& words) {
 }
 
 widgets::Date Stage::today() const {
-    return today_ ? *today_ : headless::machineDate();
+    return common_.today ? *common_.today : headless::machineDate();
+}
+
+std::shared_ptr<store::Store> Stage::database() {
+    hosted_->changes().user(user_);
+    seated_ = user_;
+    return hosted_;
+}
+
+std::vector<std::string> Stage::takeJournal() {
+    return std::exchange(common_.journal, {});
+}
+
+void Stage::aside(const std::function<void()>& work) {
+    hosted_->changes().user("");
+    rehearsal_->aside(work);
+    hosted_->changes().user(seated_);
 }
 
 components::ModuleRights Stage::rights(const std::string& key) const {
@@ -101,25 +121,26 @@ components::ModuleRights Stage::rights(const std::string& key) const {
 void Stage::setToday(Words& words) {
     const widgets::Date date = parseDate(words.word("the date"));
     words.end();
-    today_ = date;
+    common_.today = date;
 }
 
 void Stage::put(Words& words) {
     const std::string name = words.word("the file");
     const std::string key = words.word("the key");
     const json content = words.json();
-    records::DBARecord record = records_.OpenFile(name)->NewRecord(key);
+    const auto file = hosted_->OpenFile(name);
+    records::DBARecord record;
     exchange::fill(record, content, [&](const std::string& attribute) {
         return records::dictionaryAttribute(name, attribute).value_or(0);
     });
-    record.DBWrite();
+    aside([&] { file->WriteRecord(key, std::as_const(record)()); });
 }
 
 void Stage::remove(Words& words) {
     const std::string name = words.word("the file");
     const std::string key = words.word("the key");
     words.end();
-    records_.OpenFile(name)->DeleteRecord(key);
+    aside([&] { hosted_->OpenFile(name)->DeleteRecord(key); });
 }
 
 void Stage::setRights(Words& words) {
@@ -130,6 +151,13 @@ void Stage::setRights(Words& words) {
     for (const auto& [key, value] : object.items())
         rights[key] = moduleRights(value);
     rights_ = std::move(rights);
+}
+
+void Stage::setUser(Words& words) {
+    const std::string user = words.word("the user");
+    words.end();
+    text::RequirePlain(user, "Le nom de l'utilisateur");
+    user_ = user;
 }
 
 void Stage::fail(Words& words) {

@@ -46,6 +46,11 @@ void HeadlessWorld::popupMenu(widgets::Menu& menu) {
         callbacks_.popupMenu(menu);
 }
 
+void HeadlessWorld::tell(widgets::Form& form, const widgets::Notice& notice) {
+    if (callbacks_.tell)
+        callbacks_.tell(form, notice);
+}
+
 void HeadlessWorld::showHelp(const widgets::HelpPage& help) {
     if (callbacks_.showHelp)
         callbacks_.showHelp(help);

@@ -16,6 +16,8 @@ namespace vorandine::headless {
 struct Callbacks {
     // Gives one of the buttons that the box has. Empty: the last of them.
     std::function<widgets::Answer(const widgets::Message&)> messageBox;
+    // Empty: nobody hears of it.
+    std::function<void(widgets::Form&, const widgets::Notice&)> tell;
     // Works in the form until it is unloaded. Empty: the form is unloaded at once.
     std::function<void(widgets::Form&)> runModal;
     // Empty: nobody picks an entry.
@@ -34,6 +36,7 @@ class HeadlessWorld : public widgets::World {
     explicit HeadlessWorld(Callbacks callbacks = {});
 
     widgets::Answer messageBox(const widgets::Message& message) override;
+    void tell(widgets::Form& form, const widgets::Notice& notice) override;
     // The first control of the form has the focus, unless its maker chose one. A form that refuses
     // to unload where nobody works in it is left as it is.
     void runModal(widgets::Form& form) override;

@@ -160,7 +160,9 @@ void QtWorld::runModal(widgets::Form& form) {
     {
         FormWindow window(form, *this, front());
         modal_.push_back(&window);
-        window.setWindowModality(Qt::ApplicationModal);
+        // Event loops end in the order of their windows: a person works in the one in front alone.
+        // Without one there may be several persons, each in a world of its own.
+        window.setWindowModality(hooks_.modalShown ? Qt::WindowModal : Qt::ApplicationModal);
         window.show();
         window.activateWindow();
         if (hooks_.modalShown) {
@@ -193,6 +195,11 @@ void QtWorld::popupMenu(widgets::Menu& menu) {
     menu_->popup(menuPlace_.value_or(QCursor::pos()));
     if (hooks_.menuShown)
         hooks_.menuShown(menu, *menu_);
+}
+
+void QtWorld::tell(widgets::Form& form, const widgets::Notice& notice) {
+    if (teller_)
+        teller_(form, notice);
 }
 
 void QtWorld::showHelp(const widgets::HelpPage& help) {

@@ -49,6 +49,8 @@ class QtWorld : public widgets::World {
 
     // A box that is answered without a press (the program is ending) gives its last button.
     widgets::Answer messageBox(const widgets::Message& message) override;
+    // Left to the host, which says where by tellBy(): no window of the control has a place for it.
+    void tell(widgets::Form& form, const widgets::Notice& notice) override;
     void runModal(widgets::Form& form) override;
     void popupMenu(widgets::Menu& menu) override;
     // One window for all forms; it goes with this world.
@@ -56,6 +58,9 @@ class QtWorld : public widgets::World {
     [[nodiscard]] widgets::Date today() override;
     void letEventsThrough() override;
 
+    // Empty: nobody hears what is told.
+    using Teller = std::function<void(widgets::Form& form, const widgets::Notice& notice)>;
+    void tellBy(Teller teller) { teller_ = std::move(teller); }
     void hooks(Hooks hooks) { hooks_ = std::move(hooks); }
 
     // The window in front: the modal one opened last, else the one in which a gesture is under way,
@@ -79,6 +84,7 @@ class QtWorld : public widgets::World {
 
     std::function<widgets::Date()> today_;
     Hooks hooks_;
+    Teller teller_;
     std::vector<FormWindow*> windows_; // in the order opened
     std::vector<FormWindow*> modal_;
     std::vector<FormWindow*> working_; // with a gesture under way, the last one begun last

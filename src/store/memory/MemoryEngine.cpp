@@ -10,10 +10,10 @@ namespace vorandine::store {
 
 class MemoryEngine::File : public EngineFile {
   public:
-    explicit File(MemoryEngine& engine) : engine_(engine) {}
+    File(MemoryEngine& engine, Records& records) : engine_(engine), records_(records) {}
 
     std::optional<std::string> read(std::string_view key) override {
-        engine_.requireNoScan();
+        engine_.requireFree();
         const auto at = records_.find(key);
         if (at == records_.end())
             return std::nullopt;
@@ -21,23 +21,25 @@ class MemoryEngine::File : public EngineFile {
     }
 
     std::optional<std::string> write(std::string_view key, std::string_view record) override {
-        engine_.requireNoScan();
+        engine_.requireFree();
         std::string copy(record);
         const auto at = records_.find(key);
         Undo* const step = remember(key);
         if (at == records_.end()) {
             records_.emplace(key, std::move(copy));
+            engine_.written();
             return std::nullopt;
         }
         std::optional<std::string> before = at->second;
         std::swap(at->second, copy);
         if (step != nullptr)
             step->replaced = std::move(copy);
+        engine_.written();
         return before;
     }
 
     std::optional<std::string> erase(std::string_view key) override {
-        engine_.requireNoScan();
+        engine_.requireFree();
         const auto at = records_.find(key);
         if (at == records_.end())
             return std::nullopt;
@@ -46,6 +48,7 @@ class MemoryEngine::File : public EngineFile {
         Records::node_type node = records_.extract(at);
         if (step != nullptr)
             step->erased = std::move(node);
+        engine_.written();
         return before;
     }
 
@@ -64,33 +67,38 @@ class MemoryEngine::File : public EngineFile {
     class Scan {
       public:
         explicit Scan(MemoryEngine& engine) : engine_(engine) {
-            engine.requireNoScan();
-            engine.scanning_ = true;
+            engine.requireFree();
+            engine.data_->scanning = true;
         }
         Scan(const Scan&) = delete;
         Scan& operator=(const Scan&) = delete;
-        ~Scan() { engine_.scanning_ = false; }
+        ~Scan() { engine_.data_->scanning = false; }
 
       private:
         MemoryEngine& engine_;
     };
 
     MemoryEngine& engine_;
-    Records records_;
+    Records& records_;
 
     // A step of the running transaction; null outside one.
     Undo* remember(std::string_view key) {
-        if (!engine_.transaction_)
+        if (!engine_.inTransaction())
             return nullptr;
         engine_.journal_.push_back({&records_, std::string(key), std::nullopt, {}});
         return &engine_.journal_.back();
     }
 };
 
-MemoryEngine::MemoryEngine() {
+MemoryEngine::MemoryEngine() : MemoryEngine(std::make_shared<Data>()) {}
+
+MemoryEngine::MemoryEngine(std::shared_ptr<Data> data) : data_(std::move(data)) {
+    const auto add = [this](const std::string& name) {
+        files_.emplace(name, std::make_unique<File>(*this, data_->files[name]));
+    };
     for (const records::FileLayout& known : records::files())
-        files_.emplace(known.name, std::make_unique<File>(*this));
-    files_.emplace(HistoryFile, std::make_unique<File>(*this));
+        add(std::string(known.name));
+    add(std::string(HistoryFile));
 }
 
 MemoryEngine::~MemoryEngine() = default;
@@ -109,30 +117,51 @@ std::vector<std::string> MemoryEngine::files() {
     return names;
 }
 
-// It could be done here; engines that cannot are held to be worked with all the same.
-void MemoryEngine::requireNoScan() const {
-    if (scanning_)
+std::unique_ptr<Engine> MemoryEngine::another() {
+    return std::unique_ptr<Engine>(new MemoryEngine(data_));
+}
+
+std::uint64_t MemoryEngine::writesOfOthers() {
+    return data_->writes - ownWrites_;
+}
+
+// It could be done during a scan; engines that cannot are held to be worked with all the same.
+void MemoryEngine::requireFree() const {
+    if (data_->scanning)
         throw Error(errors::StoreFailed, "Cette base est en cours de lecture.");
+    if (data_->inTransaction != nullptr && !inTransaction())
+        throw Error(errors::Locked, "Cette base est occupée par un autre poste. Attendez qu'il ait "
+                                    "fini, puis recommencez.");
+}
+
+// Of a transaction, at its end.
+void MemoryEngine::written() noexcept {
+    if (inTransaction())
+        return;
+    ++data_->writes;
+    ++ownWrites_;
 }
 
 void MemoryEngine::atomically(const std::function<void()>& work) {
-    requireNoScan();
-    if (transaction_)
+    requireFree();
+    if (inTransaction())
         throw Error(errors::StoreFailed, "Une transaction est déjà en cours dans cette base.");
-    transaction_ = true;
+    data_->inTransaction = this;
     try {
         work();
     } catch (...) {
         rollBack();
         throw;
     }
+    data_->inTransaction = nullptr;
+    if (!journal_.empty())
+        written();
     journal_.clear();
-    transaction_ = false;
 }
 
 // Backwards, so that a key written twice gets its oldest record back.
 void MemoryEngine::rollBack() noexcept {
-    transaction_ = false;
+    data_->inTransaction = nullptr;
     for (; !journal_.empty(); journal_.pop_back()) {
         Undo& step = journal_.back();
         if (!step.erased.empty())

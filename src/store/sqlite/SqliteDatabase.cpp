@@ -166,6 +166,10 @@ void SqliteDatabase::waitAnew() noexcept {
     sqlite3_busy_handler(handle_, &SqliteDatabase::waitForLock, this);
 }
 
+void SqliteDatabase::waitNever() noexcept {
+    sqlite3_busy_handler(handle_, nullptr, nullptr);
+}
+
 // Nobody is told when a lock is free: one has to come by at the right time. SQLite's own waiting
 // comes by ever more seldom, and so hardly ever between two writes of another process that makes
 // one after the other.

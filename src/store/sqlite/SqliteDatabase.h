@@ -41,6 +41,8 @@ class SqliteDatabase {
     // The next wait for a lock has the whole patience again, though SQLite may take it for the same
     // wait as the last: it does between two steps of a backup.
     void waitAnew() noexcept;
+    // Locks are not waited for until then.
+    void waitNever() noexcept;
 
     // Throws what SQLite's result `code` means for the user.
     [[noreturn]] void fail(int code) const;

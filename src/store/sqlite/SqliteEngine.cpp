@@ -218,6 +218,24 @@ void SqliteEngine::consistently(const std::function<void()>& work) {
     database_.rollBack(); // nothing was written
 }
 
+std::unique_ptr<Engine> SqliteEngine::another() {
+    return std::make_unique<SqliteEngine>(database_.path(), OpenMode::Existing);
+}
+
+std::uint64_t SqliteEngine::writesOfOthers() {
+    // A screen asks for this on its own account: its user must not wait for another's long write.
+    struct Impatience {
+        SqliteDatabase& database;
+        explicit Impatience(SqliteDatabase& of) : database(of) { database.waitNever(); }
+        Impatience(const Impatience&) = delete;
+        Impatience& operator=(const Impatience&) = delete;
+        ~Impatience() { database.waitAnew(); }
+    };
+    const Impatience impatience(database_);
+    SqliteStatement::Run run(dataVersion_);
+    return run.step() ? static_cast<std::uint64_t>(run.number(0)) : 0;
+}
+
 std::vector<std::string> SqliteEngine::faults() {
     std::vector<std::string> found;
     SqliteStatement statement(database_, "PRAGMA integrity_check");

@@ -28,6 +28,8 @@ class SqliteEngine : public Engine, public Upkeep {
     [[nodiscard]] std::vector<std::string> files() override;
     void atomically(const std::function<void()>& work) override;
     void consistently(const std::function<void()>& work) override;
+    [[nodiscard]] std::unique_ptr<Engine> another() override;
+    [[nodiscard]] std::uint64_t writesOfOthers() override;
     [[nodiscard]] std::vector<std::string> faults() override;
     void backUp(const std::string& path, const CopyStep& step) override;
 
@@ -35,6 +37,7 @@ class SqliteEngine : public Engine, public Upkeep {
     class File;
 
     SqliteDatabase database_;
+    SqliteStatement dataVersion_{database_, "PRAGMA data_version"};
     std::map<std::string, std::unique_ptr<File>> files_; // their statements go before database_
     bool transaction_ = false;
 

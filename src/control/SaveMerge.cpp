@@ -1,0 +1,155 @@
+// The comparison is the store's: what it finds is put together here, and compared again by the
+// write.
+#include "control/SaveMerge.h"
+
+#include "control/PointTexts.h"
+#include "control/Screen.h"
+#include "records/StoredFiles.h"
+#include "rules/Messages.h"
+
+#include <optional>
+#include <utility>
+
+namespace vorandine::control {
+namespace {
+
+namespace attribute = records::training_file;
+
+std::string named(const records::ChangedMeanwhile::Maker& maker) {
+    return maker.user.empty() ? "Un autre poste" : maker.user;
+}
+
+std::string savedAt(const records::ChangedMeanwhile::Maker& maker) {
+    return maker.when.empty() ? "" : "Enregistré le " + maker.when + ".";
+}
+
+} // namespace
+
+std::optional<records::ChangedMeanwhile>
+SaveMerge::written(const std::function<void()>& write) const {
+    try {
+        write();
+        return std::nullopt;
+    } catch (const records::ChangedMeanwhile& changed) {
+        return changed;
+    }
+}
+
+bool SaveMerge::store(const Save& save) {
+    auto met = written([this] { v_.Rec_Dossier.DBWrite(); });
+    return !met || meet(*std::move(met), save);
+}
+
+void SaveMerge::storeUnasked(const Save& save) {
+    auto met = written([this] { v_.Rec_Dossier.DBWrite(); });
+    if (met && met->stored())
+        static_cast<void>(meet(*std::move(met), save));
+}
+
+// What a save without a change makes of the record is what the screen makes of it: shown on a
+// screen of its own that nobody sees.
+std::string SaveMerge::composedUntouched(const std::string& read) const {
+    records::DBARecord before;
+    before() = read;
+    widgets::UserControl surface;
+    Screen screen(surface);
+    experience::Studies studies(screen, screen.Cbo_CodFormAidant, v_, world_);
+    trainings::TrainingLines trainings(screen, Conv_Date_);
+    experience::Activities activities(screen, v_, W_Params_, module_, world_);
+    experience::Availability availability(screen, screen.Ong_Vorandine, Conv_Date_, world_);
+    const Subjects subjects{studies, trainings, activities, availability};
+    studies.Remplir_Diplome();
+    subjects.show(before, v_.F_FORMPRO);
+    records::DBARecord composed;
+    subjects.compose(composed);
+    return std::as_const(composed)();
+}
+
+bool SaveMerge::meet(records::ChangedMeanwhile met, const Save& save) {
+    const std::string mine = std::as_const(v_.Rec_Dossier)();
+    const std::string untouched = save.untouched ? *save.untouched : composedUntouched(save.read);
+    for (;;) {
+        records::Merged merged{.text = mine, .conflicts = {}, .theirs = {}};
+        widgets::Answer answer = widgets::Answer::Yes;
+        if (!met.stored()) {
+            answer = askDeleted(met.maker());
+        } else {
+            const records::MergeInput input{.file = attribute::File,
+                                            .read = save.read,
+                                            .untouched = untouched,
+                                            .mine = mine,
+                                            .stored = *met.stored(),
+                                            .origins = save.origins,
+                                            .filled = save.filled};
+            merged = records::merge(input, records::Prefer::Mine);
+            if (!merged.conflicts.empty())
+                answer = ask(merged.conflicts, met.maker());
+            if (answer == widgets::Answer::No)
+                merged = records::merge(input, records::Prefer::Theirs);
+        }
+        if (answer == widgets::Answer::Cancel)
+            return false;
+        const bool deleted = !met.stored() && answer == widgets::Answer::No;
+        if (deleted || merged.text == met.stored())
+            return true;
+        v_.Rec_Dossier() = merged.text;
+        auto again = written([&] { v_.Rec_Dossier.DBWriteOver(met.stored()); });
+        if (!again) {
+            // Who did not mean to save has nothing to be told of it.
+            if (!save.untouched)
+                tell(merged.theirs, met.maker());
+            return true;
+        }
+        met = *std::move(again);
+    }
+}
+
+widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
+                               const records::ChangedMeanwhile::Maker& maker) const {
+    const PointTexts texts(v_, Conv_Date_);
+    std::vector<std::string> points;
+    for (const records::Point& point : conflicts)
+        points.push_back(texts.conflict(point, named(maker)));
+    return world_.messageBox(
+        {.title = rules::MessageTitle,
+         .text = named(maker) +
+                 " a enregistré ce dossier entre-temps, et l'a changé là où vous l'avez changé :"
+                 "\r\n" +
+                 PointTexts::listed(points, "\r\n") +
+                 "\r\nVoulez-vous garder vos saisies sur ces points (Oui), celles de l'autre poste "
+                 "(Non), ou revenir au dossier (Annuler) ?",
+         .icon = widgets::Icon::Question,
+         .buttons = widgets::Buttons::YesNoCancel,
+         .detail = savedAt(maker)});
+}
+
+// Nothing is stored any more that the save could be put together with.
+widgets::Answer SaveMerge::askDeleted(const records::ChangedMeanwhile::Maker& maker) const {
+    return world_.messageBox(
+        {.title = rules::MessageTitle,
+         .text = named(maker) + " a supprimé ce dossier entre-temps.\r\nVoulez-vous l'enregistrer "
+                                "tel qu'il est à l'écran (Oui), le laisser supprimé (Non), ou "
+                                "revenir au dossier (Annuler) ?",
+         .icon = widgets::Icon::Question,
+         .buttons = widgets::Buttons::YesNoCancel,
+         .detail = savedAt(maker)});
+}
+
+void SaveMerge::tell(const std::vector<records::Point>& theirs,
+                     const records::ChangedMeanwhile::Maker& maker) {
+    const PointTexts texts(v_, Conv_Date_);
+    std::vector<std::string> changes;
+    for (const records::Point& point : theirs)
+        changes.push_back(texts.change(point));
+    if (widgets::Form* const form = control_.form())
+        world_.tell(*form,
+                    {.text = named(maker) +
+                             " a enregistré ce dossier entre-temps ; vos saisies et "
+                             "les siennes sont réunies" +
+                             (changes.empty() ? "."
+                                              : ". Viennent de l'autre poste : " +
+                                                    PointTexts::listed(changes, " ; ") + "."),
+                     .when = maker.when});
+}
+
+} // namespace vorandine::control

@@ -1,0 +1,35 @@
+// What a write or a deletion meets where another seat has changed the record since it was read.
+#pragma once
+
+#include "text/Error.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace vorandine::records {
+
+// Nothing was written. Whoever knows what the record holds can put both together and write again
+// over `stored`.
+class ChangedMeanwhile : public Error {
+  public:
+    // Who made the last change and when, in the user's time; "" where nobody kept it.
+    struct Maker {
+        std::string user;
+        std::string when;
+    };
+
+    ChangedMeanwhile(const std::string& text, std::optional<std::string> stored, Maker maker)
+        : Error(errors::ChangedMeanwhile, text), stored_(std::move(stored)),
+          maker_(std::move(maker)) {}
+
+    // The whole text as it is stored now; none if the record is no more.
+    [[nodiscard]] const std::optional<std::string>& stored() const noexcept { return stored_; }
+    [[nodiscard]] const Maker& maker() const noexcept { return maker_; }
+
+  private:
+    std::optional<std::string> stored_;
+    Maker maker_;
+};
+
+} // namespace vorandine::records
