@@ -21,8 +21,6 @@
 namespace vorandine::components {
 namespace {
 
-constexpr std::int32_t WritingLevel = 2;
-
 struct Change {
     bool added; // else the label was changed
     Parameter entry;
@@ -107,7 +105,7 @@ void Parameters::Init_Param() {
     host_.AdapteExe(form()->Caption());
     Etq_TitreParam.Caption(Titre_Param);
     Lst_Param.hint(Titre_Param);
-    const bool writes = DroitsParam->Droits("PARAMETRES")->Niveau() == WritingLevel;
+    const bool writes = DroitsParam->Droits("PARAMETRES")->Niveau() == ports::WritingLevel;
     Txt_CodeParam.Enabled(writes);
     Txt_LibelleParam.Enabled(writes);
     Cmd_AjouterParam.Visible(writes);

@@ -26,7 +26,6 @@ namespace vorandine::control {
 
 namespace {
 constexpr int DifTab = 2;
-constexpr std::int32_t WritingLevel = 2;
 } // namespace
 
 widgets::Control& ControlCollection::operator()(int i) const {
@@ -85,7 +84,7 @@ struct Ctr_Vorandine::Parts {
 
     // Reads only: buttons that write are not to be seen.
     void Appliquer_Droits() {
-        if (droitsModule->Niveau() == WritingLevel)
+        if (droitsModule->Niveau() == ports::WritingLevel)
             return;
         for (widgets::CommandButton* const button :
              {&screen.Cmd_AjouterForm, &screen.Cmd_AjouterFormation, &screen.Cmd_OK,

@@ -105,16 +105,22 @@ void Dossier::Cmd_Retour_Click() {
         if (answer != widgets::Answer::No)
             return;
     }
-    if (std::as_const(v_.Rec_Copie)(attribute::Activities).empty())
-        storeActivities();
+    if (std::as_const(v_.Rec_Copie)(attribute::Activities).empty()) {
+        try {
+            storeAllActivities();
+        } catch (const Error& error) {
+            if (!leavesAfter(error))
+                throw;
+        }
+    }
     leave();
 }
 
-void Dossier::storeActivities() {
+void Dossier::storeAllActivities() {
     std::string read = std::as_const(v_.Rec_Copie)();
-    on_.activities.Remplir_Secteurs(Activities::Copie);
-    v_.Rec_Dossier() = v_.Rec_Copie();
     try {
+        on_.activities.Remplir_Secteurs(Activities::Copie);
+        v_.Rec_Dossier() = v_.Rec_Copie();
         saves_.storeUnasked(
             {.read = read, .untouched = read, .origins = {}, .filled = {attribute::Activities}});
     } catch (...) {
@@ -122,6 +128,18 @@ void Dossier::storeActivities() {
         v_.Rec_Copie(attribute::Activities) = "";
         throw;
     }
+}
+
+// Whoever may not write leaves without it. Others hear of a failure once; then there must be a way
+// out while the disk stays full.
+bool Dossier::leavesAfter(const Error& error) {
+    if (error.number() == errors::MayNotWrite)
+        return true;
+    return std::exchange(storingFailed_, true) &&
+           rules::confirm(world_,
+                          "Le dossier, complété de toutes les activités, n'a pas pu être "
+                          "enregistré. Voulez-vous quitter sans l'enregistrer ?",
+                          error.what());
 }
 
 void Dossier::leave() {

@@ -7,6 +7,7 @@
 #include "control/Subjects.h"
 #include "dif/Ledgers.h"
 #include "ports/Variables.h"
+#include "text/Error.h"
 #include "widgets/World.h"
 
 #include <cstdint>
@@ -45,6 +46,7 @@ class Dossier {
     widgets::UserControl& control_;
     widgets::World& world_;
     std::int16_t& W_Sortir_;
+    bool storingFailed_ = false; // of storeAllActivities
 
     // What the program, not the user, put into the fields.
     struct Filled {
@@ -59,8 +61,10 @@ class Dossier {
     void fillIn(const std::function<void()>& fill);
     // False where the user wants back to the form.
     bool composeAndStore();
-    // Every activity, for a stored file without any.
-    void storeActivities();
+    // What Cmd_Retour stores by itself in a file without activities.
+    void storeAllActivities();
+    // Whether the user leaves though that failed.
+    [[nodiscard]] bool leavesAfter(const Error& error);
     void leave();
 };
 

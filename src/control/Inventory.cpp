@@ -62,7 +62,7 @@ constexpr Row Rows[] = {
     {&member<&Screen::Cmd_AjouterFormation>, Where::Tab0, {.name = "Cmd_AjouterFormation", .caption = "Ajouter FORMATION", .mnemonic = 'F', .traits = Disabled, .order = 12, .place = {5400, 4920, 1695, 375}}},
     {&member<&Screen::Cmd_OKForm>, Where::Tab0, {.name = "Cmd_OKForm", .caption = "OK", .mnemonic = 'K', .traits = Disabled, .order = 13, .place = {7320, 4920, 855, 375}}},
     {&member<&Screen::Cmd_AnnulerForm>, Where::Tab0, {.name = "Cmd_AnnulerForm", .caption = "Annuler", .mnemonic = 'N', .traits = Disabled, .order = 14, .place = {8400, 4920, 855, 375}}},
-    {&member<&Screen::Etq_MessageForm>, Where::Tab0, {.name = "Etq_MessageForm", .traits = Notice, .order = 89, .place = {120, 5310, 9135, 195}}},
+    {&member<&Screen::Etq_MessageForm>, Where::Tab0, {.name = "Etq_MessageForm", .traits = Noticed, .order = 89, .place = {120, 5310, 9135, 195}}},
     // Tab 1. The lists of codes stand behind the lists of labels.
     {&member<&Screen::Cdr_Experience>, Where::Tab1, {.name = "Cdr_Experience", .caption = "Expériences", .order = 33, .place = {240, 480, 9015, 2175}}},
     {&element<0>, Where::InExperience, {.name = "Txt_ExpProfAidant", .index = 0, .order = 15, .place = {120, 360, 8655, 285}}},
@@ -118,7 +118,7 @@ constexpr Row Rows[] = {
     {&member<&Screen::Cmd_CalculDif>, Where::InDetail, {.name = "Cmd_CalculDif", .caption = "Calcul rémunération nette de référence", .mnemonic = 'C', .traits = Disabled, .order = 65, .place = {3000, 2520, 3015, 375}}},
     {&member<&Screen::Cmd_OkDif>, Where::InDetail, {.name = "Cmd_OkDif", .caption = "Ok", .mnemonic = 'K', .traits = Disabled, .order = 64, .place = {7080, 2520, 855, 375}}},
     {&member<&Screen::Cmd_AnnuleDif>, Where::InDetail, {.name = "Cmd_AnnuleDif", .caption = "Annuler", .mnemonic = 'N', .traits = Disabled, .order = 66, .place = {8040, 2520, 855, 375}}},
-    {&member<&Screen::Etq_MessageDif>, Where::InDetail, {.name = "Etq_MessageDif", .traits = Notice, .order = 88, .place = {780, 0, 8115, 195}}},
+    {&member<&Screen::Etq_MessageDif>, Where::InDetail, {.name = "Etq_MessageDif", .traits = Noticed, .order = 88, .place = {780, 0, 8115, 195}}},
 };
 // clang-format on
 

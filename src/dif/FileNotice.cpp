@@ -11,6 +11,9 @@ const char* reasonOf(Stored outcome) {
         return "Fichier illisible, rien n'est modifié. ";
     case Stored::NotWritten:
         return "Le fichier n'a pas pu être écrit. ";
+    case Stored::NotAllowed:
+        return "Vous consultez ce dossier : rien n'est modifié. Confiez ce changement à qui a le "
+               "droit d'écrire.";
     case Stored::LineGone:
         return "La ligne n'y est plus telle quelle, rien n'est modifié. ";
     case Stored::Done:
@@ -24,7 +27,8 @@ const char* reasonOf(Stored outcome) {
 void FileNotice::tell(Stored outcome, const std::string& lost, const std::string& others) {
     change_ = others;
     if (outcome != Stored::Done)
-        change_ += (others.empty() ? "" : " ") + std::string(reasonOf(outcome)) + lost;
+        change_ += (others.empty() ? "" : " ") + std::string(reasonOf(outcome)) +
+                   (outcome == Stored::NotAllowed ? "" : lost);
     show();
 }
 

@@ -13,6 +13,7 @@ enum class Stored {
     Done,
     NotRead,
     NotWritten,
+    NotAllowed,
     LineGone, // another seat has changed or deleted the line: nothing was written
 };
 
@@ -23,8 +24,8 @@ class FileNotice {
     explicit FileNotice(widgets::Label& Etq_MessageDif) : label_(Etq_MessageDif) {}
 
     // Tells how a change ended. `lost` is what it was about, as "À ressaisir : …": nothing of it is
-    // stored. It stays told until a later change is stored.
-    // `others` is what another seat was found to have done, told in any case.
+    // stored. It stays told until a later change is stored. Whoever may not write has nothing to
+    // do again. `others` is what another seat was found to have done, told in any case.
     void tell(Stored outcome, const std::string& lost, const std::string& others = {});
     // What could not be read of the detail, or for the list of employers; "" if all was read.
     void ofDetail(const std::string& why);

@@ -22,6 +22,11 @@ bool earlier(const std::string& a, const std::string& b) {
     return left && right && text::Fixed4(*left) < text::Fixed4(*right);
 }
 
+// Why the write tried last failed.
+Stored notWritten(const rules::StatementByStatement& tries) {
+    return tries.number() == errors::MayNotWrite ? Stored::NotAllowed : Stored::NotWritten;
+}
+
 } // namespace
 
 void Ledgers::together(const std::function<void()>& work) {
@@ -45,7 +50,7 @@ Stored Ledgers::update(const std::string& key, const std::function<Stored(bool t
         written_ = true;
     if (done)
         return outcome;
-    return reading ? Stored::NotRead : Stored::NotWritten;
+    return reading ? Stored::NotRead : notWritten(tries);
 }
 
 void Ledgers::replace(const std::vector<ShownLine>& lines) {
@@ -103,12 +108,12 @@ std::vector<Stored> Ledgers::charge(const std::vector<Charge>& charges,
                     outcomes.push_back(Stored::NotRead);
                 else
                     outcomes.push_back(tries([&] { charge(each, training); }) ? Stored::Done
-                                                                              : Stored::NotWritten);
+                                                                              : notWritten(tries));
             }
         });
     });
     if (!done)
-        outcomes.assign(charges.size(), Stored::NotWritten);
+        outcomes.assign(charges.size(), notWritten(tries));
     if (std::find(outcomes.begin(), outcomes.end(), Stored::Done) != outcomes.end())
         written_ = true;
     return outcomes;
@@ -141,7 +146,7 @@ TakenOut Ledgers::takeOut(const std::string& caregiver, const LeavingTraining& t
     TakenOut taken;
     rules::StatementByStatement tries;
     if (!tries([&] { together([&] { taken = walk(caregiver, training, true); }); })) {
-        taken.outcome = Stored::NotWritten;
+        taken.outcome = notWritten(tries);
         taken.given.clear();
     }
     if (!taken.given.empty())
@@ -223,7 +228,7 @@ TakenOut Ledgers::walk(const std::string& caregiver, const LeavingTraining& leav
                  text::Fixed4(hundredths->toDecimal().shifted(-HundredthsPlaces))});
         });
         if (!done)
-            taken.outcome = Stored::NotWritten;
+            taken.outcome = notWritten(tries);
     }
     return taken;
 }

@@ -5,12 +5,17 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace vorandine::exchange {
 namespace {
 
 // A quote that is never closed must not take the rest of the file into memory.
 constexpr std::size_t LongestRow = 1U << 20U;
+// Nor is each quote of a file that has many to be followed for a mebibyte. Spreadsheets allow some
+// 250 line breaks in a cell.
+constexpr std::size_t MostLines = 256;
+const char* const TooLong = "the row is longer than a mebibyte";
 
 // Bytes 0x80 to 0x9F of that encoding; 0 where it has no character.
 constexpr std::array<char32_t, 32> Windows1252High{
@@ -36,35 +41,72 @@ bool CsvRow::empty() const {
                                  [](const std::string& cell) { return cell.empty(); });
 }
 
-bool CsvReader::readLine(std::string& to) {
+CsvReader::CsvReader(std::istream& in, char separator, Encoding encoding)
+    : lines_(in, LongestRow), separator_(separator), encoding_(encoding) {}
+
+bool CsvReader::have(std::size_t at) {
+    if (at < ahead_.size())
+        return true;
     std::string line;
-    if (!std::getline(in_, line))
+    if (!lines_.next(line))
         return false;
-    if (++line_ == 1 && line.starts_with("\xEF\xBB\xBF"))
+    if (passed_ + ahead_.size() == 0 && line.starts_with("\xEF\xBB\xBF"))
         line.erase(0, 3);
     if (line.ends_with('\r'))
         line.pop_back();
-    to += line;
+    if (lines_.tooLong())
+        line.resize(LongestRow + 1); // and so is its row
+    ahead_.push_back(std::move(line));
     return true;
 }
 
 bool CsvReader::next(CsvRow& row) {
     row = {};
-    text_.clear();
-    if (!readLine(text_))
+    for (; used_ > 0; --used_, ++passed_)
+        ahead_.pop_front();
+    if (!have(0))
         return false;
-    row.line = line_;
+    row.line = passed_ + 1;
+    row.fault = join(row);
+    if (row.fault)
+        used_ = 1; // what a quote too many has taken in are rows of their own
+    else
+        finish(row);
+    if (width_ == 0 && !row.fault)
+        width_ = row.cells.size();
+    return true;
+}
+
+std::optional<std::string> CsvReader::join(CsvRow& row) {
+    text_ = std::move(ahead_.front());
+    used_ = 1;
+    if (text_.size() > LongestRow)
+        return TooLong;
     // Only what came last is split: lines are many where a quote was forgotten.
-    for (std::size_t from = 0; !split(row, from);) {
+    for (std::size_t from = 0; !split(row, from) && !row.fault;) {
         from = text_.size();
         text_.push_back('\n');
-        if (text_.size() > LongestRow || !readLine(text_)) {
-            row.fault = "a quote that opens here is never closed";
-            return true;
-        }
+        if (used_ == MostLines || text_.size() > LongestRow || !have(used_))
+            return "a quote that opens here is never closed";
+        text_ += ahead_[used_++];
     }
-    finish(row);
-    return true;
+    if (text_.size() > LongestRow)
+        return TooLong;
+    if (!row.fault && used_ > 1 && takesInRows(row))
+        return "a quote that opens here takes in the rows up to line " +
+               std::to_string(passed_ + used_);
+    return std::exchange(row.fault, std::nullopt);
+}
+
+bool CsvReader::takesInRows(const CsvRow& row) const {
+    const auto looksLikeARow = [this](const std::string& line) {
+        return static_cast<std::size_t>(std::count(line.begin(), line.end(), separator_)) + 1 ==
+               width_;
+    };
+    const auto first = ahead_.begin() + 1;
+    return width_ > 1 &&
+           (row.cells.size() != width_ ||
+            std::all_of(first, ahead_.begin() + static_cast<std::ptrdiff_t>(used_), looksLikeARow));
 }
 
 bool CsvReader::split(CsvRow& row, std::size_t from) const {
@@ -101,8 +143,6 @@ bool CsvReader::split(CsvRow& row, std::size_t from) const {
 }
 
 void CsvReader::finish(CsvRow& row) const {
-    if (text_.size() > LongestRow)
-        row.fault = "the row is longer than a mebibyte";
     for (std::size_t i = 0; i < row.cells.size() && !row.fault; ++i) {
         std::string& cell = row.cells[i];
         if (encoding_ == Encoding::Windows1252)

@@ -1,7 +1,10 @@
 // Tables as spreadsheets write them: cells between separators, in quotes where they hold one.
 #pragma once
 
+#include "exchange/LineReader.h"
+
 #include <cstddef>
+#include <deque>
 #include <istream>
 #include <optional>
 #include <string>
@@ -25,24 +28,33 @@ struct CsvRow {
 // Reads one row at a time. `in` is the caller's.
 class CsvReader {
   public:
-    CsvReader(std::istream& in, char separator, Encoding encoding)
-        : in_(in), separator_(separator), encoding_(encoding) {}
+    CsvReader(std::istream& in, char separator, Encoding encoding);
 
     // The next row; false at the end. A row of bytes that are not in the encoding, that is longer
     // than a mebibyte, or whose quotes do not close is a faulty one. Cells come as plain text,
     // without blanks around, their line breaks and tabs turned into blanks.
+    // A row over several lines is faulty too where a quote too many is likelier: it has another
+    // number of cells than the first row, or each line that it goes on with would be a row by
+    // itself. Behind one whose quotes are at fault, the next row begins on the next line.
     [[nodiscard]] bool next(CsvRow& row);
     // Whether reading failed before the end.
-    [[nodiscard]] bool failed() const { return in_.bad(); }
+    [[nodiscard]] bool failed() const { return lines_.failed(); }
 
   private:
-    std::istream& in_;
+    LineReader lines_;
     char separator_;
     Encoding encoding_;
-    std::string text_; // of the row, lines joined where a quote is open
-    std::size_t line_ = 0;
+    std::string text_;              // of the row, lines joined where a quote is open
+    std::deque<std::string> ahead_; // lines that were read: those of the row, and those behind
+    std::size_t used_ = 0;          // how many of them are the row's
+    std::size_t passed_ = 0;        // how many lines stand before them
+    std::size_t width_ = 0;         // cells of the first row; 0 where it was not read yet
 
-    [[nodiscard]] bool readLine(std::string& to);
+    // Whether there is a line ahead_[at], which is read if it was not.
+    [[nodiscard]] bool have(std::size_t at);
+    // Puts the row together out of its lines. Gives what is wrong with its quotes.
+    [[nodiscard]] std::optional<std::string> join(CsvRow& row);
+    [[nodiscard]] bool takesInRows(const CsvRow& row) const;
     // Adds the cells of text_ from `from` on: 0, or where a quote was open at its end before. False
     // where one is open at its end now.
     [[nodiscard]] bool split(CsvRow& row, std::size_t from) const;

@@ -3,6 +3,7 @@
 #include "exchange/Exchange.h"
 
 #include "exchange/ExchangeLine.h"
+#include "exchange/LineReader.h"
 #include "exchange/RecordJson.h"
 #include "records/RecordText.h"
 #include "text/Characters.h"
@@ -16,6 +17,9 @@ namespace vorandine::exchange {
 namespace {
 
 using nlohmann::json;
+
+// More than any record that people work with, and little enough to be taken apart in memory.
+constexpr std::size_t LongestLine = 1U << 24U;
 
 [[noreturn]] void refuseLine(const std::string& text) {
     throw Error(errors::TextRefused, text);
@@ -43,10 +47,13 @@ class Importer {
     Importer(store::Store& store, ImportRun& run) : store_(store), run_(run) {}
 
     void read(const ImportSource& source) {
-        for (std::size_t number = 1; std::getline(source.lines, line_); ++number) {
-            if (line_.find_first_not_of(" \t\r") == std::string::npos)
+        LineReader lines(source.lines, LongestLine);
+        for (std::size_t number = 1; lines.next(line_); ++number) {
+            if (!lines.tooLong() && line_.find_first_not_of(" \t\r") == std::string::npos)
                 continue;
-            run_.line(source.name, number, [this] {
+            run_.line(source.name, number, [&] {
+                if (lines.tooLong())
+                    refuseLine("La ligne dépasse 16 Mio.");
                 if (line_.back() == '\r')
                     line_.pop_back();
                 if (readExchangeLine(line_, read_))
@@ -56,7 +63,7 @@ class Importer {
                 return true;
             });
         }
-        if (source.lines.bad())
+        if (lines.failed())
             throw Error(errors::Unexpected, "La lecture de « " + source.name + " » a échoué.");
     }
 

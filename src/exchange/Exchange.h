@@ -1,5 +1,6 @@
 // Records in the exchange format of docs/exchange.md, JSON Lines, one record a line: brought into a
-// store, and written out of one. Either way one record at a time is held in memory.
+// store, and written out of one. Either way one record at a time is held in memory, and a line of
+// more than 16 MiB is a wrong one.
 #pragma once
 
 #include "exchange/ImportRun.h"

@@ -8,14 +8,14 @@ namespace {
 // Ends a transaction whose lines were not all good.
 struct GivenUp {};
 
-class WithoutCreations {
+class WithoutUnchanged {
   public:
-    explicit WithoutCreations(store::Changes& changes) : changes_(changes) {
-        changes_.keepCreations(false);
+    explicit WithoutUnchanged(store::Changes& changes) : changes_(changes) {
+        changes_.keepUnchanged(false);
     }
-    WithoutCreations(const WithoutCreations&) = delete;
-    WithoutCreations& operator=(const WithoutCreations&) = delete;
-    ~WithoutCreations() { changes_.keepCreations(true); }
+    WithoutUnchanged(const WithoutUnchanged&) = delete;
+    WithoutUnchanged& operator=(const WithoutUnchanged&) = delete;
+    ~WithoutUnchanged() { changes_.keepUnchanged(true); }
 
   private:
     store::Changes& changes_;
@@ -35,7 +35,7 @@ bool ImportRun::isOfTheLine(const Error& error) noexcept {
 }
 
 ImportResult ImportRun::run(const std::function<void()>& work) {
-    const WithoutCreations load(store_.changes());
+    const WithoutUnchanged load(store_.changes());
     try {
         store_.atomically([&] {
             work();

@@ -22,6 +22,9 @@ class ListeDroits {
     [[nodiscard]] virtual int Count() const = 0;
 };
 
+// The level of DroitsModule::Niveau that lets the user write; no other does.
+constexpr std::int32_t WritingLevel = 2;
+
 class DroitsModule {
   public:
     DroitsModule() = default;
@@ -29,7 +32,7 @@ class DroitsModule {
     DroitsModule& operator=(const DroitsModule&) = delete;
     virtual ~DroitsModule() = default;
 
-    // 2: the user may write.
+    // WritingLevel, or another.
     [[nodiscard]] virtual std::int32_t Niveau() = 0;
     // Whether this user may choose the activity `code`; no value counts as False. `doubleClick`
     // tells how it was chosen.

@@ -24,6 +24,18 @@ std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;
 }
 
+// What momentText was made of; a moment long past where it is no such text.
+Moment momentOf(std::string_view text) {
+    std::tm utc{};
+    int rest = 0;
+    if (std::sscanf(std::string(text).c_str(), "%4d-%2d-%2dT%2d:%2d:%2d.%6dZ", &utc.tm_year,
+                    &utc.tm_mon, &utc.tm_mday, &utc.tm_hour, &utc.tm_min, &utc.tm_sec, &rest) != 7)
+        return 0;
+    utc.tm_year -= 1900;
+    utc.tm_mon -= 1;
+    return timegm(&utc) * PerSecond + rest;
+}
+
 } // namespace
 
 Moment now() {
@@ -107,7 +119,7 @@ void Changes::write(EngineFile& file, const std::string& name, const std::string
             condition(file.read(key));
         const std::optional<std::string> before = file.write(key, record);
         // After a deletion, the next version must say that there was no record.
-        if (before || keepCreations_ || known(name, key))
+        if (keepUnchanged_ || (before ? *before != record : known(name, key)))
             keep(name, key, before);
     });
 }
@@ -142,7 +154,8 @@ bool Changes::known(const std::string& name, const std::string& key) {
     return found;
 }
 
-// Two changes within one tick of the clock must not take each other's place.
+// A clock that is put back, or has not ticked since the last change, must not change their order:
+// what was kept from now on is there only then.
 void Changes::keep(const std::string& name, const std::string& key,
                    const std::optional<std::string>& record) {
     EngineFile* const kept = versions();
@@ -151,8 +164,10 @@ void Changes::keep(const std::string& name, const std::string& key,
     gap_.reset();
     const std::string before = keysOf(name, key);
     Moment moment = clock_();
-    while (kept->read(before + momentText(moment)))
-        ++moment;
+    kept->scan({before + momentText(moment), before + Mark}, [&](std::string_view at, auto) {
+        moment = std::max(moment, momentOf(at.substr(before.size())) + 1);
+        return true;
+    });
     kept->write(before + momentText(moment), record ? user_ + Mark + *record : user_);
     own_.push_back(before + momentText(moment));
     if (own_.size() > OwnKnown)

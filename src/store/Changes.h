@@ -55,9 +55,10 @@ class Changes {
     [[nodiscard]] Engine& engine() noexcept { return *engine_; }
     // Who makes the changes from here on. Throws Error(TextRefused) where the name is not plain.
     void user(const std::string& name);
-    // Whether a record that never was there leaves a version without record. At first it does; for
-    // a load of many records that would be as many versions that tell the same.
-    void keepCreations(bool keep) noexcept { keepCreations_ = keep; }
+    // Whether a record that never was there leaves a version without record, and one that is stored
+    // again as it is a version like it. At first both do; for a load of many records that would be
+    // as many versions that tell nothing.
+    void keepUnchanged(bool keep) noexcept { keepUnchanged_ = keep; }
 
     // Runs `work`; all its changes take effect together, or none if it throws. Not to be called by
     // `work`: that throws Error(StoreFailed).
@@ -90,7 +91,7 @@ class Changes {
     std::shared_ptr<Engine> engine_;
     std::function<Moment()> clock_;
     std::string user_;
-    bool keepCreations_ = true;
+    bool keepUnchanged_ = true;
     bool transaction_ = false;
     std::deque<std::string> own_; // keys of the versions kept last
     // Keys between which, as was seen in this transaction, the history has nothing: a load in the

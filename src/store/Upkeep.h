@@ -24,6 +24,8 @@ class Upkeep {
     // What is wrong with how the engine keeps its files, in its own words; nothing if it is sound.
     // Reads the whole store. Throws Error(Damaged) where it cannot even begin.
     [[nodiscard]] virtual std::vector<std::string> faults() = 0;
+    // What may come to damage a store that is sound, in words: where it lies, how it is named.
+    [[nodiscard]] virtual std::vector<std::string> dangers() = 0;
     // Copies one state of all files to a new store at `path`, which must not exist, while others
     // read and write; `step` is called on the way. Throws, beyond the engine's errors,
     // Error(StoreExists). After a failure there is nothing at `path`. Not within atomically or

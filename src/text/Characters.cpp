@@ -162,6 +162,25 @@ bool IsPlain(std::string_view text) noexcept {
     return true;
 }
 
+std::string Printable(std::string_view text) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::string shown;
+    for (std::size_t at = 0; at < text.size();) {
+        const Step step = stepAt(text, at);
+        const std::string_view bytes = text.substr(at, step.bytes);
+        at += step.bytes;
+        if (step.valid && !IsControl(step.character)) {
+            shown += bytes;
+            continue;
+        }
+        for (const char c : bytes) {
+            const auto byte = static_cast<unsigned char>(c);
+            shown += {'\\', 'x', Digits[byte >> 4U], Digits[byte & 0xFU]};
+        }
+    }
+    return shown;
+}
+
 void RequirePlain(std::string_view text, std::string_view what) {
     if (IsPlain(text))
         return;

@@ -48,6 +48,10 @@ constexpr std::size_t ToTheEnd = static_cast<std::size_t>(-1);
 // stand in a record, a key or a field. Linear, fast on ASCII.
 [[nodiscard]] bool IsPlain(std::string_view text) noexcept;
 
+// `text` as a terminal may have it: the bytes of control characters, and those that begin no
+// character, as \x1B. Plain text stays as it is.
+[[nodiscard]] std::string Printable(std::string_view text);
+
 // Throws Error(TextRefused) with a French text that names `what` unless IsPlain(text).
 void RequirePlain(std::string_view text, std::string_view what);
 

@@ -57,6 +57,7 @@ constexpr std::uint32_t CodeRefused = 0x80040302;
 constexpr std::uint32_t RecordTooLong = 0x80040303;
 constexpr std::uint32_t HelpMissing = 0x80040304;
 constexpr std::uint32_t FigureTooWide = 0x80040305;
+constexpr std::uint32_t MayNotWrite = 0x80040306;
 
 // Anything thrown that is no Error.
 constexpr std::uint32_t Unexpected = 0x8000FFFF;

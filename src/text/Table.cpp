@@ -18,7 +18,7 @@ void Table::print(std::ostream& out) const {
         for (std::size_t i = 0; i < row.size(); ++i)
             line += text::PadRight(row[i], widths[i]) + "  ";
         line.erase(line.find_last_not_of(' ') + 1);
-        out << line << '\n';
+        out << Printable(line) << '\n';
     }
 }
 

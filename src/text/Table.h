@@ -15,7 +15,8 @@ class Table {
     void add(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
     // A line of its own, whatever the columns are.
     void addLine(std::string text) { rows_.push_back({std::move(text)}); }
-    // Two blanks between columns; no blanks at the end of a line.
+    // Two blanks between columns; no blanks at the end of a line, and nothing that a terminal would
+    // obey (Printable).
     void print(std::ostream& out) const;
 
   private:

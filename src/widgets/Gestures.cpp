@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <string>
 
 namespace vorandine::widgets {
@@ -23,6 +24,9 @@ Outcome guarded(Form* form, Work work) {
         return work();
     } catch (const Error& error) {
         return tell(error);
+    } catch (const std::bad_alloc&) {
+        return tell(Error(errors::Unexpected, "Il n'y a plus assez de mémoire. Fermez d'autres "
+                                              "programmes, puis recommencez."));
     } catch (const std::exception& other) {
         return tell(Error(errors::Unexpected, other.what()));
     }

@@ -25,7 +25,7 @@ void make(Control& control, const Row& row) {
         control,
         [&](Label& label) {
             caption(label, row);
-            label.notice(has(Notice));
+            label.notice(has(Noticed));
         },
         [&](Captioned& button) { caption(button, row); },
         [&](Frame& frame) { frame.Caption(row.caption); },

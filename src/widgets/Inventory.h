@@ -14,7 +14,7 @@ enum Trait : unsigned {
     Sorted = 8,
     DropDownList = 16,
     MultiSelect = 32,
-    Notice = 64, // a label that must be noticed
+    Noticed = 64, // a label that must be noticed
 };
 
 // A row names the fields that it sets.

@@ -36,7 +36,7 @@ struct HelpPage {
 
 // Something that the user is to know of the file on a form, and need not answer: what another seat
 // did. Times stand apart, so that the text tells the same whenever it happened.
-struct Notice {
+struct Told {
     std::string text;
     std::string when; // in the user's time, for the eye; "" if it says nothing
 };
@@ -55,7 +55,7 @@ class World {
     virtual Answer messageBox(const Message& message) = 0;
     // Tells the user something of `form`, or of what was on it if it is about to go. Comes back at
     // once and never takes the focus.
-    virtual void tell(Form& form, const Notice& notice) = 0;
+    virtual void tell(Form& form, const Told& told) = 0;
     // Shows `form` in front of all others and returns when it has been unloaded.
     virtual void runModal(Form& form) = 0;
     // Opens the menu at the pointer; what is picked comes as the entry's Click, later or at once.

@@ -10,11 +10,14 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemModel>
+#include <QAccessible>
 #include <QApplication>
+#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -24,8 +27,8 @@ namespace {
 
 class Desktop : public testing::Test {
   protected:
-    std::shared_ptr<store::Store> store =
-        std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
+    std::shared_ptr<store::Engine> engine = store::openEngine("memory:", store::OpenMode::Create);
+    std::shared_ptr<store::Store> store = std::make_shared<store::Store>(engine);
     std::unique_ptr<Session> session;
     Settings settings;
     std::unique_ptr<MainWindow> list;
@@ -48,7 +51,7 @@ class Desktop : public testing::Test {
             put(name, key, text);
     }
 
-    // How boxes are answered, and how many came.
+    // How boxes with three buttons are answered, others by their first, and how many came.
     widgets::Answer answer = widgets::Answer::Cancel;
     int asked = 0;
 
@@ -58,14 +61,16 @@ class Desktop : public testing::Test {
 
     void show(const std::string& user = "sylvie") {
         session = std::make_unique<Session>(store, "memory:", host::User{user, user});
-        session->world().hooks({.boxShown =
-                                    [this](const widgets::Message&, QMessageBox& box) {
-                                        ++asked;
-                                        qt::buttonFor(box, answer)->click();
-                                    },
-                                .modalShown = {},
-                                .menuShown = {},
-                                .helpShown = {}});
+        session->world().hooks(
+            {.boxShown =
+                 [this](const widgets::Message& message, QMessageBox& box) {
+                     ++asked;
+                     const bool three = message.buttons == widgets::Buttons::YesNoCancel;
+                     qt::buttonFor(box, three ? answer : widgets::Answer::Yes)->click();
+                 },
+             .modalShown = {},
+             .menuShown = {},
+             .helpShown = {}});
         list = std::make_unique<MainWindow>(*session, settings);
         list->show();
         list->activateWindow();
@@ -190,10 +195,6 @@ TEST_F(Desktop, EachFileHasOneWindowAndTheListTellsWhatBecameOfIt) {
 
 TEST_F(Desktop, WhatAnotherConnectionStoresIsToldInTheWindowOfThatFileAlone) {
     show();
-    std::string told;
-    session->world().tellBy([&](widgets::Form& form, const widgets::Notice& notice) {
-        told += form.Caption() + ": " + notice.text + ' ' + notice.when + '\n';
-    });
     list->open({"00105", ""});
     list->open({"00012", "DURAND Marie"});
     store::Store other(store->changes().engine().another());
@@ -201,9 +202,10 @@ TEST_F(Desktop, WhatAnotherConnectionStoresIsToldInTheWindowOfThatFileAlone) {
     other.OpenFile("FORMVORANDINE")->DeleteRecord("00105");
     other.OpenFile("DIFAIDANT")->WriteRecord("00012ADM", "20060110");
     ASSERT_TRUE(QTest::qWaitForWindowActive(&file("00012")));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_TRUE(told.starts_with("DURAND Marie (00012): odile a enregistré ce dossier à ")) << told;
-    EXPECT_EQ(told.find('\n'), told.size() - 1) << told;
+    const auto news = [&](const char* code) { return file(code).findChild<QFrame*>("news"); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return news("00012") != nullptr; }));
+    EXPECT_TRUE(news("00012")->accessibleName().startsWith("odile a enregistré ce dossier à "));
+    EXPECT_EQ(news("00105"), nullptr);
 }
 
 TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {
@@ -223,6 +225,21 @@ TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {
     EXPECT_TRUE(list->close());
     EXPECT_EQ(ends, 1);
     EXPECT_EQ(year("00012"), "1994");
+}
+
+TEST_F(Desktop, FileThatCannotBeStoredKeepsNoOtherOpenAndIsLeftAtTheSecondAttempt) {
+    put("FORMVORANDINE", "00020", "D"); // activities are still to be stored
+    show();
+    list->open({"00020", "FABRE Marie"});
+    list->open({"00105", ""});
+    engine->file("ACTIVITES")->write("A1", "\x01");
+    answer = widgets::Answer::No;
+    EXPECT_FALSE(list->close());
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); }); // the error
+    expectClosed("00105", "rien de changé");
+    EXPECT_EQ(situation("00020"), "Ouvert");
+    EXPECT_TRUE(list->close());
+    EXPECT_EQ(engine->file("FORMVORANDINE")->read("00020"), "D");
 }
 
 TEST_F(Desktop, NewCaregiverIsCheckedStoredAndOpened) {
@@ -258,6 +275,57 @@ TEST_F(Desktop, WhoMayNotWriteAddsNobodyAndWhatCannotBeOpenedLeavesTheListUsable
     put("TABLES", "QUALIF", "");
     list->open({"00012", "DURAND Marie"});
     EXPECT_EQ(situation("00012"), "Ouvert");
+    EXPECT_NE(file("00012").findChild<QWidget*>("consultation"), nullptr);
+    EXPECT_THROW(session->objects().database->OpenFile("TABLES")->DeleteRecord("QUALIF"), Error);
+}
+
+TEST_F(Desktop, NoticesStandAboveTheFormWhichKeepsTheFocus) {
+    show();
+    list->open({"00012", "DURAND Marie"});
+    qt::FormWindow& window = file("00012");
+    auto& strip = *window.findChild<NoticeStrip*>();
+    const auto shown = [&] {
+        std::string names;
+        for (const QFrame* const card : strip.findChildren<QFrame*>(QRegularExpression("^avis-")))
+            names += card->isVisible() ? card->objectName().toStdString() + ' ' : "";
+        return names;
+    };
+    const QWidget* const focus = window.focusWidget();
+    const QWidget& form = *window.widgetFor(window.form());
+    const QSize size = form.size();
+    EXPECT_EQ(form.y(), 0);
+    int pressed = 0;
+    strip.tell({"avis-a", host::NoticeKind::Told, "<KARIM> a enregistré.", "", "Voir"},
+               [&] { ++pressed; });
+    strip.tell({"avis-b", host::NoticeKind::Warning, "Un enregistrement effacera :", "B & C", ""});
+    strip.tell({"avis-c", host::NoticeKind::Failed, "Base injoignable.", "", ""});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown(), "avis-b avis-c ");
+    EXPECT_EQ(form.y(), window.headHeight());
+    EXPECT_EQ(form.size(), size);
+    EXPECT_EQ(window.focusWidget(), focus);
+    QAccessibleInterface& card =
+        *QAccessible::queryAccessibleInterface(strip.findChild<QFrame*>("avis-b"));
+    EXPECT_EQ(card.role(), QAccessible::Notification);
+    EXPECT_EQ(card.text(QAccessible::Name), "Un enregistrement effacera : B & C");
+
+    press(Qt::Key_F6);
+    EXPECT_TRUE(strip.findChild<QFrame*>("avis-c")->hasFocus());
+    press(Qt::Key_Tab);
+    press(Qt::Key_F6);
+    press(Qt::Key_Return); // the others
+    EXPECT_EQ(shown(), "avis-a avis-b avis-c ");
+    strip.withdraw("avis-c");
+    press(Qt::Key_F6);
+    press(Qt::Key_F6);
+    press(Qt::Key_Return);
+    EXPECT_EQ(pressed, 1);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(window.focusWidget(), focus);
+    strip.withdraw("avis-a");
+    strip.withdraw("avis-b");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(form.y(), 0);
 }
 
 TEST(DesktopOptions, ComeInBothWritings) {

@@ -38,9 +38,11 @@ const std::vector<std::vector<std::string>> InStep = {
 
 class Walk {
   public:
-    explicit Walk(unsigned long seed)
+    Walk(unsigned long seed, std::int32_t level)
         : hand_(seed), desk_({[this](const Message& message) { return answer(message); },
+                              {},
                               [this](Form& form) { inModal(form); },
+                              {},
                               {},
                               {},
                               {}}) {
@@ -81,6 +83,7 @@ class Walk {
                       "20051219]20051220]20051222]20051225]20051228^]3000]]]^450]]300]150]100^"
                       "-450]2550]2250]2100]2000^MAN]]HYG]ALI]PSC");
         desk_.engine = rehearsal_; // fails on demand
+        desk_.level = level;
         open();
     }
 
@@ -108,8 +111,14 @@ class Walk {
             EXPECT_TRUE(outcome != Outcome::Refused || screen() == screenBefore)
                 << "a refused gesture did something";
         }
-        for (const Error& error : desk_.errors)
-            EXPECT_TRUE(error.number() == errors::FigureTooWide && !ledgersStored) << error.what();
+        const bool reads = desk_.level != ports::WritingLevel;
+        for (const Error& error : desk_.errors) {
+            const bool refused = reads && error.number() == errors::MayNotWrite;
+            refused_ += refused ? 1 : 0;
+            EXPECT_TRUE(refused || (error.number() == errors::FigureTooWide && !ledgersStored))
+                << error.what();
+        }
+        EXPECT_FALSE(reads && (stored || ledgersStored)) << "stored by who may not write";
         desk_.errors.clear();
         EXPECT_EQ(form_->control().MousePointer(), NormalPointer);
         EXPECT_TRUE(form_->control().Enabled());
@@ -135,6 +144,10 @@ class Walk {
     [[nodiscard]] const std::string& last() const { return last_; }
     // Whether the walk went everywhere: else it tests too little.
     void checkReach() const {
+        if (desk_.level != ports::WritingLevel) {
+            EXPECT_GT(refused_ * computed_, 0);
+            return;
+        }
         for (const int reached : {saved_, ledgersStored_, charged_, computed_, labelled_})
             EXPECT_GT(reached, 0);
     }
@@ -153,6 +166,7 @@ class Walk {
     bool failing_ = false; // the file of ledgers
     bool kept_ = false;    // the last gesture ended in a leaving rule
     int saved_ = 0;
+    int refused_ = 0; // saves of who may not write
     int ledgersStored_ = 0;
     int charged_ = 0;  // forms that charged hours
     int computed_ = 0; // pay that was shown
@@ -385,11 +399,14 @@ class Walk {
     }
 };
 
-TEST(ControlWalk, WhateverAUserDoesTheFileStaysSound) {
+class ControlWalk : public testing::TestWithParam<std::int32_t> {};
+
+// At every level; below the writing one, nothing is stored at all.
+TEST_P(ControlWalk, WhateverAUserDoesTheFileStaysSound) {
     const unsigned long steps = fromEnvironment("VORANDINE_WALK_STEPS", 3000);
     const unsigned long seed = fromEnvironment("VORANDINE_WALK_SEED", 20060615);
     std::cout << "VORANDINE_WALK_SEED=" << seed << " VORANDINE_WALK_STEPS=" << steps << '\n';
-    Walk walk(seed);
+    Walk walk(seed, GetParam());
     for (unsigned long i = 0; i < steps && !testing::Test::HasFailure(); ++i) {
         walk.step();
         if (testing::Test::HasFailure())
@@ -399,6 +416,8 @@ TEST(ControlWalk, WhateverAUserDoesTheFileStaysSound) {
     if (!testing::Test::HasFailure())
         walk.checkReach();
 }
+
+INSTANTIATE_TEST_SUITE_P(Levels, ControlWalk, testing::Values(0, 1, ports::WritingLevel));
 
 } // namespace
 } // namespace vorandine::control_test

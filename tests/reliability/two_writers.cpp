@@ -163,7 +163,7 @@ void heldLock(const Settings& settings) {
 void runningBackup(Settings settings, std::uint64_t size) {
     {
         store::Store store = opened(settings.path, store::OpenMode::Create);
-        store.changes().keepCreations(false); // the history is that of the writer's keys alone
+        store.changes().keepUnchanged(false); // the history is that of the writer's keys alone
         store.atomically([&] {
             for (std::uint64_t i = 0; i < size; ++i)
                 store.OpenFile("AIDANT")->WriteRecord(std::to_string(i),

@@ -18,8 +18,10 @@ class ControlLimits : public testing::Test {
     Desk desk{{[](const Message& message) {
                    return message.buttons == Buttons::OK ? Answer::OK : Answer::Yes;
                },
+               {},
                [this](Form& form) { modal(form); },
                [this](Menu& opened) { menu = &opened; },
+               {},
                {},
                {}}};
     std::unique_ptr<host::CaregiverForm> file;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/host/CaregiverForm.h"
+#include "components/Consultation.h"
 #include "components/DateConverter.h"
 #include "components/Help.h"
 #include "components/Rights.h"
@@ -56,11 +57,13 @@ class Desk {
   public:
     std::shared_ptr<store::Engine> engine = store::openEngine("memory:", store::OpenMode::Create);
     std::vector<Error> errors; // that gestures met
+    std::int32_t level = ports::WritingLevel;
 
     explicit Desk(headless::Callbacks callbacks = {})
         : world_(withToday(std::move(callbacks))), dates_([this] { return world_.today(); }),
-          help_(world_), rights_(std::make_shared<components::Rights>(
-                             [](const std::string&) { return components::ModuleRights{}; })) {
+          help_(world_), rights_(std::make_shared<components::Rights>([this](const std::string&) {
+              return components::ModuleRights{.level = level};
+          })) {
         putText("TABLES", "DIPLOMES", "^02]01^DEAVS]BEP sanitaire");
         putText("TABLES", "FORMPRO",
                 "^PSC]MAN]HYG]ALI^Premiers secours]Manutention]Hygiène]Équilibre");
@@ -76,11 +79,11 @@ class Desk {
         engine->file(file)->write(key, store_test::marks(text));
     }
     void put(const std::string& file, const std::string& key, const Content& content) {
-        records::DBARecord record = store::Store(engine).OpenFile(file)->NewRecord(key);
+        records::DBARecord record;
         for (const auto& [attribute, values] : content)
             for (std::size_t v = 0; v < values.size(); ++v)
                 record(attribute, static_cast<int>(v) + 1) = values[v];
-        record.DBWrite();
+        store::Store(engine).OpenFile(file)->WriteRecord(key, std::as_const(record)());
     }
 
     // The stored text; "" if there is none.
@@ -95,8 +98,9 @@ class Desk {
     open(const std::string& code, ports::HelpObject& help,
          const std::shared_ptr<ports::DBAClient>& client) {
         return std::make_unique<host::CaregiverForm>(
-            host::HostObjects{world_, dates_, help, client, std::make_shared<store::Store>(engine),
-                              rights_},
+            host::HostObjects{
+                world_, dates_, help, client,
+                components::databaseFor(std::make_shared<store::Store>(engine), *rights_), rights_},
             code, "DURAND Marie", [this](const Error& error) { errors.push_back(error); });
     }
 

@@ -65,6 +65,24 @@ TEST_F(Commands, WrongWordsAreToldAndNothingIsRun) {
     EXPECT_TRUE(left(3)) << out;
 }
 
+TEST_F(Commands, NothingThatATerminalObeysIsPrinted) {
+    const std::string escape = "\x1B[31m\u009B";
+    in = R"({"file":"\u001b[31m","key":"\u009b","record":{}})";
+    for (const vorandine::dba::Arguments& words : std::initializer_list<vorandine::dba::Arguments>{
+             {escape},
+             {"get", url, "CONTRAT" + escape, "1"},
+             {"get", url, "CONTRAT", escape},
+             {"import", url, folder / escape},
+             {"import", url, "-"},
+             {"backup", url, folder / escape},
+             {"backup", url, folder / escape}, // which exists now
+             {"repair", folder / escape, folder / (escape + "new")}}) {
+        call(words);
+        for (const char* const obeyed : {"\x1B", "\u009B"})
+            EXPECT_EQ((out + err).find(obeyed), std::string::npos) << out << err;
+    }
+}
+
 TEST_F(Commands, GetShowsARecordToPeopleAndToPrograms) {
     EXPECT_EQ(done({"get", url, "CONTRAT", "00027*1"}),
               "ATTRIBUTE       VALUE  CONTENT  MEANING\n"

@@ -66,9 +66,31 @@ TEST_F(Csv, TellsEveryBadCellByLineAndColumn) {
     EXPECT_FALSE(std::getline(lines, line)) << line;
     auto skipping = trainings;
     skipping.emplace_back("--skip-bad");
-    EXPECT_EQ(done(skipping), "2 rows stored, 9 lines skipped\n");
+    EXPECT_EQ(done(skipping), "3 rows stored, 9 lines skipped\n");
     EXPECT_EQ(record("FORMVORANDINE", "6"),
               "{\"3\":\"1995\",\"5\":\"20050301\",\"7\":\"100\",\"8\":\"x\"}\n");
+}
+
+TEST_F(Csv, AQuoteTooManyTakesNoRowsWithIt) {
+    const vorandine::dba::Arguments words{"import-csv", "--skip-bad", url,    "AIDANT",
+                                          "-",          "--key",      "Code", "--map",
+                                          "Nom=1",      "--map",      "B=2"};
+    const auto rows = [&](const std::string& first, const std::string& later, int behind) {
+        in = "Code;Nom;B\n1;" + first + "\n2;x;y\n3;" + later + "\n";
+        for (int row = 4; row < 4 + behind; ++row)
+            in += std::to_string(row) + ";x;y\n";
+        return done(words);
+    };
+    EXPECT_EQ(rows("x;\"y", "x;y", 0), "2 rows stored, 1 line skipped\n");
+    EXPECT_EQ(rows("x;\"y", "x;\"y\"", 5), "7 rows stored, 1 line skipped\n");
+    EXPECT_EQ(rows("x;\"y", "x;y\"", 5), "7 rows stored, 1 line skipped\n");
+    EXPECT_TRUE(err.starts_with("-:2: a quote that opens here takes in the rows up to line 4\n"));
+    EXPECT_EQ(rows("\"x;y", "x\";y;z", 5), "6 rows stored, 2 lines skipped\n");
+    EXPECT_EQ(rows("x;\"y", "x;y", 3000), "3002 rows stored, 1 line skipped\n");
+    EXPECT_EQ(rows("x;\"y\n;y\"", "x;y", 0), "3 rows stored\n"); // a cell of two lines
+    EXPECT_EQ(rows(std::string(5U << 20U, 'x') + ";y", "x;y", 1),
+              "3 rows stored, 1 line skipped\n");
+    EXPECT_TRUE(err.starts_with("-:2: the row is longer than a mebibyte\n")) << err;
 }
 
 TEST_F(Csv, TakesWhatSpreadsheetsUnderWindowsWrite) {

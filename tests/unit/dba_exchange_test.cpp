@@ -3,6 +3,7 @@
 #include "dba_support.h"
 #include "store/Store.h"
 
+#include <functional>
 #include <set>
 
 namespace {
@@ -81,6 +82,53 @@ TEST_F(Exchange, EveryWrongLineIsToldAndNothingStored) {
     EXPECT_EQ(stored("AIDANT", "1"), R"({"1":"avant"})");
     EXPECT_EQ(done({"import", "--json", "--skip-bad", url, bad}), "{\"stored\":2,\"bad\":19}\n");
     EXPECT_EQ(stored("AIDANT", "2") + stored("AIDANT", "3"), R"({"1":"bon"}{"1":"bon"})");
+}
+
+// Input that comes slowly: others write to the store before it has all come.
+TEST_F(Exchange, WhoeverFeedsAPipeKeepsNobodyFromWriting) {
+    class Pipe : public std::streambuf {
+      public:
+        Pipe(std::string& text, std::function<void()> meanwhile)
+            : text_(text), meanwhile_(std::move(meanwhile)) {}
+
+      private:
+        std::string& text_;
+        std::function<void()> meanwhile_;
+
+        int_type underflow() override {
+            meanwhile_();
+            if (gptr() != nullptr)
+                return traits_type::eof();
+            setg(text_.data(), text_.data(), text_.data() + text_.size());
+            return traits_type::to_int_type(text_.front());
+        }
+    };
+    int written = 0;
+    const auto write = [&] {
+        done({"put", url, "AIDANT", "2", "{\"1\":\"" + std::to_string(++written) + "\"}"});
+    };
+    const auto feed = [&](std::string text, const vorandine::dba::Arguments& words) {
+        Pipe pipe(text, write);
+        std::istream input(&pipe);
+        std::ostringstream printed;
+        return vorandine::dba::run(words, {input, printed, printed});
+    };
+    EXPECT_EQ(feed(R"({"file":"AIDANT","key":"1","record":{"1":"x"}})", {"import", url, "-"}), 0);
+    EXPECT_EQ(feed("Code;Nom\n3;y\n",
+                   {"import-csv", url, "AIDANT", "-", "--key", "Code", "--map", "Nom=1"}),
+              0);
+    EXPECT_GE(written, 4);
+    EXPECT_EQ(stored("AIDANT", "1") + stored("AIDANT", "3"), R"({"1":"x"}{"1":"y"})");
+}
+
+TEST_F(Exchange, AFileThatIsThereAlreadyLeavesNoVersions) {
+    importDemo(false);
+    importDemo(false);
+    EXPECT_NE(done({"verify", url}).find(" and 0 versions"), std::string::npos) << out;
+    in = R"({"file":"AIDANT","key":"1","record":{"1":")" + std::string(17U << 20U, 'x') + "\"}}\n" +
+         R"({"file":"AIDANT","key":"1","record":{"1":"court"}})";
+    EXPECT_EQ(done({"import", "--skip-bad", url, "-"}), "1 record stored, 1 line skipped\n");
+    EXPECT_EQ(err, "-:1: La ligne dépasse 16 Mio.\n");
 }
 
 TEST_F(Exchange, DamagedRecordsAreLeftOutAndTold) {

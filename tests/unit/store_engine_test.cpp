@@ -133,8 +133,9 @@ TEST_P(StoreEngine, AnotherConnectionReadsWhatOneWritesAndCanTellSo) {
     EXPECT_EQ(engine->writesOfOthers(), mine);
     engine->atomically([&] {
         file.write("a", "2");
-        if (!GetParam()) // SQLite would wait
+        if (!GetParam()) { // SQLite would wait
             EXPECT_EQ(numberOf([&] { other->file("TABLES")->erase("a"); }), errors::Locked);
+        }
     });
     EXPECT_TRUE(other->file("TABLES")->erase("a"));
     EXPECT_NE(engine->writesOfOthers(), mine);
@@ -239,12 +240,21 @@ TEST_P(StoreHistory, KeepsWhatWasBeforeEachChangeWithMomentAndUser) {
     EXPECT_EQ(numberOf([&] { store.changes().user("a\xFF"); }), errors::TextRefused);
     EXPECT_EQ(store.changes().prune(clock), 3U);
     EXPECT_EQ(told("é"), "5.567890Z karim trois, ");
+    // Put back, the clock dates nothing before what was there already; another record is dated by
+    // it.
+    clock -= 3'600'000'000;
+    put("é", "quatre");
+    clock += 3'599'000'000;
+    put("é", "cinq");
+    put("e", "un");
+    EXPECT_EQ(told("é") + told("e"), "5.567890Z karim trois, 5.567891Z karim -, "
+                                     "5.567892Z karim quatre, 4.567890Z karim -, ");
 }
 
 // A load leaves no creations, save where the record was known: it must not seem to be the one that
 // was deleted.
 TEST_P(StoreHistory, OfALoadIsThatOfReplacedRecords) {
-    store.changes().keepCreations(false);
+    store.changes().keepUnchanged(false);
     store.atomically([&] {
         put("a", "un"); // before the first one known
         put("k", "un");
@@ -256,6 +266,8 @@ TEST_P(StoreHistory, OfALoadIsThatOfReplacedRecords) {
     });
     EXPECT_EQ(told("a") + told("j") + told("l"), "");
     EXPECT_EQ(told("k"), "4.567890Z  un, 4.567891Z  deux, 4.567892Z  -, ");
+    put("k", "trois"); // as it is
+    EXPECT_EQ(store.changes().history("TABLES", "k").size(), 3U);
 }
 
 TEST_P(StoreHistory, IsOfTheTransactionOfItsChangeAndPrunedInManySteps) {

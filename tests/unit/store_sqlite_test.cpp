@@ -224,6 +224,54 @@ TEST_F(SqliteStore, WhatIsProtectedIsReadAndNotWritten) {
     }
 }
 
+TEST_F(SqliteStore, ByAnotherNameItIsOnlyReadUntilThatIsGone) {
+    make(1);
+    SqliteEngine engine = open();
+    std::filesystem::create_hard_link(path, folder / "second.vor");
+    EXPECT_EQ(writing(engine), errors::ReadOnly);
+    EXPECT_EQ(numberOf([&] { engine.atomically([] {}); }), errors::ReadOnly);
+    path = folder / "second.vor";
+    SqliteEngine second = open();
+    EXPECT_EQ(second.file("TABLES")->read("0"), std::string(1000, 'x'));
+    EXPECT_EQ(writing(second), errors::ReadOnly);
+    EXPECT_EQ(second.dangers().size(), 1U);
+    second.backUp(folder / "copy.vor", [](std::size_t) {});
+    std::filesystem::remove(path);
+    EXPECT_EQ(writing(engine), 0U);
+    path = folder / "copy.vor";
+    SqliteEngine copy = open();
+    EXPECT_EQ(writing(copy), 0U);
+}
+
+TEST_F(SqliteStore, NobodyReadsOrReplacesWhatHeMayNot) {
+    const auto mode = [](const std::string& file) {
+        struct stat status {};
+        stat(file.c_str(), &status);
+        return status.st_mode & 07777U;
+    };
+    make(1);
+    EXPECT_EQ(mode(path), 0600U);
+    const mode_t before = umask(0077);
+    for (const unsigned own : {0600U, 0660U, 0644U, 0400U}) {
+        chmod(path.c_str(), own);
+        open().backUp(folder / "copy.vor", [](std::size_t) {});
+        (void)repair(path, folder / "mended.vor",
+                     [&] { EXPECT_EQ(mode(folder / "mended.vor.part"), own | 0600U); });
+        for (const char* const made : {"copy.vor", "mended.vor"}) {
+            EXPECT_EQ(mode(folder / made), own | 0600U) << made;
+            std::filesystem::remove(folder / made);
+        }
+    }
+    umask(before);
+    for (int i = 0; i < 5; ++i) // more than is copied at once
+        open().file("TABLES")->write(std::to_string(i), std::string(1U << 20U, 'x'));
+    const auto meanwhile = [&](std::size_t) { std::ofstream(folder / "copy.vor") << "mine"; };
+    EXPECT_EQ(numberOf([&] { open().backUp(folder / "copy.vor", meanwhile); }),
+              errors::StoreExists);
+    EXPECT_EQ(std::filesystem::file_size(folder / "copy.vor"), 4U);
+    EXPECT_FALSE(std::filesystem::exists(folder / "copy.vor.part"));
+}
+
 TEST_F(SqliteStore, WhatNoScanMeetsIsAFaultAndWhatIsMissingIsLost) {
     make(1);
     const auto lost = [&] { return salvage(path, [](auto, auto, auto) {}); };

@@ -55,6 +55,8 @@ TEST(Text, WhatIsNotPlainIsFoundWhereverItStandsAndRefused) {
         }
         return {};
     };
+    EXPECT_EQ(Printable("Aide à 7,50 €"), "Aide à 7,50 €");
+    EXPECT_EQ(Printable("a\x1B[31m\n\u009Bé\x9B\x7F"), R"(a\x1B[31m\x0A\xC2\x9Bé\x9B\x7F)");
     EXPECT_EQ(refusal("Éléonore"), "");
     EXPECT_EQ(refusal("a\tb"), "Le code est refusé : le texte contient un caractère de contrôle.");
     EXPECT_EQ(refusal("a\xE9 b"), "Le code est refusé : le texte n'est pas codé en UTF-8.");

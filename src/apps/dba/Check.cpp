@@ -36,17 +36,18 @@ void printJson(const audit::Finding& finding, std::ostream& out) {
     out << json << "}\n";
 }
 
-void printText(const audit::Finding& finding, std::ostream& out) {
-    out << finding.file << ' ' << finding.key;
+void printText(const audit::Finding& finding, const Console& console) {
+    std::string line = finding.file + ' ' + finding.key;
     if (finding.attribute > 0) {
-        out << ", attribute " << finding.attribute;
+        line += ", attribute " + std::to_string(finding.attribute);
         if (const records::AttributeLayout* const known =
                 records::layout(finding.file, finding.attribute))
-            out << " (" << known->meaning << ')';
+            line += " (" + std::string(known->meaning) + ')';
         if (finding.position > 0)
-            out << ", value " << finding.position << ": '" << finding.value << '\'';
+            line += ", value " + std::to_string(finding.position) + ": '" + finding.value + '\'';
     }
-    out << ' ' << finding.problem << "\n    " << finding.advice << '\n';
+    console.tell(line + ' ' + finding.problem);
+    console.tell("    " + finding.advice);
 }
 
 int check(const CommandLine& line, const Console& console) {
@@ -56,7 +57,7 @@ int check(const CommandLine& line, const Console& console) {
     const audit::TellFinding tell = [&](const audit::Finding& finding) {
         ++findings;
         progress.clear();
-        line.has("--json") ? printJson(finding, console.out) : printText(finding, console.out);
+        line.has("--json") ? printJson(finding, console.out) : printText(finding, console);
     };
     engine->consistently([&] { audit::checkStore(*engine, tell, [&] { progress.step(); }); });
     progress.clear();

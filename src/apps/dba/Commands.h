@@ -28,6 +28,9 @@ struct Command {
     // Gives the exit status. Throws UsageError for words that make no sense together, Error for a
     // store that cannot be opened or fails.
     int (*run)(const CommandLine&, const Console&);
+    // Whether it changes or makes a store: the exit status then tells what became of that, even
+    // where nothing can be printed.
+    bool changes = false;
 };
 
 extern const Command createCommand;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
 
 namespace vorandine::dba {
 
@@ -13,6 +14,12 @@ struct Console {
     // Whether someone sits there: to answer a question, to watch progress.
     bool inIsTerminal = false;
     bool errIsTerminal = false;
+    bool inIsFile = false; // on a disk: it is read as fast as it can be
+
+    // One line each, what was done on `out`, what went wrong on `err` behind the program's name. It
+    // may quote what was typed or stored: a terminal gets no control character of it.
+    void tell(const std::string& line) const;
+    void complain(const std::string& line) const;
 };
 
 } // namespace vorandine::dba

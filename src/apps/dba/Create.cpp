@@ -3,8 +3,6 @@
 #include "store/Store.h"
 #include "text/Error.h"
 
-#include <ostream>
-
 namespace vorandine::dba {
 namespace {
 
@@ -22,11 +20,11 @@ bool exists(const std::string& url) {
 int create(const CommandLine& line, const Console& console) {
     const std::string& url = line.words().front();
     if (exists(url)) {
-        console.err << "vorandine-dba: " << url << " exists already\n";
+        console.complain(url + " exists already");
         return CannotRun;
     }
     static_cast<void>(store::openEngine(url, store::OpenMode::Create));
-    console.out << "created " << url << '\n';
+    console.tell("created " + url);
     return Done;
 }
 
@@ -37,9 +35,11 @@ constexpr Command createCommand{"create",
                                 1,
                                 1,
                                 "make an empty store, which must not exist yet",
-                                "",
+                                "The file is for its owner alone to read and write; docs/store.md "
+                                "tells how to share it.\n",
                                 {},
                                 "  vorandine-dba create sqlite:agence.vor\n",
-                                create};
+                                create,
+                                true};
 
 } // namespace vorandine::dba

@@ -4,7 +4,6 @@
 #include "apps/dba/Opening.h"
 
 #include <array>
-#include <ostream>
 
 namespace vorandine::dba {
 namespace {
@@ -17,15 +16,15 @@ int remove(const CommandLine& line, const Console& console) {
     store::Store store(openStore(line.words().front()));
     sign(store, line);
     if (!engineFile(store.changes().engine(), name).read(key)) {
-        console.err << "vorandine-dba: there is no record '" << key << "' in " << name << '\n';
+        console.complain("there is no record '" + key + "' in " + name);
         return Findings;
     }
     if (!agreed(line, console, "Delete " + name + ' ' + key + '?')) {
-        console.err << "vorandine-dba: nothing was deleted\n";
+        console.complain("nothing was deleted");
         return Findings;
     }
     store.OpenFile(name)->DeleteRecord(key);
-    console.out << "deleted " << name << ' ' << key << '\n';
+    console.tell("deleted " + name + ' ' + key);
     return Done;
 }
 
@@ -43,6 +42,7 @@ constexpr Command deleteCommand{
     "  vorandine-dba delete sqlite:agence.vor CONTRAT '00012*1'\n"
     "  vorandine-dba delete --yes sqlite:agence.vor DIFAIDANT 00012PSD\n",
     remove,
+    true,
 };
 
 } // namespace vorandine::dba

@@ -25,7 +25,7 @@ int exportFiles(const CommandLine& line, const Console& console) {
                            engineFile(*engine, name), name, console.out,
                            [&](const std::string& complaint) {
                                progress.clear();
-                               console.err << "vorandine-dba: " << complaint << '\n';
+                               console.complain(complaint);
                            },
                            [&] { progress.step(); })
                            .damaged;

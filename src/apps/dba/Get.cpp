@@ -37,7 +37,7 @@ int get(const CommandLine& line, const Console& console) {
     static_cast<void>(engineFile(*engine, name));
     const auto record = ports::find(*store::Store(engine).OpenFile(name), key);
     if (!record) {
-        console.err << "vorandine-dba: there is no record '" << key << "' in " << name << '\n';
+        console.complain("there is no record '" + key + "' in " + name);
         return Findings;
     }
     if (line.has("--json")) {

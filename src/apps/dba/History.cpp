@@ -5,6 +5,7 @@
 #include "audit/history/Statement.h"
 #include "exchange/RecordJson.h"
 #include "records/RecordText.h"
+#include "text/Characters.h"
 
 #include <array>
 #include <ostream>
@@ -56,7 +57,7 @@ class Telling {
     records::DBARecord record(const State& state) {
         if (state && !records::isPlainRecord(*state)) {
             if (!damaged_)
-                console_.err << "vorandine-dba: a version is damaged, it is shown empty\n";
+                console_.complain("a version is damaged, it is shown empty");
             damaged_ = true;
             return {nullptr, key_, ""};
         }
@@ -73,9 +74,9 @@ class Telling {
 
     void printJson(const RecordChange& change) {
         std::string json = "{\"version\":";
-        exchange::appendJsonText(json, change.moment);
+        exchange::appendJsonText(json, text::Printable(change.moment));
         json += ",\"user\":";
-        exchange::appendJsonText(json, change.user);
+        exchange::appendJsonText(json, text::Printable(change.user));
         const auto member = [&](const char* name, const State& state) {
             json += name;
             const records::DBARecord shown = record(state);
@@ -97,8 +98,8 @@ int history(const CommandLine& line, const Console& console) {
     static_cast<void>(engineFile(store.changes().engine(), name));
     const audit::RecordHistory history = audit::historyOf(store, name, key);
     if (history.changes.empty()) {
-        console.err << "vorandine-dba: no change of '" << key << "' in " << name << " was kept"
-                    << (history.today ? "" : ", and there is no such record") << '\n';
+        console.complain("no change of '" + key + "' in " + name + " was kept" +
+                         (history.today ? "" : ", and there is no such record"));
         return Findings;
     }
     Telling telling(name, key, console);

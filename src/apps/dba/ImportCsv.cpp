@@ -1,14 +1,13 @@
 // vorandine-dba import-csv: stores the rows of a table as records of one file.
 #include "apps/dba/Commands.h"
 #include "apps/dba/ImportReport.h"
+#include "apps/dba/Input.h"
 #include "apps/dba/Opening.h"
 #include "exchange/Csv.h"
 #include "exchange/CsvMapping.h"
 #include "exchange/TableImport.h"
 
 #include <array>
-#include <fstream>
-#include <ostream>
 
 namespace vorandine::dba {
 namespace {
@@ -43,20 +42,24 @@ exchange::Encoding encodingOf(const CommandLine& line) {
     throw UsageError("--encoding takes utf-8 or windows-1252");
 }
 
-int importTable(const CommandLine& line, const Console& console, std::istream& in) {
+int importCsv(const CommandLine& line, const Console& console) {
     const std::string& file = line.words()[1];
     const std::string& name = line.words()[2];
     const auto key = line.value("--key");
     if (!key || !line.has("--map"))
         throw UsageError("--key and at least one --map are needed");
-    exchange::CsvReader reader(in, separatorOf(line), encodingOf(line));
+    const char separator = separatorOf(line);
+    const exchange::Encoding encoding = encodingOf(line);
+    Input input(name, console);
+    exchange::CsvReader reader(input.stream(), separator, encoding);
     exchange::TableSource table{name, reader, {}, !line.has("--no-header")};
     if (!reader.next(table.first)) {
-        console.err << "vorandine-dba: " << name << " is empty, or cannot be read\n";
+        console.complain(name + " is empty, or cannot be read");
         return CannotRun;
     }
-    if (table.heads && table.first.fault)
-        throw UsageError(name + ": the heads cannot be read: " + *table.first.fault);
+    // Where it has no columns to count, nothing can be mapped.
+    if (table.first.fault && (table.heads || table.first.faultColumn == 0))
+        throw UsageError(name + ": the first row cannot be read: " + *table.first.fault);
     const exchange::CsvMapping mapping(file, *key, line.values("--map"),
                                        table.heads ? std::optional(table.first.cells)
                                                    : std::nullopt);
@@ -76,18 +79,6 @@ int importTable(const CommandLine& line, const Console& console, std::istream& i
         "row");
 }
 
-int importCsv(const CommandLine& line, const Console& console) {
-    const std::string& name = line.words()[2];
-    if (name == "-")
-        return importTable(line, console, console.in);
-    std::ifstream in(name, std::ios::binary);
-    if (!in) {
-        console.err << "vorandine-dba: cannot read " << name << '\n';
-        return CannotRun;
-    }
-    return importTable(line, console, in);
-}
-
 } // namespace
 
 constexpr Command importCsvCommand{
@@ -100,7 +91,8 @@ constexpr Command importCsvCommand{
     "COLUMN is the text at its head, ATTRIBUTE a number or a dictionary name. Dates (dd/mm/yyyy)\n"
     "and hours (7,50) are converted where the attribute holds such; :date, :hours or :text behind\n"
     "ATTRIBUTE says otherwise. Attributes that are not mapped stay as they are. Rows of one key\n"
-    "that follow each other make one record, each adding a value to the lists of the file.\n"
+    "that follow each other make one record, each adding a value to the lists of the file. A row\n"
+    "whose quotes are wrong is told, and the next one begins on the next line.\n"
     "All rows are stored or none: a bad cell is told as CSV:LINE:COLUMN, and the exit status is "
     "1.\n",
     importCsvOptions,
@@ -110,6 +102,7 @@ constexpr Command importCsvCommand{
     "  vorandine-dba import-csv sqlite:agence.vor CONTRAT c.csv --no-header --separator , \\\n"
     "      --key 1 --map 2=3 --map 3=NomAideContrat --map 4=7\n",
     importCsv,
+    true,
 };
 
 } // namespace vorandine::dba

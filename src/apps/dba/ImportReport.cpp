@@ -2,6 +2,7 @@
 #include "apps/dba/ImportReport.h"
 
 #include "apps/dba/Commands.h"
+#include "text/Characters.h"
 
 #include <ostream>
 
@@ -11,7 +12,7 @@ ImportReport::ImportReport(const CommandLine& line, const Console& console)
     : line_(line), console_(console), progress_(console, "looked at") {
     watch_.complain = [this](const std::string& complaint) {
         progress_.clear();
-        console_.err << complaint << '\n';
+        console_.err << text::Printable(complaint) << '\n';
     };
     watch_.step = [this] { progress_.step(); };
 }
@@ -33,7 +34,7 @@ int ImportReport::tell(const exchange::ImportResult& result, const std::string& 
         console_.out << '\n';
     }
     if (!result.stored)
-        console_.err << "vorandine-dba: nothing was stored\n";
+        console_.complain("nothing was stored");
     return result.stored ? Done : Findings;
 }
 

@@ -40,7 +40,9 @@ void printHelp(std::ostream& out) {
            "\nURL names a store: sqlite:PATH, or memory: for one that is gone with the program\n"
            "(import into it to check files).\n"
            "Exit status: 0 done; 1 something was found wrong, or there is no such record;\n"
-           "2 the command could not run.\n";
+           "2 the command could not run. Of commands that change a store it tells what became of "
+           "that,\n"
+           "even where nothing can be printed.\n";
 }
 
 std::string synopsis(const Command& command) {
@@ -75,35 +77,41 @@ bool asksForHelp(const Arguments& words) {
 }
 
 int refuse(const Command& command, const char* why, const Console& console) {
-    console.err << "vorandine-dba: " << why << "\nUsage: " << synopsis(command)
-                << "\nMore with: vorandine-dba " << command.name << " --help\n";
+    console.complain(why);
+    console.err << "Usage: " << synopsis(command) << "\nMore with: vorandine-dba " << command.name
+                << " --help\n";
     return CannotRun;
 }
 
-int runWords(const Arguments& words, const Console& console) {
+struct Outcome {
+    int status = CannotRun;
+    bool stands = false; // even where nothing of it can be printed
+};
+
+Outcome runWords(const Arguments& words, const Console& console) {
     if (words.empty())
         throw UsageError("a command is missing");
     if (words.front() == "--help") {
         printHelp(console.out);
-        return Done;
+        return {Done};
     }
     if (words.front() == "--version") {
         console.out << "vorandine-dba " << VORANDINE_VERSION << '\n';
-        return Done;
+        return {Done};
     }
     const Command& command = find(words.front());
     if (asksForHelp(words)) {
         printHelp(command, console.out);
-        return Done;
+        return {Done};
     }
     try {
         const CommandLine line({words.begin() + 1, words.end()}, command.options, command.least,
                                command.most);
-        return command.run(line, console);
+        return {command.run(line, console), command.changes};
     } catch (const UsageError& error) {
-        return refuse(command, error.what(), console);
+        return {refuse(command, error.what(), console)};
     } catch (const exchange::NamingError& error) {
-        return refuse(command, error.what(), console);
+        return {refuse(command, error.what(), console)};
     }
 }
 
@@ -111,17 +119,19 @@ int runWords(const Arguments& words, const Console& console) {
 
 int run(const Arguments& words, const Console& console) {
     try {
-        const int status = runWords(words, console);
+        const auto [status, stands] = runWords(words, console);
         console.out.flush();
         if (console.out)
             return status;
-        console.err << "vorandine-dba: what was asked for could not be written to its end\n";
+        console.complain(stands ? "the outcome could not be printed; the exit status tells it"
+                                : "what was asked for could not be written to its end");
+        return stands ? status : CannotRun;
     } catch (const UsageError& error) {
-        console.err << "vorandine-dba: " << error.what() << "; see vorandine-dba --help\n";
+        console.complain(error.what() + std::string("; see vorandine-dba --help"));
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        console.err << "vorandine-dba: " << error.what() << '\n';
+        console.complain(error.what());
     }
     return CannotRun;
 }

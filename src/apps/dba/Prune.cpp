@@ -35,7 +35,7 @@ int prune(const CommandLine& line, const Console& console) {
     const store::Moment limit = store::now() - days * Day;
     if (!agreed(line, console,
                 "Drop for good what changes before " + store::momentText(limit) + " replaced?")) {
-        console.err << "vorandine-dba: nothing was dropped\n";
+        console.complain("nothing was dropped");
         return Findings;
     }
     Progress progress(console, "dropped", "versions");
@@ -64,6 +64,7 @@ constexpr Command pruneCommand{
     "  vorandine-dba prune sqlite:agence.vor 3650\n"
     "  vorandine-dba prune --yes sqlite:agence.vor 365\n",
     prune,
+    true,
 };
 
 } // namespace vorandine::dba

@@ -8,7 +8,6 @@
 #include <istream>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <ostream>
 #include <utility>
 
 namespace vorandine::dba {
@@ -31,7 +30,7 @@ int put(const CommandLine& line, const Console& console) {
         return records::dictionaryAttribute(name, attribute).value_or(0);
     });
     file->WriteRecord(key, std::as_const(record)());
-    console.out << "stored " << name << ' ' << key << '\n';
+    console.tell("stored " + name + ' ' + key);
     return Done;
 }
 
@@ -51,6 +50,7 @@ constexpr Command putCommand{
     "  vorandine-dba put sqlite:agence.vor CONTRAT '00012*1' \\\n"
     "      '{\"3\":\"PSD\",\"NomAideContrat\":\"Présence\",\"7\":\"20090706\"}'\n",
     put,
+    true,
 };
 
 } // namespace vorandine::dba

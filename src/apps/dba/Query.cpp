@@ -8,6 +8,7 @@
 #include "records/StoredFiles.h"
 #include "store/Request.h"
 #include "store/Selection.h"
+#include "text/Characters.h"
 #include "text/Table.h"
 
 #include <array>
@@ -108,21 +109,9 @@ void printJson(const records::DBARecord& rows, const store::Request& request, st
     }
 }
 
-// Bounds of keys, which may hold bytes that are no text, as printable ones.
+// Bounds of keys, which may hold bytes that are no text.
 std::string shown(const std::string& key) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    std::string text;
-    for (const char c : key) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && byte < 0x7F) {
-            text += c;
-            continue;
-        }
-        text += "\\x";
-        text += Digits[byte >> 4U];
-        text += Digits[byte & 0xFU];
-    }
-    return '"' + text + '"';
+    return '"' + text::Printable(key) + '"';
 }
 
 void explain(const store::Request& request, std::size_t read, int rows, std::ostream& err) {

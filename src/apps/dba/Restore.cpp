@@ -3,7 +3,6 @@
 #include "apps/dba/Opening.h"
 
 #include <array>
-#include <ostream>
 
 namespace vorandine::dba {
 namespace {
@@ -37,14 +36,13 @@ int restore(const CommandLine& line, const Console& console) {
     const store::Version version = find(store.changes().history(name, key), line.words()[3]);
     const std::string record = name + ' ' + key;
     if (file.read(key) == version.record) {
-        console.out << record << " is as it was before " << version.moment << " already\n";
+        console.tell(record + " is as it was before " + version.moment + " already");
     } else if (version.record) {
         store.OpenFile(name)->WriteRecord(key, *version.record);
-        console.out << "restored " << record << " as it was before " << version.moment << '\n';
+        console.tell("restored " + record + " as it was before " + version.moment);
     } else {
         store.OpenFile(name)->DeleteRecord(key);
-        console.out << "deleted " << record << ", which was not there before " << version.moment
-                    << '\n';
+        console.tell("deleted " + record + ", which was not there before " + version.moment);
     }
     return Done;
 }
@@ -65,6 +63,7 @@ constexpr Command restoreCommand{
     "  vorandine-dba restore --user sylvie sqlite:agence.vor CONTRAT '00012*1' \\\n"
     "      2026-11-23T08:16:02.104233Z\n",
     restore,
+    true,
 };
 
 } // namespace vorandine::dba

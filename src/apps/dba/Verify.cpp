@@ -3,6 +3,7 @@
 #include "apps/dba/Opening.h"
 #include "apps/dba/Progress.h"
 #include "audit/verify/Verification.h"
+#include "store/Upkeep.h"
 #include "text/Error.h"
 
 #include <array>
@@ -29,6 +30,9 @@ void tell(const audit::Verified& verified, bool json, std::ostream& out) {
 int verify(const CommandLine& line, const Console& console) {
     try {
         const auto engine = openStore(SqliteScheme + pathOf(line.words().front()));
+        if (store::Upkeep* const upkeep = store::upkeepOf(*engine))
+            for (const std::string& danger : upkeep->dangers())
+                console.complain("warning: " + danger);
         Progress progress(console, "verified");
         audit::Verified verified;
         engine->consistently([&] {
@@ -36,7 +40,7 @@ int verify(const CommandLine& line, const Console& console) {
                 *engine,
                 [&](const std::string& fault) {
                     progress.clear();
-                    console.err << "vorandine-dba: " << fault << '\n';
+                    console.complain(fault);
                 },
                 [&] { progress.step(); });
         });
@@ -46,7 +50,7 @@ int verify(const CommandLine& line, const Console& console) {
     } catch (const Error& error) {
         if (error.number() != errors::Damaged)
             throw;
-        console.err << "vorandine-dba: " << error.what() << '\n';
+        console.complain(error.what());
         if (line.has("--json"))
             console.out << "{\"records\":0,\"versions\":0,\"findings\":1}\n";
         return Findings;
@@ -62,8 +66,10 @@ constexpr Command verifyCommand{
     1,
     "tell whether the file of a store is sound to its last byte",
     "Looks at the whole file, at every record and at every version of the history. What is wrong\n"
-    "is told on standard error, and the exit status is 1. Whether records agree with each other\n"
-    "is what check looks for.\n",
+    "is told on standard error, and the exit status is 1. So is, as a warning without that "
+    "status,\n"
+    "what may come to damage it: a network file system, several names (hard links) of the file.\n"
+    "Whether records agree with each other is what check looks for.\n",
     verifyOptions,
     "  vorandine-dba verify agence.vor\n"
     "  vorandine-dba verify --json /media/usb/agence-2026-11-23.vor\n",

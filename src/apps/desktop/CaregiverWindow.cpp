@@ -24,10 +24,13 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
       before_(stored()), news_(session.store(), caregiver_.code),
       form_(session.objects(), caregiver_.code, shownName(caregiver_).toStdString(),
             [this](const Error& error) { report(error); }),
-      window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())) {
+      window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())),
+      notices_(new NoticeStrip(*window_)) {
     window_->setObjectName("dossier");
     if (const QSize size = settings_.caregiverSize(); size.isValid())
         window_->resize(size.boundedTo(window_->screen()->availableSize()));
+    if (!session_.mayWrite())
+        notices_->tell(host::consultation());
     connect(window_.get(), &qt::FormWindow::unloaded, this, [this] {
         window_->hide();
         emit ended(outcome());
@@ -42,8 +45,9 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
 
 CaregiverWindow::~CaregiverWindow() {
     const bool maximized = window_->isMaximized();
-    settings_.setCaregiver(maximized ? window_->normalGeometry().size() : window_->size(),
-                           maximized);
+    const QSize size = maximized ? window_->normalGeometry().size() : window_->size();
+    // The next file has notices of its own.
+    settings_.setCaregiver(size - QSize(0, window_->headHeight()), maximized);
 }
 
 void CaregiverWindow::bringToFront() {
@@ -53,22 +57,26 @@ void CaregiverWindow::bringToFront() {
     window_->activateWindow();
 }
 
-bool CaregiverWindow::close() {
+Closing CaregiverWindow::close() {
+    failed_ = false;
     if (!form_.form().unloaded()) {
         bringToFront();
         window_->close();
     }
-    return form_.form().unloaded();
+    if (form_.form().unloaded())
+        return Closing::Closed;
+    return failed_ ? Closing::Failed : Closing::Stays;
 }
 
 void CaregiverWindow::tellNews() {
     if (!window_->isActiveWindow())
         return;
-    for (const widgets::Notice& notice : news_.ask())
-        session_.world().tell(form_.form(), notice);
+    for (const widgets::Told& notice : news_.ask())
+        notices_->tell(host::news(notice));
 }
 
 void CaregiverWindow::report(const Error& error) {
+    failed_ = true;
     // The handler that failed is still on its way out: a dialog now would run inside it. A modal
     // form that stays open has the dialog over it.
     const auto show = [this, error] {
@@ -82,7 +90,8 @@ Situation CaregiverWindow::outcome() {
     const QString time = QTime::currentTime().toString("HH:mm");
     try {
         if (session_.caregivers().content(caregiver_.code) != before_)
-            return {"Enregistré à " + time, {}};
+            return {"Enregistré à " + time + (told_.empty() ? "" : ", réuni avec un autre poste"),
+                    QString::fromUtf8(told_)};
     } catch (const Error& error) {
         return {"Fermé à " + time + ", état inconnu",
                 "Le dossier n'a pas pu être relu : " + QString::fromUtf8(error.what())};

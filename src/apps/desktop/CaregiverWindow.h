@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/desktop/CaregiverModel.h"
+#include "apps/desktop/NoticeStrip.h"
 #include "apps/desktop/Session.h"
 #include "apps/desktop/Settings.h"
 #include "apps/host/News.h"
@@ -16,6 +17,10 @@
 
 namespace vorandine::desktop {
 
+// What became of an attempt to close a file: it is closed, its user stays in it, or it met an
+// error, which is told.
+enum class Closing { Closed, Stays, Failed };
+
 class CaregiverWindow : public QObject {
     Q_OBJECT
   public:
@@ -27,8 +32,12 @@ class CaregiverWindow : public QObject {
 
     [[nodiscard]] const std::string& code() const noexcept { return caregiver_.code; }
     void bringToFront();
-    // As the window's own close button; true if the file is closed, false if it stays open.
-    bool close();
+    [[nodiscard]] bool shows(const widgets::Form& form) { return &form == &form_.form(); }
+    // What the control has to tell of the file as it is stored: by then it is about to close.
+    void tell(const widgets::Told& notice) { told_ = notice.text; }
+    [[nodiscard]] const std::string& told() const noexcept { return told_; }
+    // As the window's own close button.
+    Closing close();
 
   signals:
     // The file was closed, and this object may be destroyed once control is back in the event
@@ -40,11 +49,14 @@ class CaregiverWindow : public QObject {
     Settings& settings_;
     host::Caregiver caregiver_;
     std::optional<std::string> before_; // the stored file as it was opened
-    host::News news_; // of the file as it was opened
+    host::News news_;                   // of the file as it was opened
     host::CaregiverForm form_;
     // Goes before the form that it shows.
     std::unique_ptr<qt::FormWindow> window_;
     QTimer newsTimer_;
+    NoticeStrip* notices_; // the window's
+    std::string told_;
+    bool failed_ = false; // the attempt to close it that is under way
 
     // Tells what other seats have stored, if somebody is here to see it.
     void tellNews();

@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -50,6 +51,12 @@ MainWindow::MainWindow(Session& session, Settings& settings)
     connect(list_, &QTreeView::activated, this, &MainWindow::openCurrent);
     search_->installEventFilter(this);
     list_->installEventFilter(this);
+
+    session_.world().tellBy([this](const widgets::Form& form, const widgets::Told& notice) {
+        for (const auto& [code, window] : windows_)
+            if (window->shows(form))
+                window->tell(notice);
+    });
 
     model_.assign(session_.caregivers().all());
     selectSome();
@@ -171,6 +178,9 @@ void MainWindow::open(const host::Caregiver& caregiver) {
 void MainWindow::ended(CaregiverWindow& window, const Situation& situation) {
     windows_.erase(window.code());
     model_.setSituation(window.code(), situation);
+    // Made when there is something to tell; it takes the focus from nobody.
+    if (!window.told().empty())
+        statusBar()->showMessage(QString::fromUtf8(window.told()));
     select(window.code());
     window.deleteLater();
     // Not while the list itself is closing.
@@ -182,13 +192,19 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     std::vector<std::string> codes;
     for (const auto& [code, window] : windows_)
         codes.push_back(code);
+    bool all = true;
     for (const std::string& code : codes) {
         // A question asked on the way lets the event loop run, where others may have ended.
         const auto found = windows_.find(code);
-        if (found != windows_.end() && !found->second->close()) {
-            event->ignore();
-            return;
-        }
+        const Closing closing = found == windows_.end() ? Closing::Closed : found->second->close();
+        all = all && closing == Closing::Closed;
+        // A file that cannot be stored keeps none of the others open.
+        if (closing == Closing::Stays)
+            break;
+    }
+    if (!all) {
+        event->ignore();
+        return;
     }
     settings_.setList(saveGeometry(), list_->header()->saveState());
     event->accept();

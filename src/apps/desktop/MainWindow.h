@@ -33,7 +33,8 @@ class MainWindow : public QMainWindow {
     void closed();
 
   protected:
-    // Closes every caregiver's window as its own close button does; stays as soon as one stays.
+    // Closes every caregiver's window as its own close button does, up to the first that its user
+    // does not want closed; stays if one stays.
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -1,6 +1,7 @@
 // Wiring the components to the store and the user.
 #include "apps/desktop/Session.h"
 
+#include "components/Consultation.h"
 #include "components/Rights.h"
 
 #include <utility>
@@ -15,11 +16,16 @@ Session::Session(std::shared_ptr<store::Store> store, std::string url, host::Use
 }
 
 host::HostObjects Session::objects() {
-    return {world_, dates_, help_, std::make_shared<ports::DBAClient>(), store_, rights_};
+    return {world_,
+            dates_,
+            help_,
+            std::make_shared<ports::DBAClient>(),
+            components::databaseFor(store_, *rights_),
+            rights_};
 }
 
 bool Session::mayWrite() {
-    return rights_->Droits("VORANDINEDROIT")->Niveau() == 2;
+    return components::mayWrite(*rights_);
 }
 
 } // namespace vorandine::desktop

@@ -26,6 +26,8 @@ class Session {
     [[nodiscard]] const std::shared_ptr<store::Store>& store() const noexcept { return store_; }
     [[nodiscard]] host::Caregivers& caregivers() noexcept { return caregivers_; }
     [[nodiscard]] qt::QtWorld& world() noexcept { return world_; }
+    // With a database that refuses to write where the user may not. Throws what reading the rights
+    // throws.
     [[nodiscard]] host::HostObjects objects();
     // Whether the user may write training files, and so add caregivers. Throws what reading the
     // rights throws.

@@ -4,6 +4,8 @@
 #include "apps/desktop/MainWindow.h"
 #include "apps/desktop/Options.h"
 #include "apps/desktop/UserDialog.h"
+#include "store/WriteSignals.h"
+#include "text/Characters.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -132,12 +134,14 @@ int run(const Options& options, int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace vorandine::desktop;
+    using vorandine::text::Printable;
+    vorandine::store::ignoreWriteSignals();
     try {
         return run(parse({argv + 1, argv + argc}), argc, argv);
     } catch (const UsageError& error) {
-        std::cerr << "vorandine: " << error.what() << " ; voir vorandine --help\n";
+        std::cerr << "vorandine: " << Printable(error.what()) << " ; voir vorandine --help\n";
     } catch (const std::exception& error) {
-        std::cerr << "vorandine: " << error.what() << '\n';
+        std::cerr << "vorandine: " << Printable(error.what()) << '\n';
     }
     return CannotRun;
 }

@@ -1,5 +1,6 @@
 // How a host embeds the control: a store, rights, dates and a form are all it needs. Here nobody
 // sits at the screen, so the program does what a user would and prints what he would see.
+#include "components/Consultation.h"
 #include "components/DateConverter.h"
 #include "components/Help.h"
 #include "components/Parameters.h"
@@ -8,6 +9,7 @@
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/StoredFiles.h"
 #include "store/Store.h"
+#include "store/WriteSignals.h"
 #include "text/Error.h"
 #include "widgets/Gestures.h"
 #include "widgets/Kinds.h"
@@ -46,9 +48,10 @@ void run() {
     form.Failed = [](const Error& error) { std::cerr << error.what() << '\n'; };
 
     control.TheClient(std::make_shared<ports::DBAClient>());
-    control.TheDatabase(database);
-    control.DroitsUtilisateur(std::make_shared<components::Rights>(
-        [](const std::string& /*key*/) { return components::ModuleRights{}; }));
+    const auto rights = std::make_shared<components::Rights>(
+        [](const std::string& /*key*/) { return components::ModuleRights{}; });
+    control.TheDatabase(components::databaseFor(database, *rights)); // who may not write, cannot
+    control.DroitsUtilisateur(rights);
     control.W_Code = "00012";
     control.W_NomPrenom = "DURAND Marie";
     control.Init();
@@ -66,6 +69,7 @@ void run() {
 } // namespace
 
 int main() {
+    store::ignoreWriteSignals();
     try {
         run();
     } catch (const std::exception& error) {

@@ -63,7 +63,7 @@ std::vector<store::Change> News::fresh() {
     return found;
 }
 
-std::vector<widgets::Notice> News::ask() {
+std::vector<widgets::Told> News::ask() {
     std::vector<store::Change> changes;
     try {
         const std::uint64_t writes = store_->changes().engine().writesOfOthers();
@@ -78,7 +78,7 @@ std::vector<widgets::Notice> News::ask() {
     std::erase_if(changes, [](const auto& change) { return change.own; });
     std::stable_sort(changes.begin(), changes.end(),
                      [](const auto& one, const auto& other) { return one.moment < other.moment; });
-    std::vector<widgets::Notice> news;
+    std::vector<widgets::Told> news;
     for (auto change = changes.begin(); change != changes.end(); ++change)
         if (std::none_of(std::next(change), changes.end(),
                          [&](const auto& later) { return later.user == change->user; }))

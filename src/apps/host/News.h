@@ -23,7 +23,7 @@ class News {
     // each user who, through another connection, has changed the training file or a ledger since
     // the last call; oldest first. Where the store fails, none: the next call tells. As quick as
     // store::Engine::writesOfOthers() while others write nothing.
-    [[nodiscard]] std::vector<widgets::Notice> ask();
+    [[nodiscard]] std::vector<widgets::Told> ask();
 
   private:
     std::shared_ptr<store::Store> store_;

@@ -2,6 +2,7 @@
 #include "apps/scenario/Output.h"
 
 #include "apps/scenario/Words.h"
+#include "text/Characters.h"
 
 #include <cstdio>
 
@@ -11,7 +12,7 @@ void Output::answer(const std::string& line) {
     if (muted_)
         return;
     last_ = speaker_ + line;
-    stream_ << last_ << '\n' << std::flush;
+    stream_ << text::Printable(last_) << '\n' << std::flush;
 }
 
 void Output::event(const std::string& line) {

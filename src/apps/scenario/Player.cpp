@@ -105,7 +105,9 @@ void Player::sit(const std::string& name) {
 
 void Player::fail(const Location& location, const std::string& text) {
     failed_ = true;
-    failures_ << location.file << ':' << location.line << ": " << text << '\n' << std::flush;
+    failures_ << text::Printable(location.file) << ':' << location.line << ": "
+              << text::Printable(text) << '\n'
+              << std::flush;
 }
 
 } // namespace vorandine::scenario

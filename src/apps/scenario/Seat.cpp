@@ -91,7 +91,7 @@ void Seat::playStep() {
 void Seat::askForNews() {
     if (!host_)
         return;
-    for (const widgets::Notice& notice : news_->ask())
+    for (const widgets::Told& notice : news_->ask())
         frontEnd_->world().tell(host_->form(), notice);
 }
 
@@ -169,7 +169,8 @@ void Seat::open(Words& words) {
         news_ = std::make_unique<host::News>(store, code);
         host_ = std::make_unique<host::CaregiverForm>(
             host::HostObjects{frontEnd_->world(), dates_, help_,
-                              std::make_shared<ports::DBAClient>(), store, rights_},
+                              std::make_shared<ports::DBAClient>(), stage_->handedOver(*rights_),
+                              rights_},
             code, name, tell);
     } catch (const Error& error) {
         tell(error);

@@ -2,6 +2,7 @@
 #include "apps/scenario/Stage.h"
 
 #include "apps/scenario/LineError.h"
+#include "components/Consultation.h"
 #include "exchange/RecordJson.h"
 #include "frontends/headless/HeadlessWorld.h"
 #include "records/Layout.h"
@@ -85,12 +86,17 @@ bool Stage::run(const std::string& command, Words& words) {
     static const std::map<std::string, void (Stage::*)(Words&)> commands{
         {"today", &Stage::setToday},   {"put", &Stage::put},      {"remove", &Stage::remove},
         {"rights", &Stage::setRights}, {"user", &Stage::setUser}, {"fail", &Stage::fail},
+        {"guard", &Stage::setGuard},
     };
     const auto found = commands.find(command);
     if (found == commands.end())
         return false;
     (this->*found->second)(words);
     return true;
+}
+
+std::shared_ptr<ports::DBADatabase> Stage::handedOver(ports::DroitsUtilisateur& rights) const {
+    return guarded_ ? components::databaseFor(hosted_, rights) : hosted_;
 }
 
 widgets::Date Stage::today() const {
@@ -158,6 +164,11 @@ void Stage::setUser(Words& words) {
     words.end();
     text::RequirePlain(user, "Le nom de l'utilisateur");
     user_ = user;
+}
+
+void Stage::setGuard(Words& words) {
+    words.end();
+    guarded_ = true;
 }
 
 void Stage::fail(Words& words) {

@@ -35,15 +35,17 @@ class Stage {
     Stage(std::shared_ptr<store::Engine> engine, Common& common, const std::string& mark,
           std::string user);
 
-    // Runs `command` if it is one of the stage's (today, put, remove, rights, user, fail); false if
-    // not.
-    // Throws LineError, and Error where the store refuses.
+    // Runs `command` if it is one of the stage's (today, put, remove, rights, user, guard, fail);
+    // false if not. Throws LineError, and Error where the store refuses.
     bool run(const std::string& command, Words& words);
 
     [[nodiscard]] widgets::Date today() const;
     [[nodiscard]] components::ModuleRights rights(const std::string& key) const;
     // What the control works on. The user who was last named is at the seat from here on.
     [[nodiscard]] std::shared_ptr<store::Store> database();
+    // The same as hosts hand it to a user of `rights`, once `guard` was played.
+    [[nodiscard]] std::shared_ptr<ports::DBADatabase>
+    handedOver(ports::DroitsUtilisateur& rights) const;
     // The same records for those who look on: no failure, no trace in the journal.
     [[nodiscard]] store::Store& records() noexcept { return records_; }
     // For another seat.
@@ -61,12 +63,14 @@ class Stage {
     std::string user_;   // from the next control on
     std::string seated_; // who is in the history; nobody before the first
     std::map<std::string, components::ModuleRights> rights_;
+    bool guarded_ = false;
 
     void setToday(Words& words);
     void put(Words& words);
     void remove(Words& words);
     void setRights(Words& words);
     void setUser(Words& words);
+    void setGuard(Words& words);
     void fail(Words& words);
     // Runs `work`, which stores through `hosted_` what is nobody's, aside from failures and
     // journal.

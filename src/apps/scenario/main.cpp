@@ -3,6 +3,8 @@
 #include "apps/scenario/Player.h"
 #include "apps/scenario/QtHand.h"
 #include "apps/scenario/Script.h"
+#include "store/WriteSignals.h"
+#include "text/Characters.h"
 
 #include <QApplication>
 
@@ -39,8 +41,8 @@ constexpr const char* Help =
     "\n"
     "Lines of a FILE, one command each; a word with blanks or quotes in it is a JSON string:\n"
     "  # ...             a remark\n"
-    "  today DD/MM/YYYY, put FILE KEY JSON, remove FILE KEY, rights JSON, include PATH,\n"
-    "  fail FILE [KEY], fail read FILE, fail none, open CODE NAME\n"
+    "  today DD/MM/YYYY, put FILE KEY JSON, remove FILE KEY, rights JSON, guard,\n"
+    "  include PATH, fail FILE [KEY], fail read FILE, fail none, open CODE NAME\n"
     "                    the stage: what stands ready, and what fails from there on\n"
     "  seat NAME, user LOGIN\n"
     "                    who acts from there on: seat 1 at first. Each has a connection, a form,\n"
@@ -69,7 +71,7 @@ constexpr const char* Help =
     "                    expect printed TEXT, expect error, expect silence\n"
     "\n"
     "Exit status: 0 all held, 1 an expectation failed or a line could not be run,\n"
-    "2 wrong arguments or an unreadable file.\n";
+    "2 wrong arguments, an unreadable file, or an output that cannot be written.\n";
 
 struct Options {
     std::string front = "headless";
@@ -184,12 +186,17 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace vorandine::scenario;
+    vorandine::store::ignoreWriteSignals();
     try {
-        return run(argc, argv);
+        const int status = run(argc, argv);
+        if (std::cout.flush())
+            return status;
+        std::cerr << "vorandine-scenario: the output could not be written to its end\n";
     } catch (const std::invalid_argument& error) {
-        std::cerr << "vorandine-scenario: " << error.what() << "; see vorandine-scenario --help\n";
+        std::cerr << "vorandine-scenario: " << vorandine::text::Printable(error.what())
+                  << "; see vorandine-scenario --help\n";
     } catch (const std::exception& error) {
-        std::cerr << "vorandine-scenario: " << error.what() << '\n';
+        std::cerr << "vorandine-scenario: " << vorandine::text::Printable(error.what()) << '\n';
     }
     return CannotRun;
 }

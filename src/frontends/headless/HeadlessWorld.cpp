@@ -46,7 +46,7 @@ void HeadlessWorld::popupMenu(widgets::Menu& menu) {
         callbacks_.popupMenu(menu);
 }
 
-void HeadlessWorld::tell(widgets::Form& form, const widgets::Notice& notice) {
+void HeadlessWorld::tell(widgets::Form& form, const widgets::Told& notice) {
     if (callbacks_.tell)
         callbacks_.tell(form, notice);
 }

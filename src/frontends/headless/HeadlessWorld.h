@@ -16,8 +16,6 @@ namespace vorandine::headless {
 struct Callbacks {
     // Gives one of the buttons that the box has. Empty: the last of them.
     std::function<widgets::Answer(const widgets::Message&)> messageBox;
-    // Empty: nobody hears of it.
-    std::function<void(widgets::Form&, const widgets::Notice&)> tell;
     // Works in the form until it is unloaded. Empty: the form is unloaded at once.
     std::function<void(widgets::Form&)> runModal;
     // Empty: nobody picks an entry.
@@ -26,6 +24,8 @@ struct Callbacks {
     std::function<void(const widgets::HelpPage&)> showHelp;
     // Empty: machineDate().
     std::function<widgets::Date()> today;
+    // Empty: nobody hears of it.
+    std::function<void(widgets::Form&, const widgets::Told&)> tell;
 };
 
 // The last button of a box: No, Cancel, or its only one.
@@ -36,7 +36,7 @@ class HeadlessWorld : public widgets::World {
     explicit HeadlessWorld(Callbacks callbacks = {});
 
     widgets::Answer messageBox(const widgets::Message& message) override;
-    void tell(widgets::Form& form, const widgets::Notice& notice) override;
+    void tell(widgets::Form& form, const widgets::Told& notice) override;
     // The first control of the form has the focus, unless its maker chose one. A form that refuses
     // to unload where nobody works in it is left as it is.
     void runModal(widgets::Form& form) override;

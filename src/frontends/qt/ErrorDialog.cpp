@@ -30,6 +30,11 @@ Explanation explanation(std::uint32_t number) {
     case errors::Locked:
         return {"La base est occupée par un autre poste ou un autre programme.", NothingWritten,
                 "Attendez quelques instants, puis recommencez."};
+    case errors::MayNotWrite:
+        return {"Vous consultez ce dossier : vos droits ne permettent pas d'y écrire.",
+                NothingWritten,
+                "Pour le fermer, pressez Retour et répondez Non ; pour le changer, adressez-vous à "
+                "quelqu'un qui a le droit d'écrire."};
     case errors::ReadOnly:
         return {"La base ne peut être que lue : l'enregistrement a échoué.", NothingWritten,
                 "Demandez à votre administrateur le droit d'écrire dans la base."};

@@ -228,7 +228,7 @@ QSize FormWindow::sizeAt(double zoom) const {
 }
 
 double FormWindow::largestZoom() const {
-    const QSize room = screen()->availableSize() - QSize(0, Decoration);
+    const QSize room = screen()->availableSize() - QSize(0, Decoration + headHeight_);
     const QSize whole = sizeAt(1.0);
     return std::min(static_cast<double>(room.width()) / std::max(1, whole.width()),
                     static_cast<double>(room.height()) / std::max(1, whole.height()));
@@ -248,12 +248,51 @@ QFont FormWindow::enlarged(QFont font) const {
     return font;
 }
 
+// The scale, and with it the head's.
+void FormWindow::scaleTo(double zoom, int width) {
+    scale_ = Scale(std::clamp(zoom, SmallestZoom, LargestZoom), logicalDpiX());
+    if (head_ == nullptr)
+        return;
+    head_->setFont(scale_.font(false));
+    const bool wraps = head_->hasHeightForWidth();
+    headHeight_ = head_->isHidden() ? 0
+                  : wraps           ? head_->heightForWidth(width)
+                                    : head_->sizeHint().height();
+}
+
 void FormWindow::setZoom(double zoom) {
-    const double held = std::clamp(zoom, SmallestZoom, LargestZoom);
-    scale_ = Scale(held, logicalDpiX());
-    resize(sizeAt(held));
+    scaleTo(zoom, width());
+    const QSize form = sizeAt(scale_.factor());
+    scaleTo(scale_.factor(), form.width());
+    resize(form + QSize(0, headHeight_));
     layOut();
-    emit zoomChanged(held);
+    emit zoomChanged(scale_.factor());
+}
+
+void FormWindow::setHead(QWidget& head) {
+    head_ = &head;
+    head.installEventFilter(this);
+    followHead();
+}
+
+void FormWindow::followHead() {
+    const int before = headHeight_;
+    scaleTo(scale_.factor(), width());
+    if (headHeight_ == before)
+        return;
+    if (!isMaximized() && !isFullScreen()) {
+        const int room = screen()->availableSize().height() - Decoration;
+        resize(width(), std::min(height() + headHeight_ - before, std::max(height(), room)));
+    }
+    fit();
+}
+
+bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == head_ &&
+        (event->type() == QEvent::LayoutRequest || event->type() == QEvent::ShowToParent ||
+         event->type() == QEvent::HideToParent))
+        followHead();
+    return QWidget::eventFilter(watched, event);
 }
 
 void FormWindow::layOut() {
@@ -261,26 +300,42 @@ void FormWindow::layOut() {
     // The surface stands in the middle of what the window leaves at its sides.
     for (const auto& view : views_)
         view->layOut(scale_);
+    if (head_ != nullptr)
+        head_->setGeometry(0, 0, width(), headHeight_);
     const QSize size = sizeAt(scale_.factor());
     const QPoint corner(std::max(0, (width() - size.width()) / 2),
-                        std::max(0, (height() - size.height()) / 2));
+                        headHeight_ + std::max(0, (height() - headHeight_ - size.height()) / 2));
     views_.front()->widget().setGeometry(QRect(corner, size));
     sync();
 }
 
+// The greatest zoom that the window has room for. The head grows with it, and takes of that room:
+// each pass comes nearer, and the last one lets no part of the form fall out of the window.
+void FormWindow::fit() {
+    constexpr int Passes = 5;
+    constexpr double Spare = 0.98;
+    const QSize whole = sizeAt(1.0);
+    const double before = scale_.factor();
+    scaleTo(before, width());
+    const auto room = [this] { return QSize(width(), height() - headHeight_); };
+    for (int pass = 1; pass <= Passes && !whole.isEmpty() && room() != sizeAt(scale_.factor());
+         ++pass) {
+        const double fits = std::min(static_cast<double>(room().width()) / whole.width(),
+                                     static_cast<double>(room().height()) / whole.height());
+        if (pass < Passes)
+            scaleTo(fits, width());
+        else if (fits < scale_.factor())
+            scaleTo(fits * Spare, width());
+    }
+    if (scale_.factor() != before)
+        emit zoomChanged(scale_.factor());
+    layOut();
+}
+
 void FormWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (size() == laidOut_)
-        return;
-    const QSize whole = sizeAt(1.0);
-    if (size() != sizeAt(scale_.factor()) && !whole.isEmpty()) {
-        const double fit = std::min(static_cast<double>(width()) / whole.width(),
-                                    static_cast<double>(height()) / whole.height());
-        const double held = std::clamp(fit, SmallestZoom, LargestZoom);
-        scale_ = Scale(held, logicalDpiX());
-        emit zoomChanged(held);
-    }
-    layOut();
+    if (size() != laidOut_)
+        fit();
 }
 
 void FormWindow::showEvent(QShowEvent* event) {

@@ -46,6 +46,13 @@ class FormWindow : public QWidget {
     // The greatest zoom at which the window fits on its screen.
     [[nodiscard]] double largestZoom() const;
 
+    // `head`, a child of this window, stands above the form, as wide as the window and as high as
+    // it asks for, and grows with the rest. It pushes the form down: the window grows with it where
+    // the screen has room. The form keeps the focus.
+    void setHead(QWidget& head);
+    // 0 without a head, and while it is hidden.
+    [[nodiscard]] int headHeight() const noexcept { return headHeight_; }
+
     // `font` at least as large as the text on the window: for boxes and menus that open over it.
     [[nodiscard]] QFont enlarged(QFont font) const;
 
@@ -75,11 +82,15 @@ class FormWindow : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void build(widgets::Control& control, QWidget& ground);
     void buildShown();
     void layOut();
+    void fit();
+    void scaleTo(double zoom, int width);
+    void followHead();
     void makeClosedTextLegible();
     void syncFocus();
     void focusMovedTo(QWidget* now);
@@ -98,6 +109,8 @@ class FormWindow : public QWidget {
     // for one tab.
     std::vector<std::pair<widgets::Control*, QWidget*>> waiting_;
     std::optional<widgets::Outcome> outcome_;
+    QWidget* head_ = nullptr;
+    int headHeight_ = 0;
     QSize laidOut_;           // the size of the window at that time
     int handlers_ = 0;        // gestures under way
     bool closedText_ = false; // something closed shows text, or did

@@ -197,7 +197,7 @@ void QtWorld::popupMenu(widgets::Menu& menu) {
         hooks_.menuShown(menu, *menu_);
 }
 
-void QtWorld::tell(widgets::Form& form, const widgets::Notice& notice) {
+void QtWorld::tell(widgets::Form& form, const widgets::Told& notice) {
     if (teller_)
         teller_(form, notice);
 }

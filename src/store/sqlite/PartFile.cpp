@@ -5,7 +5,10 @@
 #include "text/Error.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -39,9 +42,24 @@ void requireFreeTarget(const fs::path& target) {
                                           "nouvelle illisible. Écartez-le d'abord.");
 }
 
-void makeExclusively(const fs::path& path) {
-    const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+// What is not possible here is left with less: nobody reads the copy who may not read the source.
+// Where that has an access list, its bits for the group are no rights of the group.
+void giveRightsOf(const std::string& source, int file) {
+    struct stat of {};
+    struct stat own {};
+    if (stat(source.c_str(), &of) != 0 || fstat(file, &own) != 0)
+        return;
+    constexpr auto SameOwner = static_cast<uid_t>(-1);
+    const bool group = getxattr(source.c_str(), "system.posix_acl_access", nullptr, 0) <= 0 &&
+                       (of.st_gid == own.st_gid || fchown(file, SameOwner, of.st_gid) == 0);
+    const mode_t kept = S_IRWXU | S_IRWXO | (group ? S_IRWXG : 0U);
+    static_cast<void>(fchmod(file, (of.st_mode & kept) | S_IRUSR | S_IWUSR));
+}
+
+void makeExclusively(const fs::path& path, const std::string& source) {
+    const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file >= 0) {
+        giveRightsOf(source, file);
         close(file);
         return;
     }
@@ -58,6 +76,19 @@ void makeExclusively(const fs::path& path) {
     }
 }
 
+// Gives errno, 0 where it is done. File systems that cannot do it in one step have a second name
+// given, which fails too where there is one of it, and the first taken away.
+int renameToFree(const fs::path& from, const fs::path& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    if (link(from.c_str(), to.c_str()) != 0)
+        return errno;
+    unlink(from.c_str());
+    return 0;
+}
+
 // A name that was given must survive a power cut as the content does.
 void syncFolder(const fs::path& folder) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -69,14 +100,14 @@ void syncFolder(const fs::path& folder) {
 
 } // namespace
 
-PartFile::PartFile(const std::string& path) {
+PartFile::PartFile(const std::string& path, const std::string& source) {
     std::error_code error;
     target_ = fs::absolute(path, error);
     if (error || path.empty())
         refuse(errors::StoreFailed, path, "n'a pas de nom qui puisse être utilisé.");
     part_ = with(target_, ".part");
     requireFreeTarget(target_);
-    makeExclusively(part_);
+    makeExclusively(part_, source);
 }
 
 PartFile::~PartFile() {
@@ -89,10 +120,11 @@ PartFile::~PartFile() {
 
 void PartFile::keep() {
     requireFreeTarget(target_);
-    std::error_code error;
-    fs::rename(part_, target_, error);
-    if (error)
-        refuse(errors::StoreFailed, part_, "n'a pas pu prendre son nom : " + error.message() + ".");
+    if (const int failure = renameToFree(part_, target_); failure != 0) {
+        requireFreeTarget(target_); // it is likely to be in the way
+        refuse(errors::StoreFailed, part_,
+               "n'a pas pu prendre son nom : " + std::generic_category().message(failure) + ".");
+    }
     kept_ = true;
     syncFolder(target_.parent_path());
 }

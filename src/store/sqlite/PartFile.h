@@ -8,10 +8,11 @@ namespace vorandine::store {
 
 class PartFile {
   public:
-    // Makes the empty file PATH.part. Throws Error(StoreExists) where there is a file called PATH,
+    // Makes the empty file PATH.part, which may be read and written by whom the file `source` may,
+    // and nobody else. Throws Error(StoreExists) where there is a file called PATH,
     // PATH-journal, which SQLite would take for the new file's, or PATH.part, and Error(ReadOnly)
     // or Error(StoreFailed) where it cannot be made.
-    explicit PartFile(const std::string& path);
+    PartFile(const std::string& path, const std::string& source);
     PartFile(const PartFile&) = delete;
     PartFile& operator=(const PartFile&) = delete;
     // Removes the file, with its journal, unless it was kept.
@@ -19,7 +20,7 @@ class PartFile {
 
     [[nodiscard]] std::string path() const { return part_.string(); }
     // Gives the file, which nobody has open, the name PATH; on the disk too where the folder can be
-    // synced. Throws as the constructor.
+    // synced. Throws as the constructor: a file that has come to be there is never replaced.
     void keep();
 
   private:

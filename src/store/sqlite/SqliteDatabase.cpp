@@ -5,9 +5,12 @@
 
 #include <cerrno>
 #include <exception>
+#include <fcntl.h>
 #include <new>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace vorandine::store {
@@ -34,6 +37,11 @@ Meaning meaningOfErrno(int systemError) noexcept {
     case ENOENT: // SQLite could not make a file, and then found none to read
         return {errors::ReadOnly, "ne peut pas être modifiée : le fichier ou son dossier est "
                                   "protégé. Vérifiez vos droits sur l'un et l'autre."};
+    case EMFILE:
+    case ENFILE:
+        return {errors::StoreFailed,
+                "n'a pas pu être ouverte : trop de fichiers sont ouverts. Fermez d'autres "
+                "programmes, puis recommencez."};
     default:
         return {errors::StoreFailed,
                 "n'a pas pu être lue ou écrite. Vérifiez le disque, le dossier "
@@ -77,6 +85,14 @@ Meaning meaningOf(int code, int systemError) noexcept {
     }
 }
 
+// SQLite's own new file would be for everybody to read. Where it cannot be made, SQLite finds none
+// either and tells why. Closing a file that nobody has open yet drops nobody's locks.
+void makePrivately(const std::string& path) noexcept {
+    const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file >= 0)
+        close(file);
+}
+
 std::string_view bytesOf(sqlite3_value* value) noexcept {
     // The pointer first: asking for it may convert the value, and so change its length.
     const void* const data = sqlite3_value_blob(value);
@@ -95,6 +111,8 @@ struct SqliteDatabase::Visit {
 
 SqliteDatabase::SqliteDatabase(std::string path, bool create, std::chrono::milliseconds patience)
     : path_(std::move(path)), patience_(patience) {
+    if (create)
+        makePrivately(path_);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                       (create ? SQLITE_OPEN_CREATE : 0);
     const int code = sqlite3_open_v2(path_.c_str(), &handle_, flags, nullptr);

@@ -17,8 +17,9 @@ namespace vorandine::store {
 
 class SqliteDatabase {
   public:
-    // Opens `path`, an absolute path; makes an empty file if there is none and `create` is set. A
-    // lock held by another connection is waited for during `patience` at most.
+    // Opens `path`, an absolute path; makes an empty file, for its owner alone to read and write,
+    // if there is none and `create` is set. A lock held by another connection is waited for during
+    // `patience` at most.
     SqliteDatabase(std::string path, bool create, std::chrono::milliseconds patience);
     SqliteDatabase(const SqliteDatabase&) = delete;
     SqliteDatabase& operator=(const SqliteDatabase&) = delete;

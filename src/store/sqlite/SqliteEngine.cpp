@@ -193,6 +193,7 @@ void SqliteEngine::atomically(const std::function<void()>& work) {
     if (transaction_)
         throw Error(errors::StoreFailed,
                     "Une transaction est déjà en cours dans la base « " + database_.path() + " ».");
+    requireOneName();
     database_.run("BEGIN IMMEDIATE");
     transaction_ = true;
     try {
@@ -251,6 +252,18 @@ std::vector<std::string> SqliteEngine::faults() {
     return found;
 }
 
+std::vector<std::string> SqliteEngine::dangers() {
+    std::vector<std::string> found;
+    if (nameCount(database_.path()) > 1)
+        found.emplace_back("the file has several names (hard links): it is only read, since what "
+                           "undoes a write stands beside one of them; make a copy with backup");
+    if (const std::string type = networkFileSystem(database_.path()); !type.empty())
+        found.push_back("the file is on a network file system (" + type +
+                        "): its locks may not hold, and two programs that write at once damage "
+                        "the store; keep it on a disk of the machine that uses it");
+    return found;
+}
+
 void SqliteEngine::backUp(const std::string& path, const CopyStep& step) {
     store::backUp(database_, path, step);
 }
@@ -261,7 +274,18 @@ void SqliteEngine::requireWritable() const {
         refuse(errors::ReadOnly, database_.path(),
                "est d'un format ancien, qui n'a pas pu être mis à jour à l'ouverture. Rouvrez-la "
                "avec le droit de la modifier et de la place sur le disque.");
+    if (!transaction_)
+        requireOneName();
     requireTransaction();
+}
+
+// The journal of a write that was cut short stands beside the name that the writer used. Whoever
+// comes by another one finds no journal, takes half a write for a whole one, and writes over it.
+void SqliteEngine::requireOneName() const {
+    if (nameCount(database_.path()) > 1)
+        refuse(errors::ReadOnly, database_.path(),
+               "a plusieurs noms (des liens physiques) : elle est ouverte en lecture seule. "
+               "Faites-en une copie avec vorandine-dba backup, et travaillez dans la copie.");
 }
 
 // A disk that fills up ends a transaction from within. Whoever then goes on writing must not have

@@ -31,6 +31,7 @@ class SqliteEngine : public Engine, public Upkeep {
     [[nodiscard]] std::unique_ptr<Engine> another() override;
     [[nodiscard]] std::uint64_t writesOfOthers() override;
     [[nodiscard]] std::vector<std::string> faults() override;
+    [[nodiscard]] std::vector<std::string> dangers() override;
     void backUp(const std::string& path, const CopyStep& step) override;
 
   private:
@@ -46,6 +47,7 @@ class SqliteEngine : public Engine, public Upkeep {
     void verify();
     void requireWritable() const;
     void requireTransaction() const;
+    void requireOneName() const;
 };
 
 } // namespace vorandine::store

@@ -5,12 +5,19 @@
 #include "text/Error.h"
 
 #include <filesystem>
+#include <fstream>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 namespace vorandine::store::sqlite {
 namespace {
 
 // The smallest page of SQLite, and so its smallest file.
 constexpr std::uintmax_t SmallestFile = 512;
+
+// By the beginnings of their names: nfs4, fuse.sshfs; fuseblk is a disk.
+constexpr std::string_view NetworkFileSystems[] = {
+    "nfs", "cifs", "smb", "ncp", "afs", "coda", "9p", "ceph", "lustre", "gluster", "fuse."};
 
 [[noreturn]] void refuseEmpty(const std::string& path) {
     refuse(errors::NotADatabase, path,
@@ -72,6 +79,34 @@ std::string checkedPath(const std::string& given, OpenMode mode) {
             "n'en est pas une : ce chemin ne mène pas à un fichier. Choisissez un autre chemin.");
     }
     return path;
+}
+
+std::uintmax_t nameCount(const std::string& path) noexcept {
+    std::error_code error;
+    const std::uintmax_t count = std::filesystem::hard_link_count(path, error);
+    return error ? 0 : count;
+}
+
+// A line is "36 35 98:0 / /mnt rw,noatime - nfs4 server:/export rw": the device, and behind the
+// dash the type.
+std::string networkFileSystem(const std::string& path) {
+    struct stat file {};
+    if (stat(path.c_str(), &file) != 0)
+        return {};
+    const std::string device =
+        ' ' + std::to_string(major(file.st_dev)) + ':' + std::to_string(minor(file.st_dev)) + ' ';
+    std::ifstream mounts("/proc/self/mountinfo");
+    for (std::string line; std::getline(mounts, line);) {
+        const std::size_t dash = line.find(" - ");
+        if (line.find(device) == std::string::npos || dash == std::string::npos)
+            continue;
+        const std::size_t type = dash + 3;
+        std::string found = line.substr(type, line.find(' ', type) - type);
+        for (const std::string_view network : NetworkFileSystems)
+            if (found.starts_with(network))
+                return found;
+    }
+    return {};
 }
 
 void requireStore(SqliteDatabase& database) {

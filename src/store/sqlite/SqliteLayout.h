@@ -30,6 +30,13 @@ constexpr int PageBytes = 16384;
 // checks that need no connection; throws as openEngine does.
 [[nodiscard]] std::string checkedPath(const std::string& given, OpenMode mode);
 
+// How many names (hard links) the file has; 0 where it is gone.
+[[nodiscard]] std::uintmax_t nameCount(const std::string& path) noexcept;
+
+// The type of the file system that `path` lies on, where that is one over a network; else "", also
+// where that cannot be found out.
+[[nodiscard]] std::string networkFileSystem(const std::string& path);
+
 // Throws Error(NotADatabase) for an empty file, Error(OtherProgram) for one of another program,
 // Error(OtherVersion) for a store of a format that this program does not know.
 void requireStore(SqliteDatabase& database);

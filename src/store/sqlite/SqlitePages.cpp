@@ -4,6 +4,8 @@
 #include "text/Error.h"
 
 #include <array>
+#include <cerrno>
+#include <system_error>
 
 namespace vorandine::store {
 namespace {
@@ -72,6 +74,9 @@ std::optional<Columns> columnsOf(std::string_view entry) {
 } // namespace
 
 SqlitePages::SqlitePages(const std::string& path) : file_(path, std::ios::binary) {
+    if (!file_)
+        throw Error(errors::StoreFailed, "La base « " + path + " » n'a pas pu être ouverte : " +
+                                             std::generic_category().message(errno) + ".");
     std::string header(FileHeader, '\0');
     file_.read(header.data(), static_cast<std::streamsize>(header.size()));
     pageBytes_ = number(header, PageSizeAt, 2);

@@ -21,7 +21,7 @@ class SqlitePages {
     using Visitor = std::function<void(std::string_view key, std::string_view record)>;
 
     // Reads the file at `path`, which must not be written meanwhile. Throws Error(Damaged) where
-    // not even the size of its pages can be made out.
+    // not even the size of its pages can be made out, Error(StoreFailed) where it cannot be opened.
     explicit SqlitePages(const std::string& path);
 
     // Hands over every entry that can be read of the tree whose root is page `root` (from 1), in

@@ -60,7 +60,7 @@ std::size_t salvage(const std::string& path, const SalvageVisitor& take) {
 
 Repaired repair(const std::string& path, const std::string& target,
                 const std::function<void()>& step) {
-    PartFile part(target);
+    PartFile part(target, path);
     std::unique_ptr<Engine> engine = openEngine("sqlite:" + part.path(), OpenMode::Create);
     Repaired repaired;
     engine->atomically([&] {
