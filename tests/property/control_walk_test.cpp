@@ -40,7 +40,6 @@ class Walk {
   public:
     Walk(unsigned long seed, std::int32_t level)
         : hand_(seed), desk_({[this](const Message& message) { return answer(message); },
-                              {},
                               [this](Form& form) { inModal(form); },
                               {},
                               {},

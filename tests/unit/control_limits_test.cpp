@@ -18,7 +18,6 @@ class ControlLimits : public testing::Test {
     Desk desk{{[](const Message& message) {
                    return message.buttons == Buttons::OK ? Answer::OK : Answer::Yes;
                },
-               {},
                [this](Form& form) { modal(form); },
                [this](Menu& opened) { menu = &opened; },
                {},

@@ -11,7 +11,8 @@ bool exists(const std::string& url) {
         static_cast<void>(store::openEngine(url, store::OpenMode::Existing));
         return true;
     } catch (const Error& error) {
-        if (error.number() == errors::StoreMissing)
+        // What is no store is told by the making of one, which takes an empty file.
+        if (error.number() == errors::StoreMissing || error.number() == errors::NotADatabase)
             return false;
         throw;
     }

@@ -45,6 +45,13 @@ void run() {
     widgets::Form form;
     control::Ctr_Vorandine control(world, dates, help, components::makeParameters);
     form.add(control);
+    // The control's size in twips; the window's own close button asks as Cmd_Retour does.
+    form.place({0, 0, 9765, 6630});
+    control.place({0, 0, 9765, 6630});
+    form.CloseButton = [&form] {
+        auto& back = *widgets::as<widgets::CommandButton>(form.find("Cmd_Retour"));
+        return widgets::click(back) != widgets::Outcome::Refused;
+    };
     form.Failed = [](const Error& error) { std::cerr << error.what() << '\n'; };
 
     control.TheClient(std::make_shared<ports::DBAClient>());
@@ -55,6 +62,7 @@ void run() {
     control.W_Code = "00012";
     control.W_NomPrenom = "DURAND Marie";
     control.Init();
+    form.focusFirst();
 
     const auto& list = *widgets::as<widgets::ListBox>(form.find("Lst_SectSelect"));
     for (int line = 0; line < list.ListCount(); ++line)

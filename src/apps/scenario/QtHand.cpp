@@ -120,22 +120,6 @@ void QtHand::hide(widgets::Form& /*form*/) {
     host_.reset();
 }
 
-// An open menu takes the mouse from all windows, those of other seats too.
-void QtHand::leave() {
-    QMenu* const menu = world_.openMenu();
-    menuLeft_ = menu != nullptr && menu->isVisible();
-    if (menuLeft_)
-        menu->hide();
-}
-
-void QtHand::enter() {
-    if (FormWindow* const window = world_.front())
-        window->activateWindow();
-    if (QMenu* const menu = world_.openMenu(); menu != nullptr && menuLeft_)
-        menu->popup(menu->pos());
-    QCoreApplication::processEvents();
-}
-
 Outcome QtHand::act(const std::function<void(FormWindow&)>& gesture) {
     if (QMenu* const menu = world_.openMenu(); menu != nullptr && menu->isVisible())
         QTest::keyClick(menu->windowHandle(), Qt::Key_Escape);

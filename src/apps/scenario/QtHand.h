@@ -37,8 +37,8 @@ class QtHand : public FrontEnd, public widgets::Hand {
     [[nodiscard]] widgets::World& world() override { return world_; }
     void show(widgets::Form& form) override;
     void hide(widgets::Form& form) override;
-    void leave() override;
-    void enter() override;
+    void leave() override { world_.putAside(); }
+    void enter() override { world_.takeUp(); }
 
     widgets::Outcome focusField(widgets::TextField& field) override;
     widgets::Outcome typeText(widgets::TextField& field, const std::string& text) override;
@@ -65,7 +65,6 @@ class QtHand : public FrontEnd, public widgets::Hand {
     Stills stills_;
     qt::QtWorld world_;
     std::unique_ptr<qt::FormWindow> host_;
-    bool menuLeft_ = false; // open, when the person went to another seat
 
     [[nodiscard]] qt::Hooks hooks();
     // Closes a menu that is still open, then makes the gesture on the window in front, and gives

@@ -197,6 +197,19 @@ void QtWorld::popupMenu(widgets::Menu& menu) {
         hooks_.menuShown(menu, *menu_);
 }
 
+void QtWorld::putAside() {
+    menuAside_ = menu_ != nullptr && menu_->isVisible();
+    if (menuAside_)
+        menu_->hide();
+}
+
+void QtWorld::takeUp() {
+    activateFront();
+    if (menu_ != nullptr && menuAside_)
+        menu_->popup(menu_->pos());
+    QCoreApplication::processEvents();
+}
+
 void QtWorld::tell(widgets::Form& form, const widgets::Told& notice) {
     if (teller_)
         teller_(form, notice);

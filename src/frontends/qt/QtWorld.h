@@ -68,6 +68,11 @@ class QtWorld : public widgets::World {
     [[nodiscard]] FormWindow* front() const;
     // The menu that is open; null if none is.
     [[nodiscard]] QMenu* openMenu() const { return menu_; }
+    // For whoever plays several persons, each in a world of its own: leaves this one and comes
+    // back. A menu stays open, but not in the way of the others: it would take the mouse from all
+    // windows.
+    void putAside();
+    void takeUp();
     // Where the next menu opens; empty: at the pointer.
     void menuAt(std::optional<QPoint> place) { menuPlace_ = place; }
 
@@ -89,6 +94,7 @@ class QtWorld : public widgets::World {
     std::vector<FormWindow*> modal_;
     std::vector<FormWindow*> working_; // with a gesture under way, the last one begun last
     QPointer<QMenu> menu_;
+    bool menuAside_ = false; // open, but put aside
     std::optional<QPoint> menuPlace_;
     std::unique_ptr<HelpWindow> help_; // made when it is first asked for
 };
