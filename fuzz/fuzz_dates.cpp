@@ -16,7 +16,7 @@ constexpr int Ahead = 19;
 bool exists(int day, int month, int year) {
     constexpr std::array<int, 13> Days{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    return year >= 1000 && year <= 9999 && month >= 1 && month <= 12 && day >= 1 &&
+    return year >= 1900 && year <= 2099 && month >= 1 && month <= 12 && day >= 1 &&
            day <= Days[static_cast<std::size_t>(month)] + (month == 2 && leap ? 1 : 0);
 }
 

@@ -14,6 +14,8 @@ namespace vorandine::components {
 namespace {
 
 constexpr int YearsBack = 80;
+constexpr int FirstYear = 1900;
+constexpr int LastYear = 2099;
 
 // The number in `digits`, which must be digits alone, at least `least` and at most `most` of them.
 std::optional<int> number(std::string_view digits, std::size_t least, std::size_t most) {
@@ -39,9 +41,10 @@ std::vector<std::string_view> between(std::string_view text, char separator) {
     }
 }
 
-// The date if there is one of these numbers; the stored form has room for four-digit years alone.
+// The date if there is one of these numbers. Nobody here has to do with other years: a date of one
+// was typed in another order, or is none.
 std::optional<widgets::Date> calendarDate(int year, int month, int day) noexcept {
-    if (year < 1000 || year > 9999)
+    if (year < FirstYear || year > LastYear)
         return std::nullopt;
     // Most days are in any month, and need no calendar.
     if (month >= 1 && month <= 12 && day >= 1 && day <= 28)
@@ -119,7 +122,7 @@ std::string DateConverter::Saisie_Date(const std::string& text, std::int16_t& /*
     return date ? displayed(*date) : text;
 }
 
-std::string DateConverter::Date_Stockee(const std::string& text) const {
+std::string DateConverter::stored(std::string_view text) {
     const std::vector<std::string_view> pieces = between(text, '/');
     if (pieces.size() != 3)
         return {};

@@ -1,5 +1,5 @@
 // The date object of this system: reads what people type, keeps yyyymmdd, shows dd/mm/yyyy.
-// Gregorian calendar, years 1000 to 9999.
+// Gregorian calendar, years 1900 to 2099.
 #pragma once
 
 #include "ports/DateObject.h"
@@ -25,8 +25,12 @@ class DateConverter : public ports::DateObject {
     // Never: a text that is no date is left to the message of its field.
     [[nodiscard]] bool Erreur_Date() const override { return false; }
     // Takes d/m/yyyy, day and month with one or two digits and the year with four, nothing around.
-    [[nodiscard]] std::string Date_Stockee(const std::string& text) const override;
+    [[nodiscard]] std::string Date_Stockee(const std::string& text) const override {
+        return stored(text);
+    }
     [[nodiscard]] std::string Date_Affichee(const std::string& stored) const override;
+    // Date_Stockee for who has no object at hand.
+    [[nodiscard]] static std::string stored(std::string_view text);
     // Whether `text` is a date in stored form, which Date_Affichee shows as one.
     [[nodiscard]] static bool isStored(std::string_view text) noexcept;
 

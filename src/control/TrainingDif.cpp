@@ -52,19 +52,23 @@ bool TrainingDif::charge(const trainings::TrainingLine& training) {
     return form.retained();
 }
 
-dif::ChargedTraining TrainingDif::charged(const trainings::TrainingLine& training) const {
-    return {.date = Conv_Date_.Date_Stockee(training.date),
-            .code = text::Left(training.code, CodeLength)};
+dif::LeavingTraining TrainingDif::leaving(const trainings::TrainingLine& training,
+                                          int alike) const {
+    return {.training = {.date = Conv_Date_.Date_Stockee(training.date),
+                         .code = text::Left(training.code, CodeLength)},
+            .alike = alike,
+            .hours = rules::storedHours(training.hours)};
 }
 
-std::string TrainingDif::wouldGiveBack(const trainings::TrainingLine& training) {
-    return told(ledgers_.wouldTakeOut(caregiver_.Etq_CodeAidant.Caption(), charged(training)),
-                "Des heures de D.I.F. n'ont pas pu être lues.");
+std::string TrainingDif::wouldGiveBack(const trainings::TrainingLine& training, int alike) {
+    return told(
+        ledgers_.wouldTakeOut(caregiver_.Etq_CodeAidant.Caption(), leaving(training, alike)),
+        "Des heures de D.I.F. n'ont pas pu être lues.");
 }
 
-std::string TrainingDif::takeOut(const trainings::TrainingLine& training) {
+std::string TrainingDif::takeOut(const trainings::TrainingLine& training, int alike) {
     const dif::TakenOut taken =
-        ledgers_.takeOut(caregiver_.Etq_CodeAidant.Caption(), charged(training));
+        ledgers_.takeOut(caregiver_.Etq_CodeAidant.Caption(), leaving(training, alike));
     if (taken.outcome != dif::Stored::Done)
         notice_.tell(taken.outcome, "Heures de la formation du " + training.date +
                                         " à retirer des lignes de détail.");

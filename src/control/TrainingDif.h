@@ -30,8 +30,9 @@ class TrainingDif : public trainings::DifHours {
     ~TrainingDif() override = default;
 
     bool charge(const trainings::TrainingLine& training) override;
-    [[nodiscard]] std::string wouldGiveBack(const trainings::TrainingLine& training) override;
-    std::string takeOut(const trainings::TrainingLine& training) override;
+    [[nodiscard]] std::string wouldGiveBack(const trainings::TrainingLine& training,
+                                            int alike) override;
+    std::string takeOut(const trainings::TrainingLine& training, int alike) override;
 
   private:
     const dif::CaregiverLabels& caregiver_;
@@ -43,7 +44,8 @@ class TrainingDif : public trainings::DifHours {
     widgets::UserControl& control_;
     widgets::World& world_;
 
-    [[nodiscard]] dif::ChargedTraining charged(const trainings::TrainingLine& training) const;
+    [[nodiscard]] dif::LeavingTraining leaving(const trainings::TrainingLine& training,
+                                               int alike) const;
 };
 
 } // namespace vorandine::control

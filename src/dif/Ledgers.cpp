@@ -142,7 +142,7 @@ void Ledgers::charge(const Charge& charge, const ChargedTraining& training) {
     record.DBWrite();
 }
 
-TakenOut Ledgers::takeOut(const std::string& caregiver, const ChargedTraining& training) {
+TakenOut Ledgers::takeOut(const std::string& caregiver, const LeavingTraining& training) {
     TakenOut taken;
     rules::StatementByStatement tries;
     if (!tries([&] { together([&] { taken = walk(caregiver, training, true); }); })) {
@@ -154,30 +154,43 @@ TakenOut Ledgers::takeOut(const std::string& caregiver, const ChargedTraining& t
     return taken;
 }
 
-TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const ChargedTraining& training) {
+TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const LeavingTraining& training) {
     return walk(caregiver, training, false);
 }
 
-std::optional<text::Fixed4> Ledgers::removeLines(const ChargedTraining& training) {
+std::optional<text::Fixed4> Ledgers::removeLines(const LeavingTraining& leaving) {
     records::DBARecord& record = v_.Rec_DIFAIDANT;
     const records::DBARecord& stored = record;
-    std::optional<text::Fixed4> hours;
-    // From the last line on: what a removal moves up has been looked at.
-    for (int j = stored.DCount(attribute::Date); j >= 1; --j) {
-        if (stored(attribute::Date, j) != training.date ||
-            stored(attribute::Training, j) != training.code)
-            continue;
-        hours = hours.value_or(text::Fixed4()) +
-                figure(stored, attribute::Hours, j).value_or(text::Fixed4());
+    std::vector<int> lines;
+    for (int j = 1; j <= stored.DCount(attribute::Date); ++j)
+        if (stored(attribute::Date, j) == leaving.training.date &&
+            stored(attribute::Training, j) == leaving.training.code)
+            lines.push_back(j);
+    if (lines.empty())
+        return std::nullopt;
+    if (leaving.alike > 1) {
+        std::stable_partition(lines.begin(), lines.end(), [&](int j) {
+            const std::optional<text::Decimal> hours =
+                text::Decimal::parse(stored(attribute::Hours, j));
+            return hours && hours->toText() == leaving.hours;
+        });
+        const auto alike = static_cast<std::size_t>(leaving.alike);
+        lines.resize((lines.size() + alike - 1) / alike);
+        std::sort(lines.begin(), lines.end());
+    }
+    text::Fixed4 hours;
+    // From the last line on: a removal moves up those behind it.
+    for (auto j = lines.rbegin(); j != lines.rend(); ++j) {
+        hours = hours + figure(stored, attribute::Hours, *j).value_or(text::Fixed4());
         for (const int list : attribute::Line)
-            record.Delete(list, j);
+            record.Delete(list, *j);
     }
     return hours;
 }
 
-TakenOut Ledgers::walk(const std::string& caregiver, const ChargedTraining& training,
-                       bool writing) {
+TakenOut Ledgers::walk(const std::string& caregiver, const LeavingTraining& leaving, bool writing) {
     TakenOut taken;
+    const ChargedTraining& training = leaving.training;
     if (training.code.empty())
         return taken;
     rules::StatementByStatement tries;
@@ -201,7 +214,7 @@ TakenOut Ledgers::walk(const std::string& caregiver, const ChargedTraining& trai
         if (!there)
             continue;
         const bool done = tries([&] {
-            const std::optional<text::Fixed4> hundredths = removeLines(training);
+            const std::optional<text::Fixed4> hundredths = removeLines(leaving);
             if (!hundredths)
                 return;
             if (writing) {

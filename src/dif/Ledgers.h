@@ -29,6 +29,14 @@ struct ChargedTraining {
     std::string code; // "" is no training's: lines without one are rights
 };
 
+// A training on its way out. Others of its day and code may have lines beside its own, which
+// nothing tells apart but their hours.
+struct LeavingTraining {
+    ChargedTraining training;
+    int alike = 1;          // how many trainings under the D.I.F. share the lines, itself included
+    std::string hours = {}; // its own, in stored form
+};
+
 struct TakenOut {
     Stored outcome = Stored::Done;
     std::vector<GivenBack> given; // by the ledgers that could be read, and written
@@ -65,10 +73,11 @@ class Ledgers {
     std::vector<Stored> charge(const std::vector<Charge>& charges, const ChargedTraining& training);
 
     // Takes the lines of `training` out of every ledger of `caregiver`, and recomputes their
-    // balances. Nothing to do without a code.
-    TakenOut takeOut(const std::string& caregiver, const ChargedTraining& training);
+    // balances: its share of them, rounded up, where others are alike, those of its own hours
+    // before the first ones. Nothing to do without a code.
+    TakenOut takeOut(const std::string& caregiver, const LeavingTraining& training);
     // What takeOut would give back; writes nothing.
-    TakenOut wouldTakeOut(const std::string& caregiver, const ChargedTraining& training);
+    TakenOut wouldTakeOut(const std::string& caregiver, const LeavingTraining& training);
 
     // Whether any change was stored since this was made.
     [[nodiscard]] bool written() const noexcept { return written_; }
@@ -86,9 +95,9 @@ class Ledgers {
     void charge(const Charge& charge, const ChargedTraining& training);
     // All that `work` writes, as one.
     void together(const std::function<void()>& work);
-    TakenOut walk(const std::string& caregiver, const ChargedTraining& training, bool writing);
+    TakenOut walk(const std::string& caregiver, const LeavingTraining& leaving, bool writing);
     // Takes the lines out of the record in hand. What they had consumed; nothing if there are none.
-    std::optional<text::Fixed4> removeLines(const ChargedTraining& training);
+    std::optional<text::Fixed4> removeLines(const LeavingTraining& leaving);
 };
 
 } // namespace vorandine::dif

@@ -11,6 +11,15 @@ namespace vorandine::experience {
 namespace activity = records::activity;
 namespace training_file = records::training_file;
 
+namespace {
+
+// An activity without a label is told by its code, on both sides.
+std::string shownLabel(const std::string& label, const std::string& code) {
+    return label.empty() ? code : label;
+}
+
+} // namespace
+
 Activities::Activities(ActivityWidgets& widgets, ports::Variables& variables,
                        records::DBARecord& W_Params,
                        const std::shared_ptr<ports::DroitsModule>& module, widgets::World& world)
@@ -35,7 +44,7 @@ void Activities::Remplir_Secteurs(Mode mode) {
     const int rows = W_Activites_.DCount();
     for (int i = 1; i <= rows; ++i) {
         const std::string code = W_Activites_(i, 1);
-        const std::string label = W_Activites_(i, 2);
+        const std::string label = shownLabel(W_Activites_(i, 2), code);
         switch (mode) {
         case Possibles:
             w_.Lst_SectPossibles.AddItem(label);
@@ -107,7 +116,7 @@ std::string Activities::labelOf(const std::string& code, rules::StatementByState
         v_.Rec_ACTIVITES = v_.F_ACTIVITES->ReadRecord(code);
         label = v_.Rec_ACTIVITES(activity::Label);
     });
-    return label.empty() ? code : label;
+    return shownLabel(label, code);
 }
 
 void Activities::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {

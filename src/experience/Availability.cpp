@@ -25,14 +25,18 @@ Availability::Availability(AvailabilityWidgets& widgets, widgets::TabContainer& 
 }
 
 void Availability::show(const records::DBARecord& rec, rules::StatementByStatement& tries) {
-    tries([&] { w_.Txt_DatSaisieAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::EntryDay))); });
-    tries([&] {
-        w_.Txt_DatDispoAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::AvailableFrom)));
-    });
-    tries([&] {
-        if (!rec(attribute::AvailableTo).empty())
-            w_.Txt_DatFinDispoAidant.Text(Conv_Date_.Date_Affichee(rec(attribute::AvailableTo)));
-    });
+    const auto showDate = [&](widgets::TextBox& field, int number) {
+        tries([&] {
+            field.Text(SeveralValues::inOneLine(rec, number, [this](const std::string& date) {
+                return Conv_Date_.Date_Affichee(date);
+            }));
+        });
+        several_.showed(rec, number, field.Text());
+    };
+    showDate(w_.Txt_DatSaisieAidant, attribute::EntryDay);
+    showDate(w_.Txt_DatDispoAidant, attribute::AvailableFrom);
+    if (!rec(attribute::AvailableTo).empty())
+        showDate(w_.Txt_DatFinDispoAidant, attribute::AvailableTo);
 }
 
 std::string Availability::stored(const widgets::TextBox& field) const {
@@ -40,10 +44,13 @@ std::string Availability::stored(const widgets::TextBox& field) const {
 }
 
 void Availability::compose(records::DBARecord& rec) const {
-    rec(attribute::EntryDay) = stored(w_.Txt_DatSaisieAidant);
-    rec(attribute::AvailableFrom) = stored(w_.Txt_DatDispoAidant);
-    rec(attribute::AvailableTo) =
-        w_.Txt_DatDispoAidant.empty() ? std::string() : stored(w_.Txt_DatFinDispoAidant);
+    const auto put = [&](int number, const widgets::TextBox& field) {
+        rec(number) = several_.stored(number, field.Text(), stored(field));
+    };
+    put(attribute::EntryDay, w_.Txt_DatSaisieAidant);
+    put(attribute::AvailableFrom, w_.Txt_DatDispoAidant);
+    if (!w_.Txt_DatDispoAidant.empty())
+        put(attribute::AvailableTo, w_.Txt_DatFinDispoAidant);
 }
 
 void Availability::fillWithToday() {

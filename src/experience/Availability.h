@@ -1,6 +1,7 @@
 // The three dates of tab 1: date of entry, start and end of availability.
 #pragma once
 
+#include "experience/SeveralValues.h"
 #include "ports/DateObject.h"
 #include "records/DBARecord.h"
 #include "rules/StatementByStatement.h"
@@ -44,6 +45,7 @@ class Availability {
     widgets::TabContainer& Ong_Vorandine_;
     ports::DateObject& Conv_Date_;
     widgets::World& world_;
+    SeveralValues several_;
 
     [[nodiscard]] std::string stored(const widgets::TextBox& field) const;
     [[nodiscard]] bool refuse(const char* message, widgets::TextBox& field);

@@ -35,10 +35,10 @@ void Studies::Remplir_Diplome() {
                                    v_.F_DIPLOMES(table::Labels, i));
     const int trainings = v_.F_FORMPRO.DCount(table::Codes);
     for (int i = 1; i <= trainings; ++i)
-        Cbo_CodFormAidant_.AddItem(v_.F_FORMPRO(table::Labels, i));
+        rules::addEntry(Cbo_CodFormAidant_, v_.F_FORMPRO(table::Labels, i));
     const int qualifications = v_.F_QUALIF.DCount(table::Codes);
     for (int i = 1; i <= qualifications; ++i)
-        w_.Cbo_Qualif.AddItem(v_.F_QUALIF(table::Codes, i));
+        rules::addEntry(w_.Cbo_Qualif, v_.F_QUALIF(table::Codes, i));
 }
 
 void Studies::showStudies(const records::DBARecord& rec, rules::StatementByStatement& tries) {
@@ -56,8 +56,22 @@ void Studies::showStudies(const records::DBARecord& rec, rules::StatementByState
                 break;
             }
     });
-    tries([&] { w_.Txt_AnDipAidant.Text(rec(attribute::DiplomaYear)); });
-    tries([&] { w_.Txt_SpecialAidant.Text(rec(attribute::Speciality)); });
+    several_.showed(rec, attribute::StudyType, studyType());
+    several_.showed(rec, attribute::StudyCode, w_.Cbo_EtudeAidant.Text());
+    showText(w_.Txt_AnDipAidant, rec, attribute::DiplomaYear, tries);
+    showText(w_.Txt_SpecialAidant, rec, attribute::Speciality, tries);
+}
+
+std::string Studies::studyType() const {
+    return w_.Opt_Diplome.Value() ? "D" : "N";
+}
+
+void Studies::showText(widgets::TextField& field, const records::DBARecord& rec, int attribute,
+                       rules::StatementByStatement& tries) {
+    tries([&] {
+        field.Text(SeveralValues::inOneLine(rec, attribute, [](const auto& text) { return text; }));
+    });
+    several_.showed(rec, attribute, field.Text());
 }
 
 void Studies::showExperience(const records::DBARecord& rec, rules::StatementByStatement& tries) {
@@ -71,20 +85,22 @@ void Studies::showExperience(const records::DBARecord& rec, rules::StatementBySt
 }
 
 void Studies::showQualification(const records::DBARecord& rec, rules::StatementByStatement& tries) {
-    tries([&] {
-        if (!rec(attribute::Qualification).empty())
-            w_.Cbo_Qualif.Text(rec(attribute::Qualification));
-    });
+    if (!rec(attribute::Qualification).empty())
+        showText(w_.Cbo_Qualif, rec, attribute::Qualification, tries);
 }
 
 void Studies::compose(records::DBARecord& rec) const {
-    rec(attribute::StudyType) = w_.Opt_Diplome.Value() ? "D" : "N";
-    rec(attribute::StudyCode) = text::Left(w_.Cbo_EtudeAidant.Text(), CodeLength);
-    rec(attribute::DiplomaYear) = w_.Txt_AnDipAidant.Text();
-    rec(attribute::Speciality) = w_.Txt_SpecialAidant.Text();
+    const auto put = [&](int number, const std::string& state, const std::string& composed) {
+        rec(number) = several_.stored(number, state, composed);
+    };
+    const std::string study = w_.Cbo_EtudeAidant.Text();
+    put(attribute::StudyType, studyType(), studyType());
+    put(attribute::StudyCode, study, text::Left(study, CodeLength));
+    put(attribute::DiplomaYear, w_.Txt_AnDipAidant.Text(), w_.Txt_AnDipAidant.Text());
+    put(attribute::Speciality, w_.Txt_SpecialAidant.Text(), w_.Txt_SpecialAidant.Text());
     for (const widgets::TextBox& line : w_.Txt_ExpProfAidant)
         rec(attribute::Experience, -1) = line.Text();
-    rec(attribute::Qualification) = w_.Cbo_Qualif.Text();
+    put(attribute::Qualification, w_.Cbo_Qualif.Text(), w_.Cbo_Qualif.Text());
 }
 
 } // namespace vorandine::experience

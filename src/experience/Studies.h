@@ -2,6 +2,7 @@
 // qualification must be entries of their tables.
 #pragma once
 
+#include "experience/SeveralValues.h"
 #include "ports/Variables.h"
 #include "records/DBARecord.h"
 #include "rules/StatementByStatement.h"
@@ -10,6 +11,7 @@
 #include "widgets/World.h"
 
 #include <array>
+#include <string>
 
 namespace vorandine::experience {
 
@@ -47,6 +49,11 @@ class Studies {
     StudyWidgets& w_;
     widgets::ComboBox& Cbo_CodFormAidant_;
     const ports::Variables& v_;
+    SeveralValues several_;
+
+    [[nodiscard]] std::string studyType() const;
+    void showText(widgets::TextField& field, const records::DBARecord& rec, int attribute,
+                  rules::StatementByStatement& tries);
 };
 
 } // namespace vorandine::experience

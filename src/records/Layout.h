@@ -51,11 +51,12 @@ struct AttributeLayout {
     // which the first counts them, or single values that say nothing apart. Empty: it stands alone.
     std::span<const int> unit = {};
     Order order = Order::Free;
+    int counter = 0; // of lines: which list of the unit tells how many there are; 0: the first
 
     [[nodiscard]] constexpr bool list() const noexcept { return values != Values::One; }
     // The list that tells how many lines there are; 0 where values are no lines.
     [[nodiscard]] constexpr int countedBy() const noexcept {
-        return values == Values::Lines ? unit.front() : 0;
+        return values != Values::Lines ? 0 : counter != 0 ? counter : unit.front();
     }
 };
 

@@ -6,6 +6,7 @@
 #include "text/Characters.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace vorandine::rules {
 namespace {
@@ -86,15 +87,14 @@ void difNumberRule(widgets::TextField& field, widgets::World& world) {
     };
 }
 
+void addEntry(widgets::ComboBox& combo, std::string entry) {
+    if (!entry.empty())
+        combo.AddItem(std::move(entry));
+}
+
 void entryRule(widgets::ComboBox& combo, widgets::World& world, const std::string& message) {
     combo.LostFocus = [&combo, &world, message] {
-        const std::string typed = combo.Text();
-        if (typed.empty())
-            return;
-        int i = 0;
-        while (!combo.List(i).empty() && combo.List(i) != typed)
-            ++i;
-        if (!combo.List(i).empty())
+        if (combo.empty() || combo.ListIndex() != -1)
             return;
         warn(world, message);
         combo.Text("");

@@ -25,8 +25,11 @@ void hoursRule(widgets::TextField& field, widgets::World& world);
 // The same keys; on leaving, 7 integer digits and 2 decimals, without the leading blanks.
 void difNumberRule(widgets::TextField& field, widgets::World& world);
 
+// Offers an entry of a table. An empty one is none: nobody could choose it.
+void addEntry(widgets::ComboBox& combo, std::string entry);
+
 // On leaving, a text that is no entry of the box, letter for letter, is refused with `message` and
-// emptied. The walk ends at an empty entry: those after it count as absent.
+// emptied.
 void entryRule(widgets::ComboBox& combo, widgets::World& world, const std::string& message);
 
 } // namespace vorandine::rules

@@ -7,6 +7,12 @@
 #include <optional>
 
 namespace vorandine::rules {
+namespace {
+
+constexpr std::int16_t HoursDigits = 4;
+constexpr std::int16_t HoursDecimals = 2;
+
+} // namespace
 
 std::string Format_Numerique(std::string_view W_Texte, std::int16_t W_NbEntiers,
                              std::int16_t W_NbDecimales, bool W_Signe) {
@@ -51,6 +57,18 @@ std::string Controle_Numerique(widgets::TextField& W_Zone, std::int16_t& W_NbEnt
     // "-0" loses its sign, and the place of the sign with it: wider, it would be refused next time.
     return Format_Numerique(*value, value->negative() ? W_NbEntiers : unsignedWidth, W_NbDecimales,
                             false);
+}
+
+std::string shownHours(std::string_view stored) {
+    const std::optional<text::Decimal> hundredths = text::Decimal::parse(stored);
+    return hundredths ? Format_Numerique(hundredths->shifted(-HundredthsPlaces), HoursDigits,
+                                         HoursDecimals, false)
+                      : std::string(stored);
+}
+
+std::string storedHours(std::string_view shown) {
+    const std::optional<text::Decimal> hours = text::Decimal::parse(shown);
+    return hours ? hours->shifted(HundredthsPlaces).toText() : std::string(shown);
 }
 
 } // namespace vorandine::rules

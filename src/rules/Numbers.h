@@ -33,4 +33,9 @@ constexpr int HundredthsPlaces = 2;
                                              const std::int16_t& W_NbDecimales,
                                              widgets::World& world);
 
+// The hours of a training: stored hundredths in fixed form (4 integer digits, 2 decimals), and
+// back. What is no number stays as it stands.
+[[nodiscard]] std::string shownHours(std::string_view stored);
+[[nodiscard]] std::string storedHours(std::string_view shown);
+
 } // namespace vorandine::rules

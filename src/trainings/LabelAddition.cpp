@@ -2,6 +2,7 @@
 #include "trainings/LabelAddition.h"
 
 #include "records/StoredFiles.h"
+#include "rules/FieldRules.h"
 #include "rules/LongTask.h"
 #include "rules/ModalForm.h"
 #include "trainings/Frm_ParamFormation.h"
@@ -44,7 +45,8 @@ void LabelAddition::refill() {
     w_.Cbo_CodFormAidant.Clear();
     const int labels = std::as_const(v_.F_FORMPRO).DCount(records::table::Codes);
     for (int i = 1; i <= labels; ++i)
-        w_.Cbo_CodFormAidant.AddItem(std::as_const(v_.F_FORMPRO)(records::table::Labels, i));
+        rules::addEntry(w_.Cbo_CodFormAidant,
+                        std::as_const(v_.F_FORMPRO)(records::table::Labels, i));
     w_.Cbo_CodFormAidant.Text(kept);
 }
 

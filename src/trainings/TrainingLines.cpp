@@ -4,11 +4,9 @@
 #include "records/StoredFiles.h"
 #include "rules/Numbers.h"
 #include "text/Characters.h"
-#include "text/Decimal.h"
 #include "text/Error.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace vorandine::trainings {
@@ -18,18 +16,6 @@ namespace attribute = records::training_file;
 
 constexpr int LastLineWithoutBar = 8;
 constexpr std::size_t CodeLength = 3;
-
-std::string shownHours(const std::string& stored) {
-    const std::optional<text::Decimal> hundredths = text::Decimal::parse(stored);
-    return hundredths
-               ? rules::Format_Numerique(hundredths->shifted(-rules::HundredthsPlaces), 4, 2, false)
-               : stored;
-}
-
-std::string storedHours(const std::string& shown) {
-    const std::optional<text::Decimal> hours = text::Decimal::parse(shown);
-    return hours ? hours->shifted(rules::HundredthsPlaces).toText() : shown;
-}
 
 } // namespace
 
@@ -164,7 +150,7 @@ TrainingLine TrainingLines::read(const records::DBARecord& rec,
     line.code = rec(attribute::Training, i);
     if (const std::string* const label = labels.find(line.code))
         line.label = *label;
-    tries([&] { line.hours = shownHours(rec(attribute::Hours, i)); });
+    tries([&] { line.hours = rules::shownHours(rec(attribute::Hours, i)); });
     line.observations = rec(attribute::Remarks, i);
     line.dif = rec(attribute::CountsForDif, i) == "1" ? "OUI" : "NON";
     return line;
@@ -186,7 +172,7 @@ void TrainingLines::compose(records::DBARecord& rec) {
         const TrainingLine shown = line(i);
         rec.Insert(attribute::Date, i + 1) = Conv_Date_.Date_Stockee(shown.date);
         rec.Insert(attribute::Training, i + 1) = text::Left(shown.code, CodeLength);
-        rec.Insert(attribute::Hours, i + 1) = storedHours(shown.hours);
+        rec.Insert(attribute::Hours, i + 1) = rules::storedHours(shown.hours);
         rec.Insert(attribute::Remarks, i + 1) = shown.observations;
         rec.Insert(attribute::CountsForDif, i + 1) = shown.dif == "NON" ? "0" : "1";
     }

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::int16_t WholeDigits = 4;
 constexpr std::int16_t Decimals = 2;
+constexpr std::size_t CodeLength = 3;
 constexpr int Yes = 0; // the entries of the D.I.F. answer
 constexpr int No = 1;
 constexpr const char* UnknownLabel = "Le diplôme saisi n'existe pas, veuillez le ressaisir.";
@@ -96,8 +97,24 @@ TrainingLine TypingRow::leaving() const {
     return line;
 }
 
+// How many trainings under the D.I.F. the lists hold on its day and of its code, itself included.
+int TypingRow::alike(const TrainingLine& leaving) const {
+    const auto sameCode = [&](const TrainingLine& line) {
+        return text::Left(line.code, CodeLength) == text::Left(leaving.code, CodeLength);
+    };
+    const std::string day = Conv_Date_.Date_Stockee(leaving.date);
+    int count = 1;
+    for (int i = 0; i < lines_.count(); ++i)
+        if (const TrainingLine line = lines_.line(i); i != lines_.W_LigneForm() &&
+                                                      line.dif == "OUI" && sameCode(line) &&
+                                                      Conv_Date_.Date_Stockee(line.date) == day)
+            ++count;
+    return count;
+}
+
 std::string TypingRow::Recherche_DifAidant() {
-    return dif_.takeOut(leaving());
+    const TrainingLine line = leaving();
+    return dif_.takeOut(line, alike(line));
 }
 
 void TypingRow::Cmd_OKForm_Click() {
@@ -140,8 +157,11 @@ void TypingRow::Cmd_OKForm_Click() {
 
 void TypingRow::Cmd_SupprimerForm_Click() {
     const int line = lines_.W_LigneForm();
-    if (line == -1 || !rules::confirm(world_, "Etes-vous sûr de vouloir supprimer cet article ?",
-                                      dif_.wouldGiveBack(leaving())))
+    if (line == -1)
+        return;
+    const TrainingLine training = leaving();
+    if (!rules::confirm(world_, "Etes-vous sûr de vouloir supprimer cet article ?",
+                        dif_.wouldGiveBack(training, alike(training))))
         return;
     const std::string given = Recherche_DifAidant();
     lines_.remove(line);

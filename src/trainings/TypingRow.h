@@ -40,11 +40,12 @@ class DifHours {
     // Whether it stays under the D.I.F.
     virtual bool charge(const TrainingLine& training) = 0;
     // Which employers would give back how many hours if `training` went, as a text for the user; ""
-    // if none would. Ledgers know a training by its date and its code.
-    [[nodiscard]] virtual std::string wouldGiveBack(const TrainingLine& training) = 0;
+    // if none would. Ledgers know a training by its date and its code: `alike` says how many under
+    // the D.I.F. have both, itself included, among which the hours are shared.
+    [[nodiscard]] virtual std::string wouldGiveBack(const TrainingLine& training, int alike) = 0;
     // Takes `training` out of all ledgers. The same text, of what was done, and of what could not
     // be; no error leaves it.
-    virtual std::string takeOut(const TrainingLine& training) = 0;
+    virtual std::string takeOut(const TrainingLine& training, int alike) = 0;
 };
 
 struct TypingWidgets {
@@ -97,6 +98,7 @@ class TypingRow {
     void Cmd_AnnulerForm_Click();
     [[nodiscard]] TrainingLine typed(const std::string& code) const;
     [[nodiscard]] TrainingLine leaving() const;
+    [[nodiscard]] int alike(const TrainingLine& leaving) const;
 };
 
 } // namespace vorandine::trainings

@@ -59,11 +59,15 @@ TEST_F(Check, HoldsEveryValueAgainstItsLayout) {
     EXPECT_EQ(done({"check", url}), "0 findings\n");
     const std::vector<std::vector<std::string>> cases{
         {"FORMVORANDINE", R"({"5":"20060612","6":"MAN","7":["0","750"]})", "7/2 750: is beyond"},
-        {"FORMVORANDINE", R"({"5":["20060612","","20050301"]})", "5/3 20050301: is later than"},
-        {"FORMVORANDINE", R"({"5":"20060231"})", "5/1 20060231: is no date"},
-        {"FORMVORANDINE", R"({"5":["2006","20060228"]})", "5/1 2006: is no date"},
-        {"FORMVORANDINE", R"({"5":"20060228","7":"7,50"})", "7/1 7,50: is no whole number"},
-        {"FORMVORANDINE", R"({"5":"20060228","6":"ZZZ"})", "6/1 ZZZ: is no code of the table FO"},
+        {"FORMVORANDINE", R"({"5":["20060612","","20050301"],"6":["MAN","MAN","MAN"]})",
+         "5/3 20050301: is later than"},
+        {"FORMVORANDINE", R"({"5":"20060231","6":"MAN"})",
+         "5/1 20060231: is no date, and is erased by the next save of the file"},
+        {"FORMVORANDINE", R"({"5":["2100","20060228"],"6":["MAN","HYG"]})", "5/1 2100: is no date"},
+        {"FORMVORANDINE", R"({"6":"MAN","7":"7,50"})",
+         "7/1 7,50: is no whole number of hundredths of an hour, and becomes '8'"},
+        {"FORMVORANDINE", R"({"6":"ZZZ"})", "6/1 ZZZ: is no code of the table FO"},
+        {"FORMVORANDINE", R"({"16":["","x"]})", "16/2 x: is erased by the next save"},
         {"FORMVORANDINE", R"({"1":"X"})", "1/1 X: is none of the values"},
         {"FORMVORANDINE", R"({"2":"ZZ"})", "2/1 ZZ: is no code of the table DIPLOMES"},
         {"FORMVORANDINE", R"({"10":["MEN","ZZZ"]})", "10/2 ZZZ: is no code of ACTIVITES"},
@@ -75,6 +79,8 @@ TEST_F(Check, HoldsEveryValueAgainstItsLayout) {
     for (const auto& one : cases)
         expectOne(one[0], "90001", one[1], one[2]);
     put("FORMVORANDINE", "90001", "{}");
+    expectOne("TABLES", "FORMPRO", R"({"2":["HYG","MAN"],"3":["Hygiène"]})", "3/2 : is an empty e");
+    expectOne("TABLES", "QUALIF", R"({"2":["","Écoutante"]})", "2/1 : is an empty entry");
     expectOne("DETAILCALCUL", "90001*1*200601", R"({"1":"PSD","4":"200613"})", "4/1 200613: is no");
     expectOne("DETAILCALCUL", "90001*1*200601", R"({"1":"PSD","16":"7.5"})", "16/1 7.5: is no n");
     expectOne("DROITS", "sylvie*FORMDIF", R"({"1":"a"})", "1/1 a: is no whole number");

@@ -75,11 +75,12 @@ constexpr Command checkCommand{
     1,
     "look for what in a store does not agree with itself",
     "Looks at every record: lists longer than the one that counts them, dates, numbers and codes\n"
-    "that are none, dates out of order; balances that do not follow from the line before; hours\n"
-    "charged for a training that is no more, and trainings that count without being charged;\n"
-    "hours and pay without a contract, contracts that call their employer otherwise than its own\n"
-    "file, and caregivers' codes that begin another's. Nothing is changed. The exit status is 1\n"
-    "where something was found.\n",
+    "that are none, what the next save of a training file erases, empty entries of tables, dates\n"
+    "out of order; balances that do not follow from the line before; hours charged for a training\n"
+    "that is no more, and trainings that count without being charged; hours and pay without a\n"
+    "contract, contracts that call their employer otherwise than its own file, and caregivers'\n"
+    "codes that begin another's. Nothing is changed. The exit status is 1 where something was\n"
+    "found.\n",
     checkOptions,
     "  vorandine-dba check sqlite:agence.vor\n"
     "  vorandine-dba check --json sqlite:agence.vor | grep '\"file\":\"DIFAIDANT\"'\n",

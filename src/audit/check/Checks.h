@@ -42,6 +42,27 @@ class LayoutCheck {
     void order(const Record& record, const records::AttributeLayout& attribute) const;
 };
 
+// What the next save by the control drops or changes of a training file: added to what the layout
+// says of the value, else told by itself.
+class SavingCheck {
+  public:
+    SavingCheck(const Known& known, const TellFinding& tell) : known_(known), tell_(tell) {}
+    SavingCheck(const SavingCheck&) = delete;
+    SavingCheck& operator=(const SavingCheck&) = delete;
+
+    // Takes the findings of the layout: those on values wait until their record is looked at.
+    [[nodiscard]] const TellFinding& layout() const noexcept { return layout_; }
+    void look(const Record& record);
+
+  private:
+    const Known& known_;
+    const TellFinding& tell_;
+    std::vector<Finding> found_;
+    TellFinding layout_ = [this](const Finding& finding) {
+        finding.attribute > 0 ? found_.push_back(finding) : tell_(finding);
+    };
+};
+
 // Contracts against caregivers and employers, dates that belong together, lines of pay and ledgers
 // against contracts, caregivers' codes against each other.
 class ReferenceCheck {
@@ -49,6 +70,8 @@ class ReferenceCheck {
     ReferenceCheck(Known& known, const TellFinding& tell) : known_(known), tell_(tell) {}
 
     void caregivers() const;
+    // The tables of labels and of qualifications: entries that nobody can choose.
+    void table(const Record& record) const;
     void trainingFile(const Record& record) const;
     // With the caregivers whose codes the key begins with, and for a ledger, what its key says.
     void contract(const Record& record, const Beginnings::Found& caregivers) const;

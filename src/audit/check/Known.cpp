@@ -32,6 +32,7 @@ void Known::household(const Record& record) {
 
 void Known::table(const Record& record) {
     namespace table = records::table;
+    choices_.read(record.key(), record.text());
     Codes* const codes = record.key() == table::Diplomas         ? &studies_
                          : record.key() == table::Trainings      ? &trainings_
                          : record.key() == table::Qualifications ? &qualifications_

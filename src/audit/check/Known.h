@@ -5,6 +5,7 @@
 #include "audit/check/Caregivers.h"
 #include "audit/check/Codes.h"
 #include "audit/check/Record.h"
+#include "audit/saving/Losses.h"
 
 #include <cstdint>
 #include <deque>
@@ -44,6 +45,7 @@ class Known {
     [[nodiscard]] const Codes& studies() const noexcept { return studies_; }
     [[nodiscard]] const Codes& trainings() const noexcept { return trainings_; }
     [[nodiscard]] const Codes& qualifications() const noexcept { return qualifications_; }
+    [[nodiscard]] const Choices& choices() const noexcept { return choices_; }
     // Who has a name, or a training file.
     [[nodiscard]] Caregivers& caregivers() noexcept { return caregivers_; }
 
@@ -72,6 +74,7 @@ class Known {
     Codes studies_;
     Codes trainings_;
     Codes qualifications_;
+    Choices choices_;
     Caregivers caregivers_;
     Codes employers_;
     std::vector<std::optional<EmployerName>> names_; // by employer; may end before the last ones

@@ -22,6 +22,7 @@ class Record {
     [[nodiscard]] bool show(std::string_view key, std::string_view text);
 
     [[nodiscard]] std::string_view key() const noexcept { return key_; }
+    [[nodiscard]] std::string_view text() const noexcept { return text_; }
     // The text of an attribute (from 1), which lies in the record; empty if there is none.
     [[nodiscard]] std::string_view operator()(int attribute) const noexcept {
         const auto number = static_cast<std::size_t>(attribute);

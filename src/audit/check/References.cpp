@@ -38,6 +38,23 @@ void ReferenceCheck::caregivers() const {
     }
 }
 
+void ReferenceCheck::table(const Record& record) const {
+    namespace table = records::table;
+    const bool labelled = record.key() == table::Trainings;
+    if (!labelled && record.key() != table::Qualifications)
+        return;
+    Record::Values codes = record.values(table::Codes);
+    Record::Values labels = record.values(table::Labels);
+    for (int position = 1; codes.more() || (labelled && labels.more()); ++position) {
+        const bool noCode = codes.next().empty();
+        const bool noLabel = labels.next().empty() && labelled;
+        if (noCode || noLabel)
+            tell_({table::File, std::string(record.key()), noCode ? table::Codes : table::Labels,
+                   position, "", "is an empty entry, which nobody can choose",
+                   "remove the entry, or give it what it lacks"});
+    }
+}
+
 void ReferenceCheck::trainingFile(const Record& record) const {
     span(records::training_file::File, record, records::training_file::AvailableFrom,
          records::training_file::AvailableTo);

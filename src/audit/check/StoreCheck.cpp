@@ -39,18 +39,24 @@ void checkStore(store::Engine& engine, const TellFinding& tell, const std::funct
     Known known;
     ReferenceCheck references(known, tell);
     LedgerCheck ledgers(known, tell);
+    SavingCheck saving(known, tell);
     std::vector<std::string> rest = engine.files();
-    const auto over = [&](const char* file, const Look& look) {
+    const auto over = [&](const std::string& file, const Look& look) {
         std::erase(rest, file);
-        pass(engine, file, known, tell, step, look);
+        const bool ofTrainings = file == records::training_file::File;
+        pass(engine, file, known, ofTrainings ? saving.layout() : tell, step, look);
     };
     over(records::activity::File, [&](const Record& record) { known.activity(record); });
     over(records::association::File, [&](const Record& record) { known.association(record); });
     over(records::household::File, [&](const Record& record) { known.household(record); });
-    over(records::table::File, [&](const Record& record) { known.table(record); });
+    over(records::table::File, [&](const Record& record) {
+        known.table(record);
+        references.table(record);
+    });
     over(records::caregiver::File,
          [&](const Record& record) { known.caregivers().addNamed(record.key()); });
     over(records::training_file::File, [&](const Record& record) {
+        saving.look(record);
         references.trainingFile(record);
         ledgers.trainingFile(record, known.caregivers().addTrained(record.key()));
     });
