@@ -53,13 +53,14 @@ TEST_F(HostStore, TellsBeforeWhatSavingAFileErases) {
     put("TABLES", "DIPLOMES", "^01^BEP");
     put("TABLES", "QUALIF", "^Écoutante");
     put("FORMVORANDINE", "1", "N^01^^^20060101^PSC^750^^]]]]]]a]b^A1^^^^1^Écoutante");
-    EXPECT_EQ(savingNotice(*store, "1"), "Un enregistrement effacera : l'expérience n° 8 « b ».");
+    EXPECT_EQ(savingNotice(*store, "1")->text,
+              "Un enregistrement effacera : l'expérience n° 8 « b ».");
     put("FORMVORANDINE", "1", "N^99^^^1/2/2006^PSC]MANX^^^^^^^^^^1]2]3]4]5]6]7]8]9");
-    const std::string notice = savingNotice(*store, "1");
+    const std::string notice = savingNotice(*store, "1")->text;
     EXPECT_NE(notice.find("formation n° 1, que remplacera « 20060201 » ; le co"),
               std::string::npos);
     EXPECT_TRUE(notice.ends_with("l'attribut 16 « 7 » ; et 2 autres.")) << notice;
-    EXPECT_EQ(savingNotice(*store, "2"), "");
+    EXPECT_FALSE(savingNotice(*store, "2"));
 }
 
 TEST_F(HostStore, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {

@@ -1,6 +1,7 @@
 // The window's life: sizes remembered, errors told, the outcome read off the store.
 #include "apps/desktop/CaregiverWindow.h"
 
+#include "apps/host/SavingNotice.h"
 #include "frontends/qt/ErrorDialog.h"
 
 #include <QApplication>
@@ -31,6 +32,8 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
         window_->resize(size.boundedTo(window_->screen()->availableSize()));
     if (!session_.mayWrite())
         notices_->tell(host::consultation());
+    else if (const auto saving = host::savingNotice(*session_.store(), caregiver_.code))
+        notices_->tell(*saving);
     connect(window_.get(), &qt::FormWindow::unloaded, this, [this] {
         window_->hide();
         emit ended(outcome());

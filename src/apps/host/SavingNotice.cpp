@@ -5,9 +5,11 @@
 #include "records/StoredFiles.h"
 #include "text/Error.h"
 
+#include <utility>
+
 namespace vorandine::host {
 
-std::string savingNotice(ports::DBADatabase& database, const std::string& code) {
+std::optional<Notice> savingNotice(ports::DBADatabase& database, const std::string& code) {
     namespace table = records::table;
     try {
         const records::DBARecord file =
@@ -18,9 +20,16 @@ std::string savingNotice(ports::DBADatabase& database, const std::string& code) 
             const records::DBARecord record = tables->ReadRecord(name);
             choices.read(name, record());
         }
-        return audit::lossNotice(audit::lossesOfSaving(file(), choices));
+        std::string text = audit::lossNotice(audit::lossesOfSaving(file(), choices));
+        if (text.empty())
+            return std::nullopt;
+        return Notice{.name = "saving",
+                      .kind = NoticeKind::Warning,
+                      .head = {},
+                      .text = std::move(text),
+                      .button = {}};
     } catch (const Error&) {
-        return {}; // the control tells, or there is nothing to save over
+        return std::nullopt; // the control tells, or there is nothing to save over
     }
 }
 
