@@ -197,9 +197,10 @@ bool Parameters::store() {
                            "Voulez-vous quitter sans les enregistrer ?"))
             throw;
     }
-    if (refused)
-        lookAgain(std::move(stored), *std::move(refused));
-    return !refused;
+    if (!refused)
+        return true;
+    lookAgain(std::move(stored), *std::move(refused));
+    return false;
 }
 
 // Makes all changes again in the table as it is now stored. The first one that no longer goes;

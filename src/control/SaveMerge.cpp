@@ -108,6 +108,7 @@ widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
                                const records::ChangedMeanwhile::Maker& maker) const {
     const PointTexts texts(v_, Conv_Date_);
     std::vector<std::string> points;
+    points.reserve(conflicts.size());
     for (const records::Point& point : conflicts)
         points.push_back(texts.conflict(point, named(maker)));
     return world_.messageBox(
@@ -139,6 +140,7 @@ void SaveMerge::tell(const std::vector<records::Point>& theirs,
                      const records::ChangedMeanwhile::Maker& maker) {
     const PointTexts texts(v_, Conv_Date_);
     std::vector<std::string> changes;
+    changes.reserve(theirs.size());
     for (const records::Point& point : theirs)
         changes.push_back(texts.change(point));
     if (widgets::Form* const form = control_.form())
