@@ -11,8 +11,6 @@
 namespace vorandine::control {
 namespace {
 
-constexpr std::size_t CodeLength = 3;
-
 // "" where nobody gives anything back and nothing failed; `failed` tells what did.
 std::string told(const dif::TakenOut& taken, const char* failed) {
     std::string text;
@@ -55,7 +53,7 @@ bool TrainingDif::charge(const trainings::TrainingLine& training) {
 dif::LeavingTraining TrainingDif::leaving(const trainings::TrainingLine& training,
                                           int alike) const {
     return {.training = {.date = Conv_Date_.Date_Stockee(training.date),
-                         .code = text::Left(training.code, CodeLength)},
+                         .code = text::Left(training.code, trainings::CodeLength)},
             .alike = alike,
             .hours = rules::storedHours(training.hours)};
 }

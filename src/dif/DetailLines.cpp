@@ -17,7 +17,7 @@ namespace attribute = records::ledger;
 
 // All that a line says, but for the balance, which every change recomputes.
 using Content = std::array<std::string, 4>;
-enum Piece { Date, Rights, Hours, Training };
+enum At { AtDate, AtRights, AtHours, AtTraining };
 
 Content contentOf(const records::DBARecord& record, int i) {
     return {record(attribute::Date, i), record(attribute::Rights, i), record(attribute::Hours, i),
@@ -33,11 +33,11 @@ std::vector<Content> contents(const records::DBARecord& record) {
 }
 
 std::string told(const Content& line, const ports::DateObject& Conv_Date) {
-    const std::string& figure = line[Rights].empty() ? line[Hours] : line[Rights];
+    const std::string& figure = line[AtRights].empty() ? line[AtHours] : line[AtRights];
     const std::optional<text::Decimal> value = text::Decimal::parse(figure);
-    return Conv_Date.Date_Affichee(line[Date]) + " " +
+    return Conv_Date.Date_Affichee(line[AtDate]) + " " +
            (value ? value->shifted(-HundredthsPlaces).toText(Decimals) : figure) +
-           (line[Training].empty() ? "" : " " + line[Training]);
+           (line[AtTraining].empty() ? "" : " " + line[AtTraining]);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ namespace vorandine::records {
 namespace {
 
 using Line = std::vector<std::string>; // one value an attribute of the unit
-using Lines = std::vector<Line>;
+using LineList = std::vector<Line>;
 
 DBARecord recordOf(std::string_view text) {
     DBARecord record;
@@ -27,7 +27,7 @@ DBARecord recordOf(std::string_view text) {
 // Which line of `to` is which line of `from`, both counted from 0; none where it is gone.
 class Pairing {
   public:
-    Pairing(const Lines& from, const Lines& to, std::span<const AttributeLayout* const> unit)
+    Pairing(const LineList& from, const LineList& to, std::span<const AttributeLayout* const> unit)
         : to_(from.size()), taken_(to.size()) {
         std::vector<std::size_t> all;
         std::vector<std::size_t> date;
@@ -54,7 +54,7 @@ class Pairing {
     std::vector<bool> taken_;
 
     // The lines that are left and have these attributes alike, in their order.
-    void pair(const Lines& from, const Lines& to, const std::vector<std::size_t>& alike) {
+    void pair(const LineList& from, const LineList& to, const std::vector<std::size_t>& alike) {
         const auto key = [&](const Line& line) {
             Line values;
             for (const std::size_t i : alike)
@@ -223,11 +223,11 @@ class Merge {
             result_(a, static_cast<int>(v) + 1) = values[v];
     }
 
-    static Lines linesOf(const DBARecord& record, std::span<const int> unit) {
+    static LineList linesOf(const DBARecord& record, std::span<const int> unit) {
         int count = 0;
         for (const int a : unit)
             count = std::max(count, record.DCount(a));
-        Lines lines;
+        LineList lines;
         for (int i = 1; i <= count; ++i) {
             Line& line = lines.emplace_back();
             for (const int a : unit)
@@ -240,17 +240,17 @@ class Merge {
         std::vector<const AttributeLayout*> members;
         for (const int a : unit)
             members.push_back(layout(input_.file, a));
-        const Lines read = linesOf(read_, unit);
-        const Lines untouched = linesOf(untouched_, unit);
-        const Lines mine = linesOf(mine_, unit);
-        const Lines stored = linesOf(stored_, unit);
+        const LineList read = linesOf(read_, unit);
+        const LineList untouched = linesOf(untouched_, unit);
+        const LineList mine = linesOf(mine_, unit);
+        const LineList stored = linesOf(stored_, unit);
         const Pairing theirs(read, stored, members);
 
         // What I made of each line of the untouched text, and what is new.
         std::vector<std::optional<std::size_t>> made(untouched.size());
         std::set<std::size_t> placed; // of mine: goes where a new line goes
         const bool known = input_.origins.size() == mine.size();
-        const Pairing guessed(known ? Lines() : untouched, known ? Lines() : mine, members);
+        const Pairing guessed(known ? LineList() : untouched, known ? LineList() : mine, members);
         if (!known)
             for (std::size_t b = 0; b < untouched.size(); ++b)
                 made[b] = guessed.of(b);
@@ -263,7 +263,7 @@ class Merge {
         }
 
         std::vector<bool> dropped(stored.size());
-        Lines normal = stored;
+        LineList normal = stored;
         for (std::size_t b = 0; b < std::max(read.size(), untouched.size()); ++b) {
             const std::optional<std::size_t> t = b < read.size() ? theirs.of(b) : std::nullopt;
             const bool shown = b < untouched.size();
@@ -292,7 +292,7 @@ class Merge {
                 merged_.theirs.push_back(
                     {.attribute = unit.front(), .before = {}, .mine = {}, .theirs = stored[t]});
 
-        Lines lines;
+        LineList lines;
         const bool asRead = stored == read || stored == untouched;
         if (asRead)
             lines = mine;
@@ -308,7 +308,7 @@ class Merge {
     }
 
     // Dates compare as texts, the empty one before all.
-    static void place(Lines& lines, const Line& line,
+    static void place(LineList& lines, const Line& line,
                       std::span<const AttributeLayout* const> unit) {
         auto at = lines.end();
         for (std::size_t k = 0; k < unit.size(); ++k) {

@@ -12,7 +12,6 @@ namespace vorandine::rules {
 namespace {
 
 constexpr std::int16_t Decimals = 2;
-constexpr std::int16_t HoursDigits = 4;
 constexpr std::int16_t DifDigits = 7;
 
 bool digitOrBackspace(char32_t key) {

@@ -9,7 +9,6 @@
 namespace vorandine::rules {
 namespace {
 
-constexpr std::int16_t HoursDigits = 4;
 constexpr std::int16_t HoursDecimals = 2;
 
 } // namespace

@@ -14,6 +14,8 @@ namespace vorandine::rules {
 
 // Records hold hours as whole hundredths: between the two by text::Decimal::shifted.
 constexpr int HundredthsPlaces = 2;
+// Before the comma, of the hours of a training.
+constexpr std::int16_t HoursDigits = 4;
 
 // `W_Texte` written with `W_NbDecimales` decimals, after `W_NbEntiers` less the length of its floor
 // blanks: a number of E + 1 + D characters. The floor is what is measured, so -9,50 (floor -10)

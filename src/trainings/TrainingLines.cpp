@@ -15,7 +15,6 @@ namespace {
 namespace attribute = records::training_file;
 
 constexpr int LastLineWithoutBar = 8;
-constexpr std::size_t CodeLength = 3;
 
 } // namespace
 

@@ -10,11 +10,15 @@
 #include "widgets/Simple.h"
 
 #include <array>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace vorandine::trainings {
+
+// Characters of a training's code, as far as they count.
+constexpr std::size_t CodeLength = 3;
 
 // One line as the lists show it.
 struct TrainingLine {

@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::int16_t WholeDigits = 4;
 constexpr std::int16_t Decimals = 2;
-constexpr std::size_t CodeLength = 3;
 constexpr int Yes = 0; // the entries of the D.I.F. answer
 constexpr int No = 1;
 constexpr const char* UnknownLabel = "Le diplôme saisi n'existe pas, veuillez le ressaisir.";
