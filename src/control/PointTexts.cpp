@@ -14,7 +14,6 @@ namespace vorandine::control {
 namespace {
 
 namespace attribute = records::training_file;
-constexpr std::size_t Most = 10;
 constexpr const char* Nothing = "rien";
 
 std::string nameOf(const records::Point& point) {
@@ -140,15 +139,6 @@ std::string PointTexts::change(const records::Point& point) const {
         return nameOf(point) + " supprimée : " + valueText(point.attribute, point.before);
     return nameOf(point) + (listed ? " modifiée : " : " : ") +
            valueText(point.attribute, point.theirs);
-}
-
-std::string PointTexts::listed(const std::vector<std::string>& texts, const std::string& between) {
-    std::string all;
-    for (std::size_t i = 0; i < std::min(texts.size(), Most); ++i)
-        all += (i > 0 ? between : "") + texts[i];
-    if (texts.size() > Most)
-        all += between + "et " + std::to_string(texts.size() - Most) + " autres";
-    return all;
 }
 
 } // namespace vorandine::control

@@ -22,11 +22,6 @@ class PointTexts {
     // What the other seat did: "année du diplôme : « 2005 »", "formation ajoutée : …".
     [[nodiscard]] std::string change(const records::Point& point) const;
 
-    // The texts with " ; " between, or each on a line of its own; no more than ten, then "et N
-    // autres".
-    [[nodiscard]] static std::string listed(const std::vector<std::string>& texts,
-                                            const std::string& between);
-
   private:
     const ports::Variables& v_;
     records::TrainingLabels labels_;

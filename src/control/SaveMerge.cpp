@@ -6,6 +6,7 @@
 #include "control/Screen.h"
 #include "records/StoredFiles.h"
 #include "rules/Messages.h"
+#include "text/Listing.h"
 
 #include <optional>
 #include <utility>
@@ -14,10 +15,7 @@ namespace vorandine::control {
 namespace {
 
 namespace attribute = records::training_file;
-
-std::string named(const records::ChangedMeanwhile::Maker& maker) {
-    return maker.user.empty() ? "Un autre poste" : maker.user;
-}
+constexpr std::size_t MostTold = 10;
 
 std::string savedAt(const records::ChangedMeanwhile::Maker& maker) {
     return maker.when.empty() ? "" : "Enregistré le " + maker.when + ".";
@@ -110,13 +108,13 @@ widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
     std::vector<std::string> points;
     points.reserve(conflicts.size());
     for (const records::Point& point : conflicts)
-        points.push_back(texts.conflict(point, named(maker)));
+        points.push_back(texts.conflict(point, maker.name()));
     return world_.messageBox(
         {.title = rules::MessageTitle,
-         .text = named(maker) +
+         .text = maker.name() +
                  " a enregistré ce dossier entre-temps, et l'a changé là où vous l'avez changé :"
                  "\r\n" +
-                 PointTexts::listed(points, "\r\n") +
+                 text::Listed(points, MostTold, "\r\n", "\r\n") +
                  "\r\nVoulez-vous garder vos saisies sur ces points (Oui), celles de l'autre poste "
                  "(Non), ou revenir au dossier (Annuler) ?",
          .icon = widgets::Icon::Question,
@@ -128,7 +126,7 @@ widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
 widgets::Answer SaveMerge::askDeleted(const records::ChangedMeanwhile::Maker& maker) const {
     return world_.messageBox(
         {.title = rules::MessageTitle,
-         .text = named(maker) + " a supprimé ce dossier entre-temps.\r\nVoulez-vous l'enregistrer "
+         .text = maker.name() + " a supprimé ce dossier entre-temps.\r\nVoulez-vous l'enregistrer "
                                 "tel qu'il est à l'écran (Oui), le laisser supprimé (Non), ou "
                                 "revenir au dossier (Annuler) ?",
          .icon = widgets::Icon::Question,
@@ -144,14 +142,14 @@ void SaveMerge::tell(const std::vector<records::Point>& theirs,
     for (const records::Point& point : theirs)
         changes.push_back(texts.change(point));
     if (widgets::Form* const form = control_.form())
-        world_.tell(*form,
-                    {.text = named(maker) +
-                             " a enregistré ce dossier entre-temps ; vos saisies et "
-                             "les siennes sont réunies" +
-                             (changes.empty() ? "."
-                                              : ". Viennent de l'autre poste : " +
-                                                    PointTexts::listed(changes, " ; ") + "."),
-                     .when = maker.when});
+        world_.tell(*form, {.text = maker.name() +
+                                    " a enregistré ce dossier entre-temps ; vos saisies et "
+                                    "les siennes sont réunies" +
+                                    (changes.empty()
+                                         ? "."
+                                         : ". Viennent de l'autre poste : " +
+                                               text::Listed(changes, MostTold, " ; ", " ; ") + "."),
+                            .when = maker.when});
 }
 
 } // namespace vorandine::control

@@ -5,6 +5,7 @@
 #include "dif/Columns.h"
 #include "dif/Hours.h"
 #include "records/StoredFiles.h"
+#include "text/Listing.h"
 
 #include <algorithm>
 #include <array>
@@ -125,12 +126,7 @@ std::string difference(const records::DBARecord& before, const records::DBARecor
     };
     only(contents(now), contents(before), "ajouté ");
     only(contents(before), contents(now), "retiré ");
-    std::string text;
-    for (std::size_t i = 0; i < std::min(changes.size(), Most); ++i)
-        text += (i > 0 ? ", " : "") + changes[i];
-    if (changes.size() > Most)
-        text += " et " + std::to_string(changes.size() - Most) + " autres";
-    return text;
+    return text::Listed(changes, Most, ", ", " ");
 }
 
 } // namespace vorandine::dif

@@ -82,9 +82,8 @@ Stored Ledgers::change(const std::string& key, const records::DBARecord& shown,
             replace(lines);
             return Stored::Done;
         }
-        const std::string user = v_.F_DIFAIDANT->LastChange(key).user;
         const std::string what = difference(shown, record, Conv_Date_);
-        others = (user.empty() ? "Un autre poste" : user) + " a modifié ce détail" +
+        others = v_.F_DIFAIDANT->LastChange(key).name() + " a modifié ce détail" +
                  (what.empty() ? "" : " : " + what) + ".";
         if (!repeat(change, shown, record, Conv_Date_, records::TrainingLabels(v_.F_FORMPRO)))
             return Stored::LineGone;

@@ -57,8 +57,8 @@ class Ledgers {
 
     // The same where the ledger still holds the lines of `shown`, of which `lines` is what `change`
     // has made. Where another seat has changed it since, the change alone is made again, in what is
-    // stored now; LineGone where its line is not there as it was. `others`, if not null, is then
-    // told what the other did.
+    // stored now; LineGone where its line is not there as it was. `others` is then what the
+    // other did.
     Stored change(const std::string& key, const records::DBARecord& shown,
                   const std::vector<ShownLine>& lines, const LineChange& change,
                   std::string& others);

@@ -17,6 +17,8 @@ class ChangedMeanwhile : public Error {
     struct Maker {
         std::string user;
         std::string when;
+
+        [[nodiscard]] std::string name() const { return user.empty() ? "Un autre poste" : user; }
     };
 
     ChangedMeanwhile(const std::string& text, std::optional<std::string> stored, Maker maker)

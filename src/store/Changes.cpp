@@ -24,16 +24,23 @@ std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;
 }
 
-// What momentText was made of; a moment long past where it is no such text.
-Moment momentOf(std::string_view text) {
+// What momentText was made of; none where it is no such text.
+std::optional<Moment> momentOf(std::string_view text) {
     std::tm utc{};
     int rest = 0;
     if (std::sscanf(std::string(text).c_str(), "%4d-%2d-%2dT%2d:%2d:%2d.%6dZ", &utc.tm_year,
                     &utc.tm_mon, &utc.tm_mday, &utc.tm_hour, &utc.tm_min, &utc.tm_sec, &rest) != 7)
-        return 0;
+        return std::nullopt;
     utc.tm_year -= 1900;
     utc.tm_mon -= 1;
     return timegm(&utc) * PerSecond + rest;
+}
+
+std::tm local(Moment moment) {
+    const std::time_t seconds = moment / PerSecond;
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    return local;
 }
 
 } // namespace
@@ -56,14 +63,21 @@ std::string momentText(Moment moment) {
 }
 
 std::string localTime(const std::string& moment) {
-    std::tm utc{};
-    if (strptime(moment.c_str(), "%Y-%m-%dT%H:%M:%S", &utc) == nullptr)
+    const std::optional<Moment> known = momentOf(moment);
+    if (!known)
         return {};
-    const std::time_t seconds = timegm(&utc);
-    std::tm local{};
-    localtime_r(&seconds, &local);
+    const std::tm then = local(*known);
     std::array<char, 64> text{};
-    return {text.data(), std::strftime(text.data(), text.size(), "%d/%m/%Y à %H:%M", &local)};
+    return {text.data(), std::strftime(text.data(), text.size(), "%d/%m/%Y à %H:%M", &then)};
+}
+
+std::string localTimeInSentence(const std::string& moment) {
+    const std::string whole = localTime(moment);
+    const std::string today = localTime(momentText(now()));
+    const std::size_t day = whole.find(' ');
+    if (whole.empty())
+        return {};
+    return whole.substr(0, day) == today.substr(0, day) ? whole.substr(day + 1) : "le " + whole;
 }
 
 bool isPlainVersion(std::string_view key, std::string_view content) noexcept {
@@ -165,7 +179,7 @@ void Changes::keep(const std::string& name, const std::string& key,
     const std::string before = keysOf(name, key);
     Moment moment = clock_();
     kept->scan({before + momentText(moment), before + Mark}, [&](std::string_view at, auto) {
-        moment = std::max(moment, momentOf(at.substr(before.size())) + 1);
+        moment = std::max(moment, momentOf(at.substr(before.size())).value_or(0) + 1);
         return true;
     });
     kept->write(before + momentText(moment), record ? user_ + Mark + *record : user_);

@@ -27,6 +27,8 @@ using Moment = std::int64_t;
 
 // The moment as the user's clock had it: "23/11/2026 à 03:02"; "" where `moment` is no such text.
 [[nodiscard]] std::string localTime(const std::string& moment);
+// The same, to read on from a sentence: "à 03:02" on that day, "le 23/11/2026 à 03:02" on others.
+[[nodiscard]] std::string localTimeInSentence(const std::string& moment);
 
 // What a change left of a record: how it was until then.
 struct Version {

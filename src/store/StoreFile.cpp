@@ -57,10 +57,10 @@ void StoreFile::requireWritable(const std::string& key) const {
 }
 
 records::ChangedMeanwhile::Maker StoreFile::LastChange(const std::string& key) {
-    const std::vector<Version> kept = changes_->history(name_, key);
-    if (kept.empty())
+    const std::optional<Change> last = changes_->lastChange(name_, key);
+    if (!last)
         return {};
-    return {.user = kept.back().user, .when = localTime(kept.back().moment)};
+    return {.user = last->user, .when = localTime(last->moment)};
 }
 
 void StoreFile::DeleteRecord(const std::string& key) {

@@ -74,8 +74,8 @@ Closing CaregiverWindow::close() {
 void CaregiverWindow::tellNews() {
     if (!window_->isActiveWindow())
         return;
-    for (const widgets::Told& notice : news_.ask())
-        notices_->tell(host::news(notice));
+    for (const widgets::Told& told : news_.ask())
+        notices_->tell(host::news(told));
 }
 
 void CaregiverWindow::report(const Error& error) {

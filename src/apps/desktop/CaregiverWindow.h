@@ -34,7 +34,7 @@ class CaregiverWindow : public QObject {
     void bringToFront();
     [[nodiscard]] bool shows(const widgets::Form& form) { return &form == &form_.form(); }
     // What the control has to tell of the file as it is stored: by then it is about to close.
-    void tell(const widgets::Told& notice) { told_ = notice.text; }
+    void tell(const widgets::Told& told) { told_ = told.text; }
     [[nodiscard]] const std::string& told() const noexcept { return told_; }
     // As the window's own close button.
     Closing close();

@@ -52,10 +52,10 @@ MainWindow::MainWindow(Session& session, Settings& settings)
     search_->installEventFilter(this);
     list_->installEventFilter(this);
 
-    session_.world().tellBy([this](const widgets::Form& form, const widgets::Told& notice) {
+    session_.world().tellBy([this](const widgets::Form& form, const widgets::Told& told) {
         for (const auto& [code, window] : windows_)
             if (window->shows(form))
-                window->tell(notice);
+                window->tell(told);
     });
 
     model_.assign(session_.caregivers().all());

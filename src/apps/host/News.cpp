@@ -2,41 +2,13 @@
 // what is known is remembered for each record.
 #include "apps/host/News.h"
 
+#include "records/ChangedMeanwhile.h"
 #include "records/StoredFiles.h"
 #include "text/Error.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
-#include <ctime>
 
 namespace vorandine::host {
-namespace {
-
-constexpr const char* Nobody = "Un autre poste";
-
-// A moment of the history for the eye, in the user's time; the day too where it is not today.
-std::string shown(const std::string& moment) {
-    std::tm utc{};
-    if (std::sscanf(moment.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &utc.tm_year, &utc.tm_mon,
-                    &utc.tm_mday, &utc.tm_hour, &utc.tm_min, &utc.tm_sec) != 6)
-        return {};
-    utc.tm_year -= 1900;
-    --utc.tm_mon;
-    const std::time_t then = timegm(&utc);
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    std::tm today{};
-    localtime_r(&then, &local);
-    localtime_r(&now, &today);
-    const bool sameDay = local.tm_year == today.tm_year && local.tm_yday == today.tm_yday;
-    std::array<char, 64> text{};
-    const std::size_t length = std::strftime(text.data(), text.size(),
-                                             sameDay ? "à %H:%M" : "le %d/%m/%Y à %H:%M", &local);
-    return {text.data(), length};
-}
-
-} // namespace
 
 News::News(std::shared_ptr<store::Store> store, std::string code)
     : store_(std::move(store)), code_(std::move(code)) {
@@ -82,9 +54,9 @@ std::vector<widgets::Told> News::ask() {
     for (auto change = changes.begin(); change != changes.end(); ++change)
         if (std::none_of(std::next(change), changes.end(),
                          [&](const auto& later) { return later.user == change->user; }))
-            news.push_back(
-                {(change->user.empty() ? Nobody : change->user) + " a enregistré ce dossier",
-                 shown(change->moment)});
+            news.push_back({records::ChangedMeanwhile::Maker{change->user, {}}.name() +
+                                " a enregistré ce dossier",
+                            store::localTimeInSentence(change->moment)});
     return news;
 }
 

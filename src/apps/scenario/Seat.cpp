@@ -66,8 +66,8 @@ headless::Callbacks Seat::callbacks() {
         course_.output.event("help " + toText(help.page) + " " + toText(help.kind) + " " +
                              toText(help.title));
     };
-    callbacks.tell = [this](auto& /*form*/, const auto& notice) {
-        course_.output.event("told " + toText(notice.text));
+    callbacks.tell = [this](auto& /*form*/, const auto& told) {
+        course_.output.event("told " + toText(told.text));
     };
     callbacks.today = [this] { return stage_->today(); };
     return callbacks;
@@ -91,8 +91,8 @@ void Seat::playStep() {
 void Seat::askForNews() {
     if (!host_)
         return;
-    for (const widgets::Told& notice : news_->ask())
-        frontEnd_->world().tell(host_->form(), notice);
+    for (const widgets::Told& told : news_->ask())
+        frontEnd_->world().tell(host_->form(), told);
 }
 
 void Seat::run(const std::string& command, Words& words) {

@@ -7,6 +7,7 @@
 #include "records/StoredFiles.h"
 #include "rules/Numbers.h"
 #include "text/Characters.h"
+#include "text/Listing.h"
 
 #include <algorithm>
 #include <iterator>
@@ -183,13 +184,12 @@ std::vector<Loss> lossesOfSaving(std::string_view record, const Choices& choices
 }
 
 std::string lossNotice(const std::vector<Loss>& losses) {
-    std::string notice;
-    for (std::size_t i = 0; i < std::min(losses.size(), MostTold); ++i)
-        notice += (i == 0 ? "Un enregistrement effacera : " : " ; ") + losses[i].sentence;
-    if (losses.size() > MostTold)
-        notice += " ; et " + std::to_string(losses.size() - MostTold) +
-                  (losses.size() == MostTold + 1 ? " autre" : " autres");
-    return notice.empty() ? notice : notice + ".";
+    if (losses.empty())
+        return {};
+    std::vector<std::string> sentences;
+    for (const Loss& loss : losses)
+        sentences.push_back(loss.sentence);
+    return "Un enregistrement effacera : " + text::Listed(sentences, MostTold, " ; ", " ; ") + ".";
 }
 
 } // namespace vorandine::audit

@@ -46,9 +46,9 @@ void HeadlessWorld::popupMenu(widgets::Menu& menu) {
         callbacks_.popupMenu(menu);
 }
 
-void HeadlessWorld::tell(widgets::Form& form, const widgets::Told& notice) {
+void HeadlessWorld::tell(widgets::Form& form, const widgets::Told& told) {
     if (callbacks_.tell)
-        callbacks_.tell(form, notice);
+        callbacks_.tell(form, told);
 }
 
 void HeadlessWorld::showHelp(const widgets::HelpPage& help) {

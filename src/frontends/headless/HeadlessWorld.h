@@ -36,7 +36,7 @@ class HeadlessWorld : public widgets::World {
     explicit HeadlessWorld(Callbacks callbacks = {});
 
     widgets::Answer messageBox(const widgets::Message& message) override;
-    void tell(widgets::Form& form, const widgets::Told& notice) override;
+    void tell(widgets::Form& form, const widgets::Told& told) override;
     // The first control of the form has the focus, unless its maker chose one. A form that refuses
     // to unload where nobody works in it is left as it is.
     void runModal(widgets::Form& form) override;

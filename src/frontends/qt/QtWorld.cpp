@@ -210,9 +210,9 @@ void QtWorld::takeUp() {
     QCoreApplication::processEvents();
 }
 
-void QtWorld::tell(widgets::Form& form, const widgets::Told& notice) {
+void QtWorld::tell(widgets::Form& form, const widgets::Told& told) {
     if (teller_)
-        teller_(form, notice);
+        teller_(form, told);
 }
 
 void QtWorld::showHelp(const widgets::HelpPage& help) {

@@ -50,7 +50,7 @@ class QtWorld : public widgets::World {
     // A box that is answered without a press (the program is ending) gives its last button.
     widgets::Answer messageBox(const widgets::Message& message) override;
     // Left to the host, which says where by tellBy(): no window of the control has a place for it.
-    void tell(widgets::Form& form, const widgets::Told& notice) override;
+    void tell(widgets::Form& form, const widgets::Told& told) override;
     void runModal(widgets::Form& form) override;
     void popupMenu(widgets::Menu& menu) override;
     // One window for all forms; it goes with this world.
@@ -59,7 +59,7 @@ class QtWorld : public widgets::World {
     void letEventsThrough() override;
 
     // Empty: nobody hears what is told.
-    using Teller = std::function<void(widgets::Form& form, const widgets::Told& notice)>;
+    using Teller = std::function<void(widgets::Form& form, const widgets::Told& told)>;
     void tellBy(Teller teller) { teller_ = std::move(teller); }
     void hooks(Hooks hooks) { hooks_ = std::move(hooks); }
 
