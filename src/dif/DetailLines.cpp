@@ -113,8 +113,7 @@ bool sameLines(const records::DBARecord& a, const records::DBARecord& b) {
 }
 
 std::string difference(const records::DBARecord& before, const records::DBARecord& now,
-                       const ports::DateObject& Conv_Date) {
-    constexpr std::size_t Most = 2; // as there is room for
+                       const ports::DateObject& Conv_Date, std::size_t most) {
     std::vector<std::string> changes;
     const auto only = [&](std::vector<Content> lines, const std::vector<Content>& others,
                           const char* what) {
@@ -126,7 +125,7 @@ std::string difference(const records::DBARecord& before, const records::DBARecor
     };
     only(contents(now), contents(before), "ajouté ");
     only(contents(before), contents(now), "retiré ");
-    return text::Listed(changes, Most, ", ", " ");
+    return text::Listed(changes, most, ", ", " ");
 }
 
 } // namespace vorandine::dif

@@ -82,7 +82,8 @@ Stored Ledgers::change(const std::string& key, const records::DBARecord& shown,
             replace(lines);
             return Stored::Done;
         }
-        const std::string what = difference(shown, record, Conv_Date_);
+        constexpr std::size_t MostTold = 2; // as there is room for
+        const std::string what = difference(shown, record, Conv_Date_, MostTold);
         others = v_.F_DIFAIDANT->LastChange(key).name() + " a modifié ce détail" +
                  (what.empty() ? "" : " : " + what) + ".";
         if (!repeat(change, shown, record, Conv_Date_, records::TrainingLabels(v_.F_FORMPRO)))

@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <QTreeView>
 
@@ -193,19 +194,61 @@ TEST_F(Desktop, EachFileHasOneWindowAndTheListTellsWhatBecameOfIt) {
     EXPECT_EQ(shown(2).substr(shown(2).size() - 2), ";;") << shown(2);
 }
 
-TEST_F(Desktop, WhatAnotherConnectionStoresIsToldInTheWindowOfThatFileAlone) {
+TEST_F(Desktop, WhatAnotherConnectionStoresIsToldInTheWindowOfThatFileAndReadAnewOnRequest) {
+    put("CONTRAT", "00012*1", "^^ADM^ADMR");
     show();
     list->open({"00105", ""});
     list->open({"00012", "DURAND Marie"});
+    qt::FormWindow& window = file("00012");
+    const auto tabs = [&](int tab) {
+        auto& strip = dynamic_cast<widgets::TabContainer&>(*window.form().find("Ong_Vorandine"));
+        window.gesture([&] { return widgets::showTab(strip, tab); });
+    };
+    const auto employers = [&] {
+        return dynamic_cast<widgets::ListBox&>(*window.form().find("Lst_DifEmpl")).List(0);
+    };
+    tabs(2);
     store::Store other(store->changes().engine().another());
     other.changes().user("odile");
     other.OpenFile("FORMVORANDINE")->DeleteRecord("00105");
-    other.OpenFile("DIFAIDANT")->WriteRecord("00012ADM", "20060110");
+    other.OpenFile("DIFAIDANT")->WriteRecord("00012ADM", store_test::marks("20060110^2000^^2000"));
     ASSERT_TRUE(QTest::qWaitForWindowActive(&file("00012")));
     const auto news = [&](const char* code) { return file(code).findChild<QFrame*>("news"); };
     ASSERT_TRUE(QTest::qWaitFor([&] { return news("00012") != nullptr; }));
     EXPECT_TRUE(news("00012")->accessibleName().startsWith("odile a enregistré ce dossier à "));
     EXPECT_EQ(news("00105"), nullptr);
+
+    const auto pressIn = [&](const char* card) {
+        window.findChild<QFrame*>(card)->findChild<QPushButton*>()->click();
+    };
+    pressIn("news");
+    QString told;
+    const auto read = [&] {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr)
+            return false;
+        told = dialog->findChild<QTextEdit*>()->toPlainText();
+        return dialog->close();
+    };
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, read);
+    poll.start(10);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.isEmpty(); }));
+    poll.stop();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_NE(told.indexOf("odile, à "), -1) << told.toStdString();
+    EXPECT_NE(told.indexOf("D.I.F., ADM : ajouté 10/01/2006 20,00"), -1) << told.toStdString();
+
+    // Nothing changes by itself.
+    EXPECT_EQ(employers().find("20,00"), std::string::npos) << employers();
+    pressIn("employers");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.findChild<QFrame*>("employers") == nullptr; }));
+    EXPECT_NE(employers().find("20,00"), std::string::npos) << employers();
+    other.OpenFile("DIFAIDANT")->DeleteRecord("00012ADM");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.findChild<QFrame*>("employers") != nullptr; }));
+    tabs(0); // who comes back is shown what is stored by then
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.findChild<QFrame*>("employers") == nullptr; }));
 }
 
 TEST_F(Desktop, ListStaysWhereAFileRefusesToClose) {

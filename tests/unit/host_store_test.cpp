@@ -1,6 +1,9 @@
 // What a host reads of a store: caregivers, users and their rights, and which new codes are let in.
 #include "apps/host/Caregivers.h"
+#include "apps/host/ChargesNotice.h"
+#include "apps/host/NewsInWords.h"
 #include "apps/host/SavingNotice.h"
+#include "components/DateConverter.h"
 #include "components/Rights.h"
 #include "store_support.h"
 
@@ -11,8 +14,9 @@ namespace {
 
 class HostStore : public testing::Test {
   protected:
-    std::shared_ptr<store::Store> store =
-        std::make_shared<store::Store>(store::openEngine("memory:", store::OpenMode::Create));
+    std::shared_ptr<store::Engine> engine = store::openEngine("memory:", store::OpenMode::Create);
+    std::shared_ptr<store::Store> store = std::make_shared<store::Store>(engine);
+    components::DateConverter dates{[] { return widgets::Date{2006, 12, 1}; }};
     Caregivers caregivers{store};
 
     void put(const std::string& file, const std::string& key, const std::string& text) {
@@ -61,6 +65,55 @@ TEST_F(HostStore, TellsBeforeWhatSavingAFileErases) {
               std::string::npos);
     EXPECT_TRUE(notice.ends_with("l'attribut 16 « 7 » ; et 2 autres.")) << notice;
     EXPECT_FALSE(savingNotice(*store, "2"));
+}
+
+TEST_F(HostStore, TellsHoursAndTrainingsThatDoNotAnswerEachOther) {
+    for (const char* const name : {"DIPLOMES", "QUALIF"})
+        put("TABLES", name, "");
+    put("TABLES", "FORMPRO", "^MAN]PSC^Manutention]Premiers secours");
+    put("ASSOCIATION", "ADM", "ADMR");
+    put("FORMVORANDINE", "1",
+        "D^^^^20060310]20060311]20060312^MAN]PSC]PSC^600]700]700^^^^^^^1]1]0");
+    put("DIFAIDANT", "1ADM", "20060310]20060312^]^600]700^-600]-1300^MAN]PSC");
+    const auto notice = [&] { return chargesNotice(store, "1", dates).value_or(Notice{}).text; };
+    EXPECT_EQ(notice(),
+              "Heures imputées sans formation OUI dans le dossier : 12/03/2006 Premiers secours "
+              "(ADMR). Supprimez-les dans l'onglet D.I.F. ; si la formation a eu lieu, "
+              "saisissez-la ensuite avec OUI. Formations OUI sans heures imputées : 11/03/2006 "
+              "Premiers secours. Ouvrez-les, choisissez NON, puis OUI et l'employeur.");
+    // What is charged in a ledger that cannot be read is not known.
+    engine->file("DIFAIDANT")->write("1X", "\x01");
+    EXPECT_EQ(notice().find("Formations OUI"), std::string::npos) << notice();
+    put("DIFAIDANT", "1ADM", "20060310^^600^-600^MAN");
+    EXPECT_EQ(notice(), "");
+}
+
+TEST_F(HostStore, TellsWhatOthersHaveMadeOfAFile) {
+    for (const char* const name : {"DIPLOMES", "QUALIF"})
+        put("TABLES", name, "");
+    put("TABLES", "FORMPRO", "^MAN^Manutention");
+    put("FORMVORANDINE", "1", "D^^2004^^20060310^MAN^600^^^^^^^0");
+    News news(store, "1");
+    store::Store other(engine->another());
+    const auto change = [&](const char* user, const char* file, const char* key, const char* text) {
+        other.changes().user(user);
+        other.OpenFile(file)->WriteRecord(key, store_test::marks(text));
+    };
+    change("odile", "FORMVORANDINE", "1", "D^^2005^^^^^^^");
+    change("karim", "DIFAIDANT", "1ADM", "20060310^2000^^2000");
+    change("karim", "DIFAIDANT", "1ADM", "20060310^2000^^1900");
+    change("karim", "FORMVORANDINE", "11", "D"); // another's
+    other.OpenFile("FORMVORANDINE")->DeleteRecord("1");
+    EXPECT_EQ(news.ask().size(), 2U); // one a user
+    std::string all;
+    for (const NewsInWords& one : newsInWords(store, "1", news.told(), dates)) {
+        all += one.head.substr(0, one.head.find(',')) + ":";
+        for (const std::string& line : one.lines)
+            all += " " + line + ";";
+    }
+    EXPECT_EQ(all, "odile: année du diplôme : « 2005 »; formation supprimée : « 10/03/2006, "
+                   "Manutention, 6,00 h, D.I.F. NON »;karim: D.I.F., ADM : ajouté 10/03/2006 "
+                   "20,00;karim: D.I.F., ADM : soldes recalculés;karim: dossier supprimé;");
 }
 
 TEST_F(HostStore, AddsUnderAFreeCodeAndSaysWhyAnotherIsNone) {

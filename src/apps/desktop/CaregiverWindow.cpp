@@ -1,8 +1,12 @@
 // The window's life: sizes remembered, errors told, the outcome read off the store.
 #include "apps/desktop/CaregiverWindow.h"
 
+#include "apps/desktop/ChangesDialog.h"
+#include "apps/host/ChargesNotice.h"
 #include "apps/host/SavingNotice.h"
 #include "frontends/qt/ErrorDialog.h"
+#include "records/StoredFiles.h"
+#include "widgets/Kinds.h"
 
 #include <QApplication>
 #include <QMetaObject>
@@ -16,6 +20,8 @@ namespace vorandine::desktop {
 namespace {
 
 constexpr std::chrono::seconds NewsEvery{2};
+constexpr int FirstTab = 0;
+constexpr int DifTab = 2;
 
 } // namespace
 
@@ -25,15 +31,13 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
       before_(stored()), news_(session.store(), caregiver_.code),
       form_(session.objects(), caregiver_.code, shownName(caregiver_).toStdString(),
             [this](const Error& error) { report(error); }),
+      tabs_(*widgets::as<widgets::TabContainer>(form_.form().find("Ong_Vorandine"))),
       window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())),
       notices_(new NoticeStrip(*window_)) {
     window_->setObjectName("dossier");
     if (const QSize size = settings_.caregiverSize(); size.isValid())
         window_->resize(size.boundedTo(window_->screen()->availableSize()));
-    if (!session_.mayWrite())
-        notices_->tell(host::consultation());
-    else if (const auto saving = host::savingNotice(*session_.store(), caregiver_.code))
-        notices_->tell(*saving);
+    tellAtOpening();
     connect(window_.get(), &qt::FormWindow::unloaded, this, [this] {
         window_->hide();
         emit ended(outcome());
@@ -71,11 +75,65 @@ Closing CaregiverWindow::close() {
     return failed_ ? Closing::Failed : Closing::Stays;
 }
 
+void CaregiverWindow::tellAtOpening() {
+    if (!session_.mayWrite()) {
+        notices_->tell(host::consultation());
+        return;
+    }
+    const host::HostObjects objects = session_.objects();
+    if (const auto saving = host::savingNotice(*objects.database, caregiver_.code))
+        notices_->tell(*saving);
+    if (const auto charges = host::chargesNotice(objects.database, caregiver_.code, objects.dates))
+        notices_->tell(*charges);
+}
+
 void CaregiverWindow::tellNews() {
     if (!window_->isActiveWindow())
         return;
+    const std::size_t before = news_.told().size();
+    // From the event loop: the notice is replaced by later ones, not while its button is pressed.
+    const auto press = [this] {
+        QMetaObject::invokeMethod(this, &CaregiverWindow::showWhatChanged, Qt::QueuedConnection);
+    };
     for (const widgets::Told& told : news_.ask())
-        notices_->tell(host::news(told));
+        notices_->tell(host::news(told), press);
+    for (std::size_t i = before; i < news_.told().size(); ++i)
+        employersOld_ |= news_.told()[i].file == records::ledger::File;
+    offerEmployers();
+}
+
+// Whoever comes to the tab is shown what is stored by then; while a line is open, nothing can be
+// read anew.
+void CaregiverWindow::offerEmployers() {
+    employersOld_ &= tabs_.Tab() == DifTab;
+    const bool shown = window_->findChild<QWidget*>("employers") != nullptr;
+    const bool offered = employersOld_ && tabs_.TabEnabled(FirstTab);
+    if (offered && !shown)
+        notices_->tell(host::employersChanged(), [this] {
+            QMetaObject::invokeMethod(this, &CaregiverWindow::rereadEmployers,
+                                      Qt::QueuedConnection);
+        });
+    else if (!offered && shown)
+        notices_->withdraw("employers");
+}
+
+// As who goes to another tab and comes back.
+void CaregiverWindow::rereadEmployers() {
+    window_->gesture([this] {
+        const widgets::Outcome left = widgets::showTab(tabs_, FirstTab);
+        return left == widgets::Outcome::Done ? widgets::showTab(tabs_, DifTab) : left;
+    });
+    employersOld_ &= window_->lastOutcome() != widgets::Outcome::Done;
+    offerEmployers();
+}
+
+void CaregiverWindow::showWhatChanged() {
+    try {
+        showChanges(*window_, host::newsInWords(session_.store(), caregiver_.code, news_.told(),
+                                                session_.objects().dates));
+    } catch (const Error& error) {
+        report(error);
+    }
 }
 
 void CaregiverWindow::report(const Error& error) {

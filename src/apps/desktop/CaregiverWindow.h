@@ -51,15 +51,22 @@ class CaregiverWindow : public QObject {
     std::optional<std::string> before_; // the stored file as it was opened
     host::News news_;                   // of the file as it was opened
     host::CaregiverForm form_;
+    widgets::TabContainer& tabs_; // the control's
     // Goes before the form that it shows.
     std::unique_ptr<qt::FormWindow> window_;
     QTimer newsTimer_;
     NoticeStrip* notices_; // the window's
     std::string told_;
     bool failed_ = false; // the attempt to close it that is under way
+    bool employersOld_ = false;
 
+    void tellAtOpening();
     // Tells what other seats have stored, if somebody is here to see it.
     void tellNews();
+    // Offers the list of employers anew, for as long as it stands in front and is an old one.
+    void offerEmployers();
+    void rereadEmployers();
+    void showWhatChanged();
     void report(const Error& error);
     [[nodiscard]] Situation outcome();
     // The stored text; none if there is no record, and as long as it can't be read.

@@ -7,6 +7,7 @@
 #include "text/Error.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace vorandine::host {
 
@@ -15,7 +16,7 @@ News::News(std::shared_ptr<store::Store> store, std::string code)
     static_cast<void>(ask());
 }
 
-std::vector<store::Change> News::fresh() {
+std::vector<OtherChange> News::fresh() {
     const std::string trainings = records::training_file::File;
     const std::string ledgers = records::ledger::File;
     std::map<std::string, std::vector<store::Change>> stored; // by file
@@ -23,20 +24,24 @@ std::vector<store::Change> News::fresh() {
         stored[file] = store_->changes().changes(file, code_);
     // Ledgers begin with the caregiver's code; a training file that does may be another's.
     std::erase_if(stored[trainings], [&](const auto& change) { return change.key != code_; });
-    std::vector<store::Change> found;
+    std::vector<OtherChange> found;
     for (auto& [file, changes] : stored)
         for (store::Change& change : changes) {
             std::string& known = known_[{file, change.key}];
             if (change.moment <= known)
                 continue;
             known = change.moment;
-            found.push_back(std::move(change));
+            if (!change.own)
+                found.push_back({file, std::move(change.key), std::move(change.moment),
+                                 std::move(change.user)});
         }
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto& one, const auto& other) { return one.moment < other.moment; });
     return found;
 }
 
 std::vector<widgets::Told> News::ask() {
-    std::vector<store::Change> changes;
+    std::vector<OtherChange> changes;
     try {
         const std::uint64_t writes = store_->changes().engine().writesOfOthers();
         if (writes_ == writes)
@@ -47,9 +52,6 @@ std::vector<widgets::Told> News::ask() {
     } catch (const Error&) {
         return {};
     }
-    std::erase_if(changes, [](const auto& change) { return change.own; });
-    std::stable_sort(changes.begin(), changes.end(),
-                     [](const auto& one, const auto& other) { return one.moment < other.moment; });
     std::vector<widgets::Told> news;
     for (auto change = changes.begin(); change != changes.end(); ++change)
         if (std::none_of(std::next(change), changes.end(),
@@ -57,6 +59,8 @@ std::vector<widgets::Told> News::ask() {
             news.push_back({records::ChangedMeanwhile::Maker{change->user, {}}.name() +
                                 " a enregistré ce dossier",
                             store::localTimeInSentence(change->moment)});
+    told_.insert(told_.end(), std::make_move_iterator(changes.begin()),
+                 std::make_move_iterator(changes.end()));
     return news;
 }
 

@@ -19,7 +19,15 @@ Notice news(const widgets::Told& told) {
             .text =
                 "Ce que vous voyez ici ne change pas : vos saisies et les siennes seront réunies "
                 "quand vous enregistrerez.",
-            .button = {}};
+            .button = "&Voir ce qui a changé"};
+}
+
+Notice employersChanged() {
+    return {.name = "employers",
+            .kind = NoticeKind::Told,
+            .head = "Les heures D.I.F. de la liste ne sont plus les dernières.",
+            .text = {},
+            .button = "&Relire les employeurs"};
 }
 
 } // namespace vorandine::host

@@ -22,7 +22,10 @@ struct Notice {
 // The user has not got the right to write: told from the start.
 [[nodiscard]] Notice consultation();
 
-// What other seats have stored of the open file.
+// What other seats have stored of the open file; its button shows what that is.
 [[nodiscard]] Notice news(const widgets::Told& told);
+
+// The list of employers is older than what another seat has stored; its button reads it anew.
+[[nodiscard]] Notice employersChanged();
 
 } // namespace vorandine::host

@@ -1,0 +1,105 @@
+// The check's findings in the words of the screen.
+#include "apps/host/ChargesNotice.h"
+
+#include "audit/check/CaregiverCharges.h"
+#include "dif/Employers.h"
+#include "ports/Query.h"
+#include "ports/Variables.h"
+#include "records/StoredFiles.h"
+#include "records/TrainingLabels.h"
+#include "text/Error.h"
+#include "text/Listing.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace vorandine::host {
+namespace {
+
+namespace ledger = records::ledger;
+namespace training_file = records::training_file;
+
+constexpr std::size_t MostTold = 5; // of each kind
+
+std::string listed(const std::vector<std::string>& texts) {
+    return text::Listed(texts, MostTold, " ; ", " ; ");
+}
+
+// "10/03/2006 Manutention".
+std::string training(const std::string& date, const std::string& code,
+                     const records::TrainingLabels& labels, const ports::DateObject& dates) {
+    const std::string* const label = labels.find(code);
+    return (date.empty() ? "sans date" : dates.Date_Affichee(date)) + " " +
+           (label != nullptr ? *label : code);
+}
+
+std::string told(const std::vector<std::string>& withoutTraining,
+                 const std::vector<std::string>& withoutHours) {
+    std::string text;
+    if (!withoutTraining.empty())
+        text = "Heures imputées sans formation OUI dans le dossier : " + listed(withoutTraining) +
+               ". Supprimez-les dans l'onglet D.I.F. ; si la formation a eu lieu, saisissez-la "
+               "ensuite avec OUI.";
+    if (!withoutHours.empty())
+        text += (text.empty() ? "" : " ") +
+                ("Formations OUI sans heures imputées : " + listed(withoutHours)) +
+                ". Ouvrez-les, choisissez NON, puis OUI et l'employeur.";
+    return text;
+}
+
+} // namespace
+
+std::optional<Notice> chargesNotice(const std::shared_ptr<ports::DBADatabase>& database,
+                                    const std::string& code, const ports::DateObject& dates) {
+    try {
+        ports::Variables v;
+        v.TheDatabase = database;
+        ports::Ouvrir_Fichiers(v);
+        const records::DBARecord file =
+            ports::find(*v.F_FORMVORANDINE, code).value_or(records::DBARecord());
+        const records::DBARecord rows =
+            ports::select(*database, ports::Query(ledger::File).with(records::Key, "=", code + "]"),
+                          {records::Key});
+        std::vector<std::pair<std::string, std::string>> texts;
+        std::map<std::string, records::DBARecord> ledgers;
+        bool all = true;
+        for (int row = 1; row <= rows.DCount(); ++row) {
+            const std::string key = rows(row);
+            try {
+                const records::DBARecord& read =
+                    ledgers.emplace(key, v.F_DIFAIDANT->ReadRecord(key)).first->second;
+                texts.emplace_back(key, read());
+            } catch (const Error&) {
+                all = false;
+            }
+        }
+        const records::TrainingLabels labels(v.F_FORMPRO);
+        std::vector<std::string> withoutTraining;
+        std::vector<std::string> withoutHours;
+        audit::checkCharges(code, file(), texts, [&](const audit::Finding& found) {
+            if (found.file == training_file::File) {
+                if (all)
+                    withoutHours.push_back(training(file(training_file::Date, found.position),
+                                                    found.value, labels, dates));
+                return;
+            }
+            const records::DBARecord& charged = ledgers.at(found.key);
+            withoutTraining.push_back(
+                training(charged(ledger::Date, found.position), found.value, labels, dates) + " (" +
+                dif::employerNameOrCode(v, found.key.substr(code.size())) + ")");
+        });
+        std::string text = told(withoutTraining, withoutHours);
+        if (text.empty())
+            return std::nullopt;
+        return Notice{.name = "charges",
+                      .kind = NoticeKind::Warning,
+                      .head = "À l'ouverture, des heures et des formations ne se répondaient pas.",
+                      .text = std::move(text),
+                      .button = {}};
+    } catch (const Error&) {
+        return std::nullopt; // the control tells, or what could be told is not known
+    }
+}
+
+} // namespace vorandine::host
