@@ -176,7 +176,8 @@ void LedgerCheck::charges(const Record& record, Caregivers::Number caregiver) {
             tell_({ledger::File, std::string(record.key()), ledger::Training, line,
                    std::string(code),
                    "is charged, but the training file has no such training on that day that counts",
-                   "take the line out of the hours; if the training took place, enter it then with OUI"});
+                   "take the line out of the hours; if the training took place, enter it then with "
+                   "OUI"});
     }
 }
 
