@@ -24,7 +24,10 @@ std::string pathOf(const std::string& word) {
 }
 
 void sign(store::Store& store, const CommandLine& line) {
-    store.changes().user(line.value(UserOption.name).value_or(systemUser()));
+    const std::string user = line.value(UserOption.name).value_or(systemUser());
+    if (user.empty())
+        throw UsageError("--user needs a name");
+    store.changes().user(user);
 }
 
 store::EngineFile& engineFile(store::Engine& engine, const std::string& name) {

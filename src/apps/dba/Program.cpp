@@ -71,9 +71,13 @@ const Command& find(const std::string& name) {
     throw UsageError("there is no command " + name);
 }
 
+bool isHelp(const std::string& word) {
+    return word == "--help" || word == "-h";
+}
+
 bool asksForHelp(const Arguments& words) {
     const auto end = std::find(words.begin(), words.end(), "--");
-    return std::find(words.begin(), end, "--help") != end;
+    return std::any_of(words.begin(), end, isHelp);
 }
 
 int refuse(const Command& command, const char* why, const Console& console) {
@@ -91,7 +95,7 @@ struct Outcome {
 Outcome runWords(const Arguments& words, const Console& console) {
     if (words.empty())
         throw UsageError("a command is missing");
-    if (words.front() == "--help") {
+    if (isHelp(words.front())) {
         printHelp(console.out);
         return {Done};
     }

@@ -94,26 +94,30 @@ int percent(const std::string& word) {
 
 Options parse(const std::vector<std::string>& words) {
     Options options;
-    for (auto word = words.begin(); word != words.end(); ++word) {
-        const auto value = [&]() -> const std::string& {
-            if (std::next(word) == words.end())
-                throw std::invalid_argument(*word + " needs a value");
-            return *++word;
+    for (auto at = words.begin(); at != words.end(); ++at) {
+        const std::size_t equals = at->starts_with("--") ? at->find('=') : std::string::npos;
+        const std::string word = at->substr(0, equals);
+        const auto value = [&]() -> std::string {
+            if (equals != std::string::npos)
+                return at->substr(equals + 1);
+            if (std::next(at) == words.end())
+                throw std::invalid_argument(word + " needs a value");
+            return *++at;
         };
-        if (*word == "--front")
+        if (word == "--front")
             options.front = value();
-        else if (*word == "--store")
+        else if (word == "--store")
             options.store = value();
-        else if (*word == "--captures")
+        else if (word == "--captures")
             options.captures = value();
-        else if (*word == "--zoom")
+        else if (word == "--zoom")
             options.zoom = percent(value());
-        else if (*word == "--screens")
+        else if (*at == "--screens")
             options.screens = true;
-        else if (word->rfind("--", 0) == 0)
-            throw std::invalid_argument("unknown option " + *word);
+        else if (word.starts_with("--"))
+            throw std::invalid_argument("unknown option " + *at);
         else
-            options.files.push_back(*word);
+            options.files.push_back(*at);
     }
     if (options.front != "headless" && options.front != "qt")
         throw std::invalid_argument("there is no front end " + options.front);
@@ -154,7 +158,7 @@ MakeFrontEnd frontEndMaker(const Options& options) {
 int run(int argc, char** argv) {
     const std::vector<std::string> words(argv + 1, argv + argc);
     for (const std::string& word : words) {
-        if (word == "--help") {
+        if (word == "--help" || word == "-h") {
             std::cout << Help;
             return Held;
         }
