@@ -190,7 +190,8 @@ class Merge {
     void mergeSet(int a) {
         const auto before = valuesOf(untouched_, a);
         const auto mine = valuesOf(mine_, a);
-        auto values = valuesOf(stored_, a);
+        const auto stored = valuesOf(stored_, a);
+        auto values = stored;
         const auto has = [](const auto& list, const std::string& value) {
             return std::find(list.begin(), list.end(), value) != list.end();
         };
@@ -215,12 +216,26 @@ class Merge {
                     if (!has(before, value) && !has(values, value))
                         values.push_back(value);
             }
-            // A file is never saved without any.
-            if (values.empty())
-                values = mine;
+            if (values.empty() && !mine.empty())
+                values = keepOne(a, mine, stored);
         }
         for (std::size_t v = 0; v < values.size(); ++v)
             result_(a, static_cast<int>(v) + 1) = values[v];
+    }
+
+    // Each took out what the other left, and a file is never saved without any: one of both stays.
+    std::vector<std::string> keepOne(int a, const std::vector<std::string>& mine,
+                                     const std::vector<std::string>& stored) {
+        std::erase_if(merged_.theirs, [a](const Point& point) { return point.attribute == a; });
+        if (stored.empty())
+            return mine;
+        for (const std::string& value : mine)
+            merged_.conflicts.push_back(
+                {.attribute = a, .before = {value}, .mine = {value}, .theirs = {}});
+        for (const std::string& value : stored)
+            merged_.conflicts.push_back(
+                {.attribute = a, .before = {value}, .mine = {}, .theirs = {value}});
+        return prefer_ == Prefer::Mine ? mine : stored;
     }
 
     static LineList linesOf(const DBARecord& record, std::span<const int> unit) {

@@ -45,8 +45,9 @@ struct Merged {
 // alike, that. Lines stand as they are stored, those that `mine` adds or changes where a new line
 // goes by the order of their dates: before all others of its date in a falling list, behind them in
 // a rising one. A line that one seat changed and the other deleted is a conflict; two that are
-// added are two. A set is what is stored, with what `mine` took out and put in. What a save without
-// a change would make of a record counts as unchanged.
+// added are two. A set is what is stored, with what `mine` took out and put in; where that leaves
+// none of it, both have taken out what the other left, which is a conflict. What a save without a
+// change would make of a record counts as unchanged.
 [[nodiscard]] Merged merge(const MergeInput& input, Prefer prefer);
 
 } // namespace vorandine::records

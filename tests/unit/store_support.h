@@ -60,11 +60,10 @@ inline int asNobody(const std::function<int()>& work) {
 // A folder that goes with all it holds.
 class Folder {
   public:
-    Folder() {
+    explicit Folder(const std::filesystem::path& in = std::filesystem::temp_directory_path()) {
         std::random_device random;
         do
-            path_ = std::filesystem::temp_directory_path() /
-                    ("vorandine-test-" + std::to_string(random()));
+            path_ = in / ("vorandine-test-" + std::to_string(random()));
         while (!std::filesystem::create_directory(path_));
     }
     Folder(const Folder&) = delete;

@@ -7,17 +7,35 @@
 
 namespace vorandine::scenario {
 
+namespace {
+
+// Set as long as it lives.
+class Flag {
+  public:
+    explicit Flag(bool& of) : flag_(of) { flag_ = true; }
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+    ~Flag() { flag_ = false; }
+
+  private:
+    bool& flag_;
+};
+
+} // namespace
+
 class RehearsalEngine::File : public store::EngineFile {
   public:
     File(RehearsalEngine& owner, std::string name, store::EngineFile& file)
         : owner_(owner), name_(std::move(name)), file_(file) {}
 
     std::optional<std::string> read(std::string_view key) override {
+        owner_.step("read ", name_, key);
         owner_.checkRead(name_);
         return file_.read(key);
     }
 
     std::optional<std::string> write(std::string_view key, std::string_view record) override {
+        owner_.step("write ", name_, key);
         owner_.checkWrite(name_, key);
         std::optional<std::string> before = file_.write(key, record);
         note("write ", key);
@@ -25,6 +43,7 @@ class RehearsalEngine::File : public store::EngineFile {
     }
 
     std::optional<std::string> erase(std::string_view key) override {
+        owner_.step("write ", name_, key);
         owner_.checkWrite(name_, key);
         std::optional<std::string> before = file_.erase(key);
         if (before)
@@ -33,6 +52,7 @@ class RehearsalEngine::File : public store::EngineFile {
     }
 
     void scan(const store::KeyRange& range, const Visitor& visit) override {
+        owner_.step("scan ", name_, {});
         owner_.checkRead(name_);
         file_.scan(range, visit);
     }
@@ -73,15 +93,13 @@ void RehearsalEngine::checkRead(const std::string& file) const {
                     "Lecture impossible dans le fichier " + file + " : le disque est endommagé.");
 }
 
+void RehearsalEngine::step(const char* what, const std::string& file, std::string_view key) const {
+    if (onStep_ && !transaction_ && !aside_ && file != store::HistoryFile)
+        onStep_(what + file + (key.empty() ? "" : " ") + std::string(key));
+}
+
 void RehearsalEngine::aside(const std::function<void()>& work) {
-    struct Aside {
-        bool& flag;
-        explicit Aside(bool& of) : flag(of) { flag = true; }
-        Aside(const Aside&) = delete;
-        Aside& operator=(const Aside&) = delete;
-        ~Aside() { flag = false; }
-    };
-    const Aside aside(aside_);
+    const Flag aside(aside_);
     work();
 }
 
@@ -96,9 +114,13 @@ store::EngineFile* RehearsalEngine::file(const std::string& name) {
 }
 
 void RehearsalEngine::atomically(const std::function<void()>& work) {
+    step("transaction", {}, {});
     const std::size_t before = journal_ != nullptr ? journal_->size() : 0;
     try {
-        engine_->atomically(work);
+        engine_->atomically([&] {
+            const Flag inside(transaction_);
+            work();
+        });
     } catch (...) {
         if (journal_ != nullptr)
             journal_->resize(before);

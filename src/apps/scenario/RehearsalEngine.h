@@ -1,9 +1,11 @@
-// A storage engine that fails on demand and notes what reached the engine below in a journal. The
-// control works through it, and so does the stage of a scenario, aside from both.
+// A storage engine that fails on demand, notes what reached the engine below in a journal, and can
+// be stopped before each step. The control works through it, and so does the stage of a scenario,
+// aside from all that.
 #pragma once
 
 #include "store/Engine.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -32,8 +34,11 @@ class RehearsalEngine : public store::Engine {
     void failNothing() noexcept { failing_ = {}; }
     // The scenario is over: nothing reaches the engine any more, everything throws.
     void freeze() noexcept { frozen_ = true; }
+    // Called before each step that others could come between: "read FILE KEY", "scan FILE", "write
+    // FILE KEY", or "transaction", which is one whatever it holds. History apart.
+    void onStep(std::function<void(const std::string& step)> call) { onStep_ = std::move(call); }
 
-    // What `work` does neither fails on demand nor is noted.
+    // What `work` does neither fails on demand, nor is noted, nor counts as steps.
     void aside(const std::function<void()>& work);
 
     [[nodiscard]] store::EngineFile* file(const std::string& name) override;
@@ -56,11 +61,14 @@ class RehearsalEngine : public store::Engine {
     Failing failing_;
     bool frozen_ = false;
     bool aside_ = false;
+    bool transaction_ = false;
+    std::function<void(const std::string&)> onStep_;
     std::vector<std::string>* journal_; // "write FILE KEY", "delete FILE KEY"
     std::string mark_;
 
     void checkWrite(const std::string& file, std::string_view key) const;
     void checkRead(const std::string& file) const;
+    void step(const char* what, const std::string& file, std::string_view key) const;
 };
 
 } // namespace vorandine::scenario
