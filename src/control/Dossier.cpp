@@ -53,7 +53,8 @@ bool Dossier::composeAndStore() {
     return saves_.store({.read = std::as_const(v_.Rec_Copie)(),
                          .untouched = {},
                          .origins = on_.trainings.origins(),
-                         .filled = std::move(filled)});
+                         .filled = std::move(filled),
+                         .hoursStored = ledgers_.written()});
 }
 
 // What stands in the fields only because the program put it there gives way to what another seat
@@ -92,14 +93,12 @@ void Dossier::Cmd_OK_Click() {
 void Dossier::Cmd_Retour_Click() {
     MAJ_TabDyn();
     if (std::as_const(v_.Rec_Copie)() != std::as_const(v_.Rec_Dossier)()) {
-        const widgets::Answer answer = world_.messageBox(
-            {.title = rules::MessageTitle,
-             .text = "Voulez-vous enregistrer les modifications effectuées ?",
-             .icon = widgets::Icon::Question,
-             .buttons = widgets::Buttons::YesNoCancel,
-             .detail = ledgers_.written() ? "Les heures de D.I.F. déjà enregistrées le "
-                                            "restent, quelle que soit votre réponse."
-                                          : ""});
+        const widgets::Answer answer =
+            world_.messageBox({.title = rules::MessageTitle,
+                               .text = "Voulez-vous enregistrer les modifications effectuées ?",
+                               .icon = widgets::Icon::Question,
+                               .buttons = widgets::Buttons::YesNoCancel,
+                               .detail = ledgers_.written() ? rules::HoursStay : ""});
         if (answer == widgets::Answer::Yes)
             Cmd_OK_Click();
         if (answer != widgets::Answer::No)

@@ -6,6 +6,7 @@
 #include "rules/Numbers.h"
 #include "rules/StatementByStatement.h"
 #include "text/Decimal.h"
+#include "text/Listing.h"
 
 #include <algorithm>
 #include <optional>
@@ -15,6 +16,8 @@ namespace {
 
 namespace attribute = records::training_file;
 constexpr const char* Nothing = "rien";
+constexpr std::size_t MostShown = 300; // characters of a value
+constexpr std::size_t MostOfPiece = 80;
 
 std::string nameOf(const records::Point& point) {
     switch (point.attribute) {
@@ -44,7 +47,7 @@ std::string nameOf(const records::Point& point) {
 }
 
 std::string quoted(const std::string& text) {
-    return "« " + text + " »";
+    return "« " + text::Shortened(text, MostShown) + " »";
 }
 
 // The marks of several values in one attribute are none of the user's characters.
@@ -59,7 +62,7 @@ std::string PointTexts::trainingText(const std::vector<std::string>& line) const
     std::string text;
     const auto add = [&](const std::string& piece) {
         if (!piece.empty())
-            text += (text.empty() ? "" : ", ") + piece;
+            text += (text.empty() ? "" : ", ") + text::Shortened(piece, MostOfPiece);
     };
     for (std::size_t i = 0; i < line.size(); ++i) {
         const std::string& value = line[i];
@@ -113,7 +116,7 @@ std::string PointTexts::valueText(int attribute, const std::vector<std::string>&
     const bool none = std::all_of(values.begin(), values.end(),
                                   [](const std::string& value) { return value.empty(); });
     if (none)
-        return attribute == attribute::Date ? "supprimée" : Nothing;
+        return Nothing;
     if (attribute == attribute::Date)
         return quoted(readable(trainingText(values)));
     if (attribute == attribute::StudyType)
@@ -126,8 +129,11 @@ std::string PointTexts::valueText(int attribute, const std::vector<std::string>&
 }
 
 std::string PointTexts::conflict(const records::Point& point, const std::string& who) const {
-    return nameOf(point) + " : vous " + valueText(point.attribute, point.mine) + ", " + who + " " +
-           valueText(point.attribute, point.theirs);
+    const auto made = [&](const std::string& by, const std::vector<std::string>& values) {
+        const bool deleted = point.attribute == attribute::Date && values.empty();
+        return deleted ? "supprimée par " + by : by + " " + valueText(point.attribute, values);
+    };
+    return nameOf(point) + " : " + made("vous", point.mine) + ", " + made(who, point.theirs);
 }
 
 std::string PointTexts::change(const records::Point& point) const {

@@ -81,7 +81,7 @@ bool SaveMerge::meet(records::ChangedMeanwhile met, const Save& save) {
                                             .filled = save.filled};
             merged = records::merge(input, records::Prefer::Mine);
             if (!merged.conflicts.empty())
-                answer = ask(merged.conflicts, met.maker());
+                answer = ask(merged.conflicts, met.maker(), save.hoursStored);
             if (answer == widgets::Answer::No)
                 merged = records::merge(input, records::Prefer::Theirs);
         }
@@ -95,7 +95,11 @@ bool SaveMerge::meet(records::ChangedMeanwhile met, const Save& save) {
         if (!again) {
             // Who did not mean to save has nothing to be told of it.
             if (!save.untouched)
-                tell(merged.theirs, met.maker());
+                tell(met.stored()
+                         ? " a enregistré ce dossier entre-temps ; " + joined(merged, answer)
+                         : " a supprimé ce dossier entre-temps ; il est de nouveau "
+                           "enregistré, tel qu'il était à l'écran.",
+                     met.maker());
             return true;
         }
         met = *std::move(again);
@@ -103,15 +107,16 @@ bool SaveMerge::meet(records::ChangedMeanwhile met, const Save& save) {
 }
 
 widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
-                               const records::ChangedMeanwhile::Maker& maker) const {
+                               const records::ChangedMeanwhile::Maker& maker,
+                               bool hoursStored) const {
     const PointTexts texts(v_, Conv_Date_);
     std::vector<std::string> points;
     points.reserve(conflicts.size());
     for (const records::Point& point : conflicts)
-        points.push_back(texts.conflict(point, maker.name()));
+        points.push_back(texts.conflict(point, maker.oneOf()));
     return world_.messageBox(
         {.title = rules::MessageTitle,
-         .text = maker.name() +
+         .text = maker.names() +
                  " a enregistré ce dossier entre-temps, et l'a changé là où vous l'avez changé :"
                  "\r\n" +
                  text::Listed(points, MostTold, "\r\n", "\r\n") +
@@ -119,7 +124,8 @@ widgets::Answer SaveMerge::ask(const std::vector<records::Point>& conflicts,
                  "(Non), ou revenir au dossier (Annuler) ?",
          .icon = widgets::Icon::Question,
          .buttons = widgets::Buttons::YesNoCancel,
-         .detail = savedAt(maker)});
+         .detail = savedAt(maker) + (hoursStored ? " " + std::string(rules::HoursStay) : ""),
+         .preset = widgets::Answer::Cancel});
 }
 
 // Nothing is stored any more that the save could be put together with.
@@ -131,25 +137,28 @@ widgets::Answer SaveMerge::askDeleted(const records::ChangedMeanwhile::Maker& ma
                                 "revenir au dossier (Annuler) ?",
          .icon = widgets::Icon::Question,
          .buttons = widgets::Buttons::YesNoCancel,
-         .detail = savedAt(maker)});
+         .detail = savedAt(maker),
+         .preset = widgets::Answer::Cancel});
 }
 
-void SaveMerge::tell(const std::vector<records::Point>& theirs,
-                     const records::ChangedMeanwhile::Maker& maker) {
+void SaveMerge::tell(const std::string& made, const records::ChangedMeanwhile::Maker& maker) {
+    if (widgets::Form* const form = control_.form())
+        world_.tell(*form, {.text = maker.names() + made, .when = maker.when});
+}
+
+std::string SaveMerge::joined(const records::Merged& merged, widgets::Answer answer) const {
+    if (merged.theirs.empty() && !merged.conflicts.empty())
+        return answer == widgets::Answer::No ? "ses saisies sont gardées sur ces points."
+                                             : "les vôtres sont gardées sur ces points.";
     const PointTexts texts(v_, Conv_Date_);
     std::vector<std::string> changes;
-    changes.reserve(theirs.size());
-    for (const records::Point& point : theirs)
+    changes.reserve(merged.theirs.size());
+    for (const records::Point& point : merged.theirs)
         changes.push_back(texts.change(point));
-    if (widgets::Form* const form = control_.form())
-        world_.tell(*form, {.text = maker.name() +
-                                    " a enregistré ce dossier entre-temps ; vos saisies et "
-                                    "les siennes sont réunies" +
-                                    (changes.empty()
-                                         ? "."
-                                         : ". Viennent de l'autre poste : " +
-                                               text::Listed(changes, MostTold, " ; ", " ; ") + "."),
-                            .when = maker.when});
+    return "vos saisies et les siennes sont réunies" +
+           (changes.empty() ? "."
+                            : ". Viennent de l'autre poste : " +
+                                  text::Listed(changes, MostTold, " ; ", " ; ") + ".");
 }
 
 } // namespace vorandine::control

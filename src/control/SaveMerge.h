@@ -34,6 +34,7 @@ class SaveMerge {
         std::optional<std::string> untouched; // what a save of that makes of it; none: not known
         std::vector<int> origins;             // of the training lines, in their order
         std::vector<int> filled;              // attributes that the program filled
+        bool hoursStored = false;             // of the D.I.F., which stay whatever is answered
     };
     // Stores Rec_Dossier, which is composed. False where the user wants back to the form: nothing
     // is stored then. Throws what storing throws.
@@ -56,10 +57,12 @@ class SaveMerge {
     [[nodiscard]] std::string composedUntouched(const std::string& read) const;
     [[nodiscard]] bool meet(records::ChangedMeanwhile met, const Save& save);
     [[nodiscard]] widgets::Answer ask(const std::vector<records::Point>& conflicts,
-                                      const records::ChangedMeanwhile::Maker& maker) const;
+                                      const records::ChangedMeanwhile::Maker& maker,
+                                      bool hoursStored) const;
     [[nodiscard]] widgets::Answer askDeleted(const records::ChangedMeanwhile::Maker& maker) const;
-    void tell(const std::vector<records::Point>& theirs,
-              const records::ChangedMeanwhile::Maker& maker);
+    // What was made of both, and who else saved.
+    void tell(const std::string& made, const records::ChangedMeanwhile::Maker& maker);
+    [[nodiscard]] std::string joined(const records::Merged& merged, widgets::Answer answer) const;
 };
 
 } // namespace vorandine::control

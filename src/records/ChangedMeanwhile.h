@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace vorandine::records {
 
@@ -17,8 +18,23 @@ class ChangedMeanwhile : public Error {
     struct Maker {
         std::string user;
         std::string when;
+        std::vector<std::string> before = {}; // others who changed it since it was read
 
         [[nodiscard]] std::string name() const { return user.empty() ? "Un autre poste" : user; }
+        // The same, the others too: "karim, après odile,".
+        [[nodiscard]] std::string names() const {
+            std::string all;
+            for (const std::string& one : before)
+                all += (all.empty() ? ", après " : " et ") + one;
+            return name() + all + (all.empty() ? "" : ",");
+        }
+        // Whose a value is, which cannot be told apart: "karim ou odile".
+        [[nodiscard]] std::string oneOf() const {
+            std::string all = name();
+            for (const std::string& one : before)
+                all += " ou " + one;
+            return all;
+        }
     };
 
     ChangedMeanwhile(const std::string& text, std::optional<std::string> stored, Maker maker)

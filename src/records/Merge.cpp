@@ -24,26 +24,35 @@ DBARecord recordOf(std::string_view text) {
     return record;
 }
 
-// Which line of `to` is which line of `from`, both counted from 0; none where it is gone.
+// Which line of `to` is which line of `from`, both counted from 0; none where it is gone. A line is
+// also known by what stands in its place in `saved`: somebody else may have saved it untouched.
 class Pairing {
   public:
-    Pairing(const LineList& from, const LineList& to, std::span<const AttributeLayout* const> unit)
+    Pairing(const LineList& from, const LineList& saved, const LineList& to,
+            std::span<const AttributeLayout* const> unit)
         : to_(from.size()), taken_(to.size()) {
         std::vector<std::size_t> all;
         std::vector<std::size_t> date;
         std::vector<std::size_t> code;
+        std::vector<std::size_t> rest;
         for (std::size_t i = 0; i < unit.size(); ++i) {
             all.push_back(i);
-            if (unit[i]->kind == Kind::Date)
-                date.push_back(i);
-            if (unit[i]->kind == Kind::Training)
-                code.push_back(i);
+            (unit[i]->kind == Kind::Date       ? date
+             : unit[i]->kind == Kind::Training ? code
+                                               : rest)
+                .push_back(i);
         }
-        std::vector<std::size_t> both = date;
-        both.insert(both.end(), code.begin(), code.end());
-        for (const auto& alike : {all, both, code, date})
-            if (!alike.empty())
-                pair(from, to, alike);
+        const auto with = [](std::vector<std::size_t> some, const std::vector<std::size_t>& more) {
+            some.insert(some.end(), more.begin(), more.end());
+            return some;
+        };
+        for (const auto& alike :
+             {all, with(date, code), with(code, rest), code, with(date, rest), date}) {
+            if (alike.empty())
+                continue;
+            pair(from, to, alike);
+            pair(saved, to, alike);
+        }
     }
 
     [[nodiscard]] std::optional<std::size_t> of(std::size_t line) const { return to_[line]; }
@@ -65,7 +74,7 @@ class Pairing {
         for (std::size_t j = to.size(); j-- > 0;)
             if (!taken_[j])
                 free[key(to[j])].push_back(j);
-        for (std::size_t i = 0; i < from.size(); ++i) {
+        for (std::size_t i = 0; i < std::min(from.size(), to_.size()); ++i) {
             const auto found = to_[i] ? free.end() : free.find(key(from[i]));
             if (found == free.end() || found->second.empty())
                 continue;
@@ -197,7 +206,7 @@ class Merge {
         };
         const bool theyChanged = stored_(a) != read_(a) && stored_(a) != untouched_(a);
         const bool gives = filled(a) && !values.empty();
-        if (!theyChanged && !gives) {
+        if (!theyChanged) {
             values = mine;
         } else {
             for (const std::string& value : values)
@@ -259,13 +268,14 @@ class Merge {
         const LineList untouched = linesOf(untouched_, unit);
         const LineList mine = linesOf(mine_, unit);
         const LineList stored = linesOf(stored_, unit);
-        const Pairing theirs(read, stored, members);
+        const Pairing theirs(read, untouched, stored, members);
 
         // What I made of each line of the untouched text, and what is new.
         std::vector<std::optional<std::size_t>> made(untouched.size());
         std::set<std::size_t> placed; // of mine: goes where a new line goes
         const bool known = input_.origins.size() == mine.size();
-        const Pairing guessed(known ? LineList() : untouched, known ? LineList() : mine, members);
+        const LineList none;
+        const Pairing guessed(known ? none : untouched, none, known ? none : mine, members);
         if (!known)
             for (std::size_t b = 0; b < untouched.size(); ++b)
                 made[b] = guessed.of(b);

@@ -8,6 +8,9 @@
 namespace vorandine::rules {
 
 inline constexpr const char* MessageTitle = "Message ORMELAINE";
+// The second text of a question that decides over the file alone.
+inline constexpr const char* HoursStay =
+    "Les heures de D.I.F. déjà enregistrées le restent, quelle que soit votre réponse.";
 
 // A warning with an OK button.
 inline void warn(widgets::World& world, const std::string& text,

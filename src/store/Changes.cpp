@@ -225,6 +225,21 @@ std::optional<Change> Changes::lastChange(const std::string& name, const std::st
     return all.empty() ? std::nullopt : std::optional(std::move(all.back()));
 }
 
+std::vector<std::string> Changes::othersSince(const std::string& name, const std::string& key,
+                                              const std::optional<std::string>& read) {
+    const std::vector<Version> kept = history(name, key);
+    const auto since = std::find_if(kept.rbegin(), kept.rend(),
+                                    [&](const Version& one) { return one.record == read; });
+    std::vector<std::string> users;
+    if (since == kept.rend())
+        return users;
+    for (auto one = std::prev(since.base()); one != kept.end(); ++one)
+        if (one->user != kept.back().user && !one->user.empty() &&
+            std::find(users.begin(), users.end(), one->user) == users.end())
+            users.push_back(one->user);
+    return users;
+}
+
 // A scan must not be written under: keys are gathered first, so many at a time.
 std::size_t Changes::prune(Moment moment, const std::function<void(std::size_t)>& step) {
     EngineFile* const file = versions();

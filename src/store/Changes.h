@@ -84,6 +84,11 @@ class Changes {
     [[nodiscard]] std::vector<Change> changes(const std::string& name, const std::string& prefix);
     // Who changed a record last, and when; none where no change of it was kept.
     [[nodiscard]] std::optional<Change> lastChange(const std::string& name, const std::string& key);
+    // The other users who changed a record since its whole text was `read`, before the last one.
+    // None where no change from there on was kept.
+    [[nodiscard]] std::vector<std::string> othersSince(const std::string& name,
+                                                       const std::string& key,
+                                                       const std::optional<std::string>& read);
     // Drops all versions that were replaced before `moment`, many of them in a transaction; tells
     // after each how many were dropped so far. How many.
     std::size_t prune(

@@ -98,7 +98,8 @@ Changes::Condition StoreFile::unchanged(const std::string& key,
     return [this, &key, &read](const std::optional<std::string>& stored) {
         if (stored == read)
             return;
-        const records::ChangedMeanwhile::Maker maker = LastChange(key);
+        records::ChangedMeanwhile::Maker maker = LastChange(key);
+        maker.before = changes_->othersSince(name_, key, read);
         throw records::ChangedMeanwhile(
             "La fiche « " + key + " » du fichier « " + name_ + " » a été modifiée entre-temps" +
                 (maker.user.empty() ? "" : " par " + maker.user) +

@@ -1,6 +1,8 @@
 // The rest is counted, in words that agree with the figure.
 #include "text/Listing.h"
 
+#include "text/Characters.h"
+
 #include <algorithm>
 
 namespace vorandine::text {
@@ -15,6 +17,10 @@ std::string Listed(const std::vector<std::string>& texts, std::size_t most,
         all += beforeRest + "et " + std::to_string(rest) + (rest == 1 ? " autre" : " autres");
     }
     return all;
+}
+
+std::string Shortened(const std::string& text, std::size_t most) {
+    return Len(text) > most ? Left(text, most) + "…" : text;
 }
 
 } // namespace vorandine::text

@@ -12,4 +12,7 @@ namespace vorandine::text {
 [[nodiscard]] std::string Listed(const std::vector<std::string>& texts, std::size_t most,
                                  const std::string& between, const std::string& beforeRest);
 
+// `text`, cut behind `most` characters, with "…" there.
+[[nodiscard]] std::string Shortened(const std::string& text, std::size_t most);
+
 } // namespace vorandine::text

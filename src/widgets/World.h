@@ -2,6 +2,7 @@
 // Each front end implements it once; no other code reads the clock, opens a window or waits.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace vorandine::widgets {
@@ -19,6 +20,8 @@ struct Message {
     Icon icon = Icon::None;
     Buttons buttons = Buttons::OK;
     std::string detail; // a second, smaller text; "" if there is none
+    // What Enter presses, one of the buttons; without it, the first.
+    std::optional<Answer> preset = std::nullopt;
 };
 
 struct Date {

@@ -74,13 +74,21 @@ TEST_F(HostStore, TellsHoursAndTrainingsThatDoNotAnswerEachOther) {
     put("ASSOCIATION", "ADM", "ADMR");
     put("FORMVORANDINE", "1",
         "D^^^^20060310]20060311]20060312^MAN]PSC]PSC^600]700]700^^^^^^^1]1]0");
-    put("DIFAIDANT", "1ADM", "20060310]20060312^]^600]700^-600]-1300^MAN]PSC");
+    constexpr store::Moment at = 1142157600000000;
+    store::Store other(engine, [] { return at; });
+    other.changes().user("odile");
+    other.OpenFile("DIFAIDANT")
+        ->WriteRecord("1ADM", store_test::marks("20060310]20060312^]^600]700^-600]-1300^MAN]PSC"));
     const auto notice = [&] { return chargesNotice(store, "1", dates).value_or(Notice{}).text; };
     EXPECT_EQ(notice(),
               "Heures imputées sans formation OUI dans le dossier : 12/03/2006 Premiers secours "
-              "(ADMR). Supprimez-les dans l'onglet D.I.F. ; si la formation a eu lieu, "
-              "saisissez-la ensuite avec OUI. Formations OUI sans heures imputées : 11/03/2006 "
-              "Premiers secours. Ouvrez-les, choisissez NON, puis OUI et l'employeur.");
+              "(ADMR, par odile le " +
+                  store::localTime(store::momentText(at)) +
+                  "). Quelqu'un travaille peut-être encore dans "
+                  "ce dossier : attendez alors qu'il l'ait enregistré. Sinon, supprimez-les dans "
+                  "l'onglet D.I.F. ; si la formation a eu lieu, saisissez-la ensuite avec OUI. "
+                  "Formations OUI sans heures imputées : 11/03/2006 Premiers secours. Ouvrez-les, "
+                  "choisissez NON et Ok ; rouvrez-les, choisissez OUI, l'employeur et Ok.");
     // What is charged in a ledger that cannot be read is not known.
     engine->file("DIFAIDANT")->write("1X", "\x01");
     EXPECT_EQ(notice().find("Formations OUI"), std::string::npos) << notice();

@@ -1,6 +1,7 @@
 // Rows with their keys made once, so that typing in the search stays quick on thousands of them.
 #include "apps/desktop/CaregiverModel.h"
 
+#include "frontends/qt/ToolTip.h"
 #include "text/Collation.h"
 
 #include <algorithm>
@@ -79,7 +80,7 @@ QVariant CaregiverModel::data(const QModelIndex& index, int role) const {
         }
     }
     if (role == Qt::ToolTipRole && index.column() == Status && !state.detail.isEmpty())
-        return state.detail;
+        return qt::plainToolTip(state.detail);
     return {};
 }
 

@@ -13,7 +13,9 @@
 #include <QScreen>
 #include <QTime>
 
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <utility>
 
 namespace vorandine::desktop {
@@ -32,11 +34,13 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
       form_(session.objects(), caregiver_.code, shownName(caregiver_).toStdString(),
             [this](const Error& error) { report(error); }),
       tabs_(*widgets::as<widgets::TabContainer>(form_.form().find("Ong_Vorandine"))),
+      employers_(*widgets::as<widgets::ListBox>(form_.form().find("Lst_DifEmpl"))),
       window_(std::make_unique<qt::FormWindow>(form_.form(), session.world())),
       notices_(new NoticeStrip(*window_)) {
     window_->setObjectName("dossier");
     if (const QSize size = settings_.caregiverSize(); size.isValid())
         window_->resize(size.boundedTo(window_->screen()->availableSize()));
+    opened_ = window_->size();
     tellAtOpening();
     connect(window_.get(), &qt::FormWindow::unloaded, this, [this] {
         window_->hide();
@@ -53,8 +57,12 @@ CaregiverWindow::CaregiverWindow(Session& session, Settings& settings, host::Car
 CaregiverWindow::~CaregiverWindow() {
     const bool maximized = window_->isMaximized();
     const QSize size = maximized ? window_->normalGeometry().size() : window_->size();
-    // The next file has notices of its own.
-    settings_.setCaregiver(size - QSize(0, window_->headHeight()), maximized);
+    // The next file has notices of its own; where these left the form too little room, it is not
+    // the user who made it small.
+    const int form = size.height() - window_->headHeight();
+    settings_.setCaregiver(
+        {size.width(), window_->headHeight() > 0 ? std::max(form, opened_.height()) : form},
+        maximized);
 }
 
 void CaregiverWindow::bringToFront() {
@@ -95,19 +103,28 @@ void CaregiverWindow::tellNews() {
     const auto press = [this] {
         QMetaObject::invokeMethod(this, &CaregiverWindow::showWhatChanged, Qt::QueuedConnection);
     };
-    for (const widgets::Told& told : news_.ask())
-        notices_->tell(host::news(told), press);
-    for (std::size_t i = before; i < news_.told().size(); ++i)
-        employersOld_ |= news_.told()[i].file == records::ledger::File;
+    const std::vector<widgets::Told> news = news_.ask();
+    const auto ofHours = [](const host::OtherChange& change) {
+        return change.file == records::ledger::File;
+    };
+    const auto first = news_.told().begin() + static_cast<std::ptrdiff_t>(before);
+    const host::NewsOf what = std::all_of(first, news_.told().end(), ofHours)
+                                  ? host::NewsOf::HoursAlone
+                                  : host::NewsOf::File;
+    for (const widgets::Told& told : news)
+        notices_->tell(host::news(told, what, session_.mayWrite()), press);
+    if (std::any_of(first, news_.told().end(), ofHours))
+        oldEmployers_ = employers_.revision();
     offerEmployers();
 }
 
 // Whoever comes to the tab is shown what is stored by then; while a line is open, nothing can be
 // read anew.
 void CaregiverWindow::offerEmployers() {
-    employersOld_ &= tabs_.Tab() == DifTab;
+    if (tabs_.Tab() != DifTab || oldEmployers_ != employers_.revision())
+        oldEmployers_.reset();
     const bool shown = window_->findChild<QWidget*>("employers") != nullptr;
-    const bool offered = employersOld_ && tabs_.TabEnabled(FirstTab);
+    const bool offered = oldEmployers_ && tabs_.TabEnabled(FirstTab);
     if (offered && !shown)
         notices_->tell(host::employersChanged(), [this] {
             QMetaObject::invokeMethod(this, &CaregiverWindow::rereadEmployers,
@@ -123,7 +140,6 @@ void CaregiverWindow::rereadEmployers() {
         const widgets::Outcome left = widgets::showTab(tabs_, FirstTab);
         return left == widgets::Outcome::Done ? widgets::showTab(tabs_, DifTab) : left;
     });
-    employersOld_ &= window_->lastOutcome() != widgets::Outcome::Done;
     offerEmployers();
 }
 
@@ -147,12 +163,22 @@ void CaregiverWindow::report(const Error& error) {
     QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
+void CaregiverWindow::tell(const widgets::Told& told) {
+    told_ = told.text + (told.when.empty() ? "" : " (" + told.when + ")");
+}
+
 Situation CaregiverWindow::outcome() {
     const QString time = QTime::currentTime().toString("HH:mm");
     try {
-        if (session_.caregivers().content(caregiver_.code) != before_)
+        const host::News::Own own = session_.caregivers().content(caregiver_.code) == before_
+                                        ? host::News::Own::Nothing
+                                        : news_.own();
+        if (own == host::News::Own::File)
             return {"Enregistré à " + time + (told_.empty() ? "" : ", réuni avec un autre poste"),
                     QString::fromUtf8(told_)};
+        if (own == host::News::Own::HoursAlone)
+            return {"Heures D.I.F. enregistrées à " + time,
+                    "Le reste du dossier est tel qu'il était."};
     } catch (const Error& error) {
         return {"Fermé à " + time + ", état inconnu",
                 "Le dossier n'a pas pu être relu : " + QString::fromUtf8(error.what())};

@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,11 +31,11 @@ class CaregiverWindow : public QObject {
                     QObject* parent = nullptr);
     ~CaregiverWindow() override;
 
-    [[nodiscard]] const std::string& code() const noexcept { return caregiver_.code; }
+    [[nodiscard]] const host::Caregiver& caregiver() const noexcept { return caregiver_; }
     void bringToFront();
     [[nodiscard]] bool shows(const widgets::Form& form) { return &form == &form_.form(); }
     // What the control has to tell of the file as it is stored: by then it is about to close.
-    void tell(const widgets::Told& told) { told_ = told.text; }
+    void tell(const widgets::Told& told);
     [[nodiscard]] const std::string& told() const noexcept { return told_; }
     // As the window's own close button.
     Closing close();
@@ -51,14 +52,17 @@ class CaregiverWindow : public QObject {
     std::optional<std::string> before_; // the stored file as it was opened
     host::News news_;                   // of the file as it was opened
     host::CaregiverForm form_;
-    widgets::TabContainer& tabs_; // the control's
+    widgets::TabContainer& tabs_; // the control's, as the next
+    const widgets::ListBox& employers_;
     // Goes before the form that it shows.
     std::unique_ptr<qt::FormWindow> window_;
     QTimer newsTimer_;
     NoticeStrip* notices_; // the window's
     std::string told_;
     bool failed_ = false; // the attempt to close it that is under way
-    bool employersOld_ = false;
+    // The list of employers, as it was when another seat changed hours; none: it is up to date.
+    std::optional<std::uint64_t> oldEmployers_;
+    QSize opened_; // the window's, without its head
 
     void tellAtOpening();
     // Tells what other seats have stored, if somebody is here to see it.

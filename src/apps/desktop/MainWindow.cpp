@@ -170,18 +170,21 @@ void MainWindow::open(const host::Caregiver& caregiver) {
         throw;
     }
     windows_[caregiver.code] = window;
+    if (auto* const told = findChild<QStatusBar*>())
+        told->clearMessage();
     connect(window, &CaregiverWindow::ended, this,
             [this, window](const Situation& situation) { ended(*window, situation); });
     model_.setSituation(caregiver.code, {"Ouvert", {}});
 }
 
 void MainWindow::ended(CaregiverWindow& window, const Situation& situation) {
-    windows_.erase(window.code());
-    model_.setSituation(window.code(), situation);
+    windows_.erase(window.caregiver().code);
+    model_.setSituation(window.caregiver().code, situation);
     // Made when there is something to tell; it takes the focus from nobody.
     if (!window.told().empty())
-        statusBar()->showMessage(QString::fromUtf8(window.told()));
-    select(window.code());
+        statusBar()->showMessage(shownName(window.caregiver()) + " : " +
+                                 QString::fromUtf8(window.told()));
+    select(window.caregiver().code);
     window.deleteLater();
     // Not while the list itself is closing.
     if (isVisible() && windows_.empty())

@@ -13,6 +13,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace vorandine::desktop {
@@ -204,11 +205,17 @@ NoticeStrip::NoticeStrip(qt::FormWindow& window)
 }
 
 void NoticeStrip::tell(const host::Notice& notice, std::function<void()> press) {
+    const auto former = find(notice.name);
+    // One that says more of the same stays where the eye has found it.
+    auto index = former != cards_.end() && (*former)->kind() == notice.kind
+                     ? std::optional(former - cards_.begin())
+                     : std::nullopt;
     withdraw(notice.name);
     auto* const card = new Card(notice, std::move(press), this);
-    const auto place = std::find_if(cards_.begin(), cards_.end(), [&](const Card* other) {
-        return other->kind() <= notice.kind;
-    });
+    const auto place = index ? cards_.begin() + *index
+                             : std::find_if(cards_.begin(), cards_.end(), [&](const Card* other) {
+                                   return other->kind() <= notice.kind;
+                               });
     layout_->insertWidget(static_cast<int>(place - cards_.begin()), card);
     cards_.insert(place, card);
     arrange();
@@ -218,10 +225,13 @@ void NoticeStrip::tell(const host::Notice& notice, std::function<void()> press) 
     }
 }
 
+std::vector<NoticeStrip::Card*>::iterator NoticeStrip::find(const std::string& name) {
+    return std::find_if(cards_.begin(), cards_.end(),
+                        [&](const Card* card) { return card->objectName().toStdString() == name; });
+}
+
 void NoticeStrip::withdraw(const std::string& name) {
-    const auto found = std::find_if(cards_.begin(), cards_.end(), [&](const Card* card) {
-        return card->objectName().toStdString() == name;
-    });
+    const auto found = find(name);
     if (found == cards_.end())
         return;
     if ((*found)->stop().hasFocus())

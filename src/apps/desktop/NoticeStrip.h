@@ -46,6 +46,7 @@ class NoticeStrip : public QWidget {
     std::vector<Card*> cards_; // as shown, from the top
     bool all_ = false;         // the user wants to see more than two
 
+    [[nodiscard]] std::vector<Card*>::iterator find(const std::string& name);
     void arrange();
     [[nodiscard]] std::vector<QWidget*> stops() const;
     void step(bool forward);

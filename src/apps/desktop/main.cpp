@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMessageBox>
 #include <QTranslator>
 
 #include <algorithm>
@@ -75,8 +76,17 @@ int openOne(Session& session, Settings& settings, const std::string& code) {
                                                " ». Lancez vorandine sans --open pour le chercher "
                                                "dans la liste.");
     CaregiverWindow window(session, settings, *caregiver);
+    session.world().tellBy([&](auto& /*form*/, const widgets::Told& told) { window.tell(told); });
     QObject::connect(&window, &CaregiverWindow::ended, qApp, [] { QCoreApplication::exit(Done); });
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    // There is no list that could tell it.
+    if (!window.told().empty()) {
+        QMessageBox box(QMessageBox::Information, shownName(*caregiver),
+                        QString::fromUtf8(window.told()), QMessageBox::Ok);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+    return status;
 }
 
 int openList(Session& session, Settings& settings) {

@@ -21,6 +21,7 @@ namespace ledger = records::ledger;
 namespace training_file = records::training_file;
 
 constexpr std::size_t MostTold = 5; // of each kind
+constexpr std::size_t MostOfLabel = 60;
 
 std::string listed(const std::vector<std::string>& texts) {
     return text::Listed(texts, MostTold, " ; ", " ; ");
@@ -31,20 +32,28 @@ std::string training(const std::string& date, const std::string& code,
                      const records::TrainingLabels& labels, const ports::DateObject& dates) {
     const std::string* const label = labels.find(code);
     return (date.empty() ? "sans date" : dates.Date_Affichee(date)) + " " +
-           (label != nullptr ? *label : code);
+           text::Shortened(label != nullptr ? *label : code, MostOfLabel);
+}
+
+// Of the ledger: whoever it was may still be at it.
+std::string changed(const records::ChangedMeanwhile::Maker& last) {
+    return last.when.empty() ? "" : ", par " + last.name() + " le " + last.when;
 }
 
 std::string told(const std::vector<std::string>& withoutTraining,
                  const std::vector<std::string>& withoutHours) {
     std::string text;
     if (!withoutTraining.empty())
-        text = "Heures imputées sans formation OUI dans le dossier : " + listed(withoutTraining) +
-               ". Supprimez-les dans l'onglet D.I.F. ; si la formation a eu lieu, saisissez-la "
-               "ensuite avec OUI.";
+        text =
+            "Heures imputées sans formation OUI dans le dossier : " + listed(withoutTraining) +
+            ". Quelqu'un travaille peut-être encore dans ce dossier : attendez alors qu'il l'ait "
+            "enregistré. Sinon, supprimez-les dans l'onglet D.I.F. ; si la formation a eu lieu, "
+            "saisissez-la ensuite avec OUI.";
     if (!withoutHours.empty())
-        text += (text.empty() ? "" : " ") +
-                ("Formations OUI sans heures imputées : " + listed(withoutHours)) +
-                ". Ouvrez-les, choisissez NON, puis OUI et l'employeur.";
+        text +=
+            (text.empty() ? "" : " ") +
+            ("Formations OUI sans heures imputées : " + listed(withoutHours)) +
+            ". Ouvrez-les, choisissez NON et Ok ; rouvrez-les, choisissez OUI, l'employeur et Ok.";
     return text;
 }
 
@@ -87,7 +96,9 @@ std::optional<Notice> chargesNotice(const std::shared_ptr<ports::DBADatabase>& d
             const records::DBARecord& charged = ledgers.at(found.key);
             withoutTraining.push_back(
                 training(charged(ledger::Date, found.position), found.value, labels, dates) + " (" +
-                dif::employerNameOrCode(v, found.key.substr(code.size())) + ")");
+                text::Shortened(dif::employerNameOrCode(v, found.key.substr(code.size())),
+                                MostOfLabel) +
+                changed(v.F_DIFAIDANT->LastChange(found.key)) + ")");
         });
         std::string text = told(withoutTraining, withoutHours);
         if (text.empty())

@@ -14,16 +14,37 @@ namespace vorandine::host {
 News::News(std::shared_ptr<store::Store> store, std::string code)
     : store_(std::move(store)), code_(std::move(code)) {
     static_cast<void>(ask());
+    for (const char* const file : {records::training_file::File, records::ledger::File})
+        opened_[file] = lastOwn(file);
+}
+
+// Ledgers begin with the caregiver's code; a training file that does may be another's.
+std::vector<store::Change> News::changes(const std::string& file) const {
+    std::vector<store::Change> changes = store_->changes().changes(file, code_);
+    if (file == records::training_file::File)
+        std::erase_if(changes, [&](const auto& change) { return change.key != code_; });
+    return changes;
+}
+
+std::string News::lastOwn(const std::string& file) const {
+    std::string last;
+    for (const store::Change& change : changes(file))
+        if (change.own)
+            last = std::max(last, change.moment);
+    return last;
+}
+
+News::Own News::own() const {
+    const auto stored = [this](const char* file) { return lastOwn(file) != opened_.at(file); };
+    return stored(records::training_file::File) ? Own::File
+           : stored(records::ledger::File)      ? Own::HoursAlone
+                                                : Own::Nothing;
 }
 
 std::vector<OtherChange> News::fresh() {
-    const std::string trainings = records::training_file::File;
-    const std::string ledgers = records::ledger::File;
     std::map<std::string, std::vector<store::Change>> stored; // by file
-    for (const std::string& file : {trainings, ledgers})
-        stored[file] = store_->changes().changes(file, code_);
-    // Ledgers begin with the caregiver's code; a training file that does may be another's.
-    std::erase_if(stored[trainings], [&](const auto& change) { return change.key != code_; });
+    for (const char* const file : {records::training_file::File, records::ledger::File})
+        stored[file] = changes(file);
     std::vector<OtherChange> found;
     for (auto& [file, changes] : stored)
         for (store::Change& change : changes) {

@@ -34,6 +34,9 @@ class News {
     [[nodiscard]] std::vector<widgets::Told> ask();
     // All changes that were told, as they were met.
     [[nodiscard]] const std::vector<OtherChange>& told() const noexcept { return told_; }
+    // What this seat has stored since this was made. Throws what the store throws.
+    enum class Own { Nothing, HoursAlone, File };
+    [[nodiscard]] Own own() const;
 
   private:
     std::shared_ptr<store::Store> store_;
@@ -42,7 +45,11 @@ class News {
     std::map<std::pair<std::string, std::string>, std::string> known_; // file, key: last moment
 
     std::vector<OtherChange> told_;
+    std::map<std::string, std::string> opened_; // by file: the last own change before this was made
 
+    // The changes of one file that are the caregiver's, by key.
+    [[nodiscard]] std::vector<store::Change> changes(const std::string& file) const;
+    [[nodiscard]] std::string lastOwn(const std::string& file) const;
     // The changes by others that are not known yet, oldest first. All are known from here on.
     [[nodiscard]] std::vector<OtherChange> fresh();
 };

@@ -42,7 +42,7 @@ std::string ledgerLine(const std::string& before, const std::string& after,
     constexpr std::size_t MostTold = 100;
     const std::string what =
         dif::difference({nullptr, {}, before}, {nullptr, {}, after}, dates, MostTold);
-    return what.empty() ? "soldes recalculés" : what;
+    return before == after ? "enregistré tel quel" : what.empty() ? "soldes recalculés" : what;
 }
 
 } // namespace

@@ -12,14 +12,18 @@ Notice consultation() {
             .button = {}};
 }
 
-Notice news(const widgets::Told& told) {
+Notice news(const widgets::Told& told, NewsOf what, bool mayWrite) {
+    const char* const after =
+        what == NewsOf::HoursAlone ? "Des heures de D.I.F. : l'onglet les lit quand on y vient."
+        : mayWrite
+            ? "Ce que vous voyez ici ne change pas : vos saisies et les siennes seront "
+              "réunies quand vous enregistrerez."
+            : "Ce que vous voyez ici ne change pas : rouvrez le dossier pour le lire à jour.";
     return {.name = "news",
             .kind = NoticeKind::Told,
             .head = told.text + (told.when.empty() ? "." : " " + told.when + "."),
-            .text =
-                "Ce que vous voyez ici ne change pas : vos saisies et les siennes seront réunies "
-                "quand vous enregistrerez.",
-            .button = "&Voir ce qui a changé"};
+            .text = after,
+            .button = "Voir ce qui a changé"};
 }
 
 Notice employersChanged() {
@@ -27,7 +31,7 @@ Notice employersChanged() {
             .kind = NoticeKind::Told,
             .head = "Les heures D.I.F. de la liste ne sont plus les dernières.",
             .text = {},
-            .button = "&Relire les employeurs"};
+            .button = "Relire les employeurs"};
 }
 
 } // namespace vorandine::host

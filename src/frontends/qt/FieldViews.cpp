@@ -1,6 +1,8 @@
 // Fields as they stand. Native positions count UTF-16 units, the controls' count characters.
 #include "frontends/qt/FieldViews.h"
 
+#include "frontends/qt/ToolTip.h"
+
 #include <QAbstractItemView>
 #include <QFontMetrics>
 #include <QInputMethodEvent>
@@ -111,7 +113,7 @@ void FieldEdit::mouseDoubleClickEvent(QMouseEvent* event) {
 // Looked at on demand: measuring each field at each gesture would cost more than the gesture.
 bool FieldEdit::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip)
-        setToolTip(tooLong() ? text() : QString());
+        setToolTip(tooLong() ? plainToolTip(text()) : QString());
     return QLineEdit::event(event);
 }
 

@@ -2,6 +2,7 @@
 #include "frontends/qt/ListView.h"
 
 #include "frontends/qt/LineDelegate.h"
+#include "frontends/qt/ToolTip.h"
 #include "widgets/Kinds.h"
 
 #include <QHelpEvent>
@@ -67,7 +68,7 @@ bool ListWidget::viewportEvent(QEvent* event) {
     const QString line = indexAt(help.pos()).data().toString();
     const bool tooLong = fontMetrics().horizontalAdvance(line) > viewport()->width() - TextMargins;
     if (tooLong)
-        QToolTip::showText(help.globalPos(), line, this);
+        QToolTip::showText(help.globalPos(), plainToolTip(line), this);
     else
         QToolTip::hideText();
     return true;

@@ -68,13 +68,13 @@ std::vector<Answer> answers(Buttons buttons) {
 }
 
 // The buttons' own role: with the roles of answers, Escape would press No where there is no Cancel.
-void addButtons(QMessageBox& box, Buttons buttons) {
+void addButtons(QMessageBox& box, Buttons buttons, Answer preset) {
     for (const Answer answer : answers(buttons)) {
         QPushButton* const button = box.addButton(caption(answer), QMessageBox::ActionRole);
         button->setProperty(AnswerProperty, static_cast<int>(answer));
         if (answer == Answer::OK || answer == Answer::Cancel)
             box.setEscapeButton(button);
-        if (answer == answers(buttons).front())
+        if (answer == preset)
             box.setDefaultButton(button);
     }
 }
@@ -143,7 +143,7 @@ Answer QtWorld::messageBox(const widgets::Message& message) {
     box.setText(text(message.text));
     box.setInformativeText(text(message.detail));
     box.setIcon(icon(message.icon));
-    addButtons(box, message.buttons);
+    addButtons(box, message.buttons, message.preset.value_or(answers(message.buttons).front()));
     if (hooks_.boxShown)
         QTimer::singleShot(0, &box, [&] { hooks_.boxShown(message, box); });
     box.exec();

@@ -2,6 +2,7 @@
 #include "frontends/qt/SimpleViews.h"
 
 #include "frontends/qt/Colours.h"
+#include "frontends/qt/ToolTip.h"
 
 #include <QFontMetrics>
 #include <QLabel>
@@ -131,7 +132,7 @@ void LabelView::showWrapped(const QString& caption) {
     native_.setText(caption);
     const QRect needed =
         QFontMetrics(native_.font()).boundingRect(place_, Qt::TextWordWrap, caption);
-    native_.setToolTip(needed.height() > place_.height() ? caption : QString());
+    native_.setToolTip(needed.height() > place_.height() ? plainToolTip(caption) : QString());
 }
 
 void LabelView::sync() {
@@ -154,7 +155,7 @@ void LabelView::sync() {
         place.adjust(0, -missing / 2, 0, missing - missing / 2);
     native_.setGeometry(place);
     native_.setText(metrics.elidedText(caption, Qt::ElideRight, place.width() - margins));
-    native_.setToolTip(needed > place.width() ? caption : QString());
+    native_.setToolTip(needed > place.width() ? plainToolTip(caption) : QString());
     native_.setAutoFillBackground(label_.notice() && !caption.isEmpty());
 }
 
