@@ -195,29 +195,36 @@ class Merge {
             return std::find(list.begin(), list.end(), value) != list.end();
         };
         const bool theyChanged = stored_(a) != read_(a) && stored_(a) != untouched_(a);
-        const bool gives = filled(a) && !values.empty();
-        if (!theyChanged && !gives) {
+        if (!theyChanged || (filled(a) && values.empty())) {
             values = mine;
         } else {
+            std::vector<Point> theirs;
             for (const std::string& value : values)
                 if (!has(before, value) && !has(mine, value))
-                    merged_.theirs.push_back(
-                        {.attribute = a, .before = {}, .mine = {}, .theirs = {value}});
+                    theirs.push_back({.attribute = a, .before = {}, .mine = {}, .theirs = {value}});
             for (const std::string& value : before)
                 if (!has(values, value) && has(mine, value))
-                    merged_.theirs.push_back(
+                    theirs.push_back(
                         {.attribute = a, .before = {value}, .mine = {value}, .theirs = {}});
-            if (!gives) {
+            if (!filled(a)) {
+                const auto stored = values;
                 std::erase_if(values, [&](const std::string& value) {
                     return has(before, value) && !has(mine, value);
                 });
                 for (const std::string& value : mine)
                     if (!has(before, value) && !has(values, value))
                         values.push_back(value);
+                if (values.empty()) {
+                    // Each has left what the other took out. A file is never saved without any.
+                    for (const std::string& value : stored)
+                        theirs.push_back(
+                            {.attribute = a, .before = {value}, .mine = {}, .theirs = {value}});
+                    merged_.conflicts.insert(merged_.conflicts.end(), theirs.begin(), theirs.end());
+                    theirs.clear();
+                    values = prefer_ == Prefer::Mine ? mine : stored;
+                }
             }
-            // A file is never saved without any.
-            if (values.empty())
-                values = mine;
+            merged_.theirs.insert(merged_.theirs.end(), theirs.begin(), theirs.end());
         }
         for (std::size_t v = 0; v < values.size(); ++v)
             result_(a, static_cast<int>(v) + 1) = values[v];
