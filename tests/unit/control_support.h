@@ -55,15 +55,18 @@ inline Content ledger(int lines) {
 
 class Desk {
   public:
-    std::shared_ptr<store::Engine> engine = store::openEngine("memory:", store::OpenMode::Create);
+    std::shared_ptr<store::Engine> engine;
     std::vector<Error> errors; // that gestures met
     std::int32_t level = ports::WritingLevel;
+    std::string user; // who works here
 
-    explicit Desk(headless::Callbacks callbacks = {})
-        : world_(withToday(std::move(callbacks))), dates_([this] { return world_.today(); }),
-          help_(world_), rights_(std::make_shared<components::Rights>([this](const std::string&) {
-              return components::ModuleRights{.level = level};
-          })) {
+    explicit Desk(headless::Callbacks callbacks = {},
+                  std::shared_ptr<store::Engine> office =
+                      store::openEngine("memory:", store::OpenMode::Create))
+        : engine(std::move(office)), world_(withToday(std::move(callbacks))),
+          dates_([this] { return world_.today(); }), help_(world_),
+          rights_(std::make_shared<components::Rights>(
+              [this](const std::string&) { return components::ModuleRights{.level = level}; })) {
         putText("TABLES", "DIPLOMES", "^02]01^DEAVS]BEP sanitaire");
         putText("TABLES", "FORMPRO",
                 "^PSC]MAN]HYG]ALI^Premiers secours]Manutention]Hygiène]Équilibre");
@@ -97,10 +100,11 @@ class Desk {
     [[nodiscard]] std::unique_ptr<host::CaregiverForm>
     open(const std::string& code, ports::HelpObject& help,
          const std::shared_ptr<ports::DBAClient>& client) {
+        const auto store = std::make_shared<store::Store>(engine);
+        store->changes().user(user);
         return std::make_unique<host::CaregiverForm>(
-            host::HostObjects{
-                world_, dates_, help, client,
-                components::databaseFor(std::make_shared<store::Store>(engine), *rights_), rights_},
+            host::HostObjects{world_, dates_, help, client,
+                              components::databaseFor(store, *rights_), rights_},
             code, "DURAND Marie", [this](const Error& error) { errors.push_back(error); });
     }
 
