@@ -205,8 +205,7 @@ class Merge {
             return std::find(list.begin(), list.end(), value) != list.end();
         };
         const bool theyChanged = stored_(a) != read_(a) && stored_(a) != untouched_(a);
-        const bool gives = filled(a) && !values.empty();
-        if (!theyChanged) {
+        if (!theyChanged || (filled(a) && values.empty())) {
             values = mine;
         } else {
             for (const std::string& value : values)
@@ -217,7 +216,7 @@ class Merge {
                 if (!has(values, value) && has(mine, value))
                     merged_.theirs.push_back(
                         {.attribute = a, .before = {value}, .mine = {value}, .theirs = {}});
-            if (!gives) {
+            if (!filled(a)) {
                 std::erase_if(values, [&](const std::string& value) {
                     return has(before, value) && !has(mine, value);
                 });

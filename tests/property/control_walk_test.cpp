@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <iostream>
 #include <optional>
 
 namespace vorandine::control_test {
@@ -19,11 +17,6 @@ namespace {
 using namespace widgets;
 
 constexpr const char* Keyboard = "a key, or the close button";
-
-unsigned long fromEnvironment(const char* name, unsigned long otherwise) {
-    const char* const text = std::getenv(name);
-    return text != nullptr ? std::strtoul(text, nullptr, 10) : otherwise;
-}
 
 using Ledgers = std::map<std::string, std::string>; // stored texts by key
 
@@ -402,18 +395,7 @@ class ControlWalk : public testing::TestWithParam<std::int32_t> {};
 
 // At every level; below the writing one, nothing is stored at all.
 TEST_P(ControlWalk, WhateverAUserDoesTheFileStaysSound) {
-    const unsigned long steps = fromEnvironment("VORANDINE_WALK_STEPS", 3000);
-    const unsigned long seed = fromEnvironment("VORANDINE_WALK_SEED", 20060615);
-    std::cout << "VORANDINE_WALK_SEED=" << seed << " VORANDINE_WALK_STEPS=" << steps << '\n';
-    Walk walk(seed, GetParam());
-    for (unsigned long i = 0; i < steps && !testing::Test::HasFailure(); ++i) {
-        walk.step();
-        if (testing::Test::HasFailure())
-            ADD_FAILURE() << "VORANDINE_WALK_SEED=" << seed << ", step " << i << ": "
-                          << walk.last();
-    }
-    if (!testing::Test::HasFailure())
-        walk.checkReach();
+    walkOn<Walk>(3000, GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Levels, ControlWalk, testing::Values(0, 1, ports::WritingLevel));

@@ -3,7 +3,11 @@
 
 #include "widgets/Gestures.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -115,5 +119,27 @@ class WalkHand {
         }
     }
 };
+
+inline unsigned long fromEnvironment(const char* name, unsigned long otherwise) {
+    const char* const text = std::getenv(name);
+    return text != nullptr ? std::strtoul(text, nullptr, 10) : otherwise;
+}
+
+// Walks so many steps, unless told otherwise, or until one fails.
+template <typename Walk, typename... Arguments>
+void walkOn(unsigned long otherwise, const Arguments&... arguments) {
+    const unsigned long steps = fromEnvironment("VORANDINE_WALK_STEPS", otherwise);
+    const unsigned long seed = fromEnvironment("VORANDINE_WALK_SEED", 20060615);
+    std::cout << "VORANDINE_WALK_SEED=" << seed << " VORANDINE_WALK_STEPS=" << steps << '\n';
+    Walk walk(seed, arguments...);
+    for (unsigned long i = 0; i < steps && !testing::Test::HasFailure(); ++i) {
+        walk.step();
+        if (testing::Test::HasFailure())
+            ADD_FAILURE() << "VORANDINE_WALK_SEED=" << seed << ", step " << i << ": "
+                          << walk.last();
+    }
+    if (!testing::Test::HasFailure())
+        walk.checkReach();
+}
 
 } // namespace vorandine::control_test
