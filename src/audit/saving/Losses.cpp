@@ -221,6 +221,7 @@ std::string lossNotice(const std::vector<Loss>& losses) {
     if (losses.empty())
         return {};
     std::vector<std::string> sentences;
+    sentences.reserve(losses.size());
     for (const Loss& loss : losses)
         sentences.push_back(loss.sentence);
     return "Un enregistrement effacera : " + text::Listed(sentences, MostTold, " ; ", " ; ") + ".";
