@@ -63,7 +63,12 @@ std::optional<Refusal> ParameterTable::add(const Parameter& entry) {
     return std::nullopt;
 }
 
-std::optional<Refusal> ParameterTable::change(const Parameter& entry) {
+std::string ParameterTable::labelOf(const std::string& wanted) const {
+    const int position = withCode(wanted);
+    return position == 0 ? "" : label(position);
+}
+
+std::optional<Refusal> ParameterTable::change(const Parameter& entry, const std::string& was) {
     const int position = withCode(entry.code);
     if (position == 0)
         return wrongCode(
@@ -71,6 +76,10 @@ std::optional<Refusal> ParameterTable::change(const Parameter& entry) {
             "Veuillez choisir dans la liste la ligne à modifier.");
     if (label(position) == entry.label)
         return std::nullopt;
+    if (label(position) != was)
+        return wrongLabel("Le libellé du code « " + entry.code + " » est maintenant « " +
+                          label(position) +
+                          " ». Modifiez-le à nouveau si le vôtre doit le remplacer.");
     if (auto refusal = checkLabel(entry))
         return refusal;
     set(position, entry);

@@ -36,9 +36,12 @@ class ParameterTable {
     // is not of 3 characters, that requests could not look for, or that is in use, a label that is
     // empty or in use.
     [[nodiscard]] std::optional<Refusal> add(const Parameter& entry);
-    // Gives the entry of that code the label. Refused: a code that no entry has, and the same
-    // labels; the label that it already has is none of them.
-    [[nodiscard]] std::optional<Refusal> change(const Parameter& entry);
+    // Gives the entry of that code the label, in place of `was`. Refused: a code that no entry has,
+    // a label that is another than `was` by now, and the same labels; the label that it already has
+    // is none of them.
+    [[nodiscard]] std::optional<Refusal> change(const Parameter& entry, const std::string& was);
+    // The label of that code; "" if no entry has it.
+    [[nodiscard]] std::string labelOf(const std::string& wanted) const;
 
     // Stores the record, with what it holds beside codes and labels. Throws what DBWrite throws.
     void write() { record_.DBWrite(); }

@@ -24,9 +24,10 @@ namespace {
 struct Change {
     bool added; // else the label was changed
     Parameter entry;
+    std::string was; // the label that it was changed from
 
     [[nodiscard]] std::optional<Refusal> make(ParameterTable& table) const {
-        return added ? table.add(entry) : table.change(entry);
+        return added ? table.add(entry) : table.change(entry, was);
     }
 };
 
@@ -143,9 +144,11 @@ void Parameters::showLine() {
 
 // Afterwards the line shows, selected, whatever was searched for, and the fields are free.
 void Parameters::make(bool added) {
-    const Change change{.added = added,
-                        .entry = {.code = text::Trim(Txt_CodeParam.Text()),
-                                  .label = text::Trim(Txt_LibelleParam.Text())}};
+    Change change{.added = added,
+                  .entry = {.code = text::Trim(Txt_CodeParam.Text()),
+                            .label = text::Trim(Txt_LibelleParam.Text())},
+                  .was = {}};
+    change.was = table_.labelOf(change.entry.code);
     const bool asItIs = !added && table_.holds(change.entry);
     if (const auto refusal = change.make(table_)) {
         refuse(*refusal);
@@ -204,10 +207,15 @@ bool Parameters::store() {
 }
 
 // Makes all changes again in the table as it is now stored. The first one that no longer goes;
-// nothing if all go.
+// nothing if all go, or where another user has brought about the same.
 std::optional<Refused> Parameters::repeat(ParameterTable& stored) const {
     std::optional<Refused> first;
     std::vector<std::string> refused;
+    const auto typedLast = [&](const std::string& code) {
+        return std::find_if(changes_.rbegin(), changes_.rend(),
+                            [&](const Change& change) { return change.entry.code == code; })
+            ->entry;
+    };
     for (const Change& change : changes_) {
         const bool before =
             std::find(refused.begin(), refused.end(), change.entry.code) != refused.end();
@@ -215,7 +223,7 @@ std::optional<Refused> Parameters::repeat(ParameterTable& stored) const {
             continue;
         if (const auto refusal = change.make(stored)) {
             refused.push_back(change.entry.code);
-            if (!first)
+            if (!first && !stored.holds(typedLast(change.entry.code)))
                 first = Refused{change.entry, *refusal};
         }
     }

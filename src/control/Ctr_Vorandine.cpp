@@ -65,9 +65,12 @@ struct Ctr_Vorandine::Parts {
                    .activities = activities,
                    .availability = availability},
                   saves, ledgers, variables, control, world, control.W_Sortir) {
-        screen.Ong_Vorandine.Click = [this](std::int16_t& /*previousTab*/) {
-            if (screen.Ong_Vorandine.Tab() != DifTab)
+        screen.Ong_Vorandine.Click = [this](std::int16_t& previousTab) {
+            if (screen.Ong_Vorandine.Tab() != DifTab) {
+                if (previousTab == DifTab)
+                    notice.ofOthers("");
                 return;
+            }
             detail.close();
             employers.Select_DifAidant();
         };

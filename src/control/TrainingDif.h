@@ -29,7 +29,7 @@ class TrainingDif : public trainings::DifHours {
     TrainingDif& operator=(const TrainingDif&) = delete;
     ~TrainingDif() override = default;
 
-    bool charge(const trainings::TrainingLine& training) override;
+    trainings::Charge charge(const trainings::TrainingLine& training, int alike) override;
     [[nodiscard]] std::string wouldGiveBack(const trainings::TrainingLine& training,
                                             int alike) override;
     std::string takeOut(const trainings::TrainingLine& training, int alike) override;

@@ -106,6 +106,8 @@ void DetailArea::showLedger() {
     const std::string key = with_.caregiver.Etq_CodeAidant.Caption() +
                             e_.Lst_CodeEmplDif.List(e_.Lst_DifEmpl.ListIndex());
     W_CleDif_ = key;
+    if (const std::string last = std::exchange(lastKey_, key); !last.empty() && last != key)
+        with_.notice.ofOthers("");
     shown_ = records::DBARecord();
     with_.notice.ofDetail("");
     const auto keep = [this](const std::string& why) {
@@ -121,6 +123,7 @@ void DetailArea::showLedger() {
         return;
     const records::DBARecord& record = v.Rec_DIFAIDANT;
     shown_() = record();
+    with_.ledgers.shown(key);
     const int lines = record.DCount(records::ledger::Date);
     if (lines > widgets::MaxLines)
         keep("Le détail compte " + std::to_string(lines) +

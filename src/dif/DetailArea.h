@@ -95,6 +95,7 @@ class DetailArea {
     std::int16_t W_PlaceDif_ = 0;
     // The key of the ledger whose lines are shown; "" if they could not be: nothing is stored then.
     std::string W_CleDif_;
+    std::string lastKey_;      // the key of the ledger shown last, also once it is closed
     records::DBARecord shown_; // a free copy of the ledger whose lines are shown
 
     void Lst_DifEmpl_DblClick();

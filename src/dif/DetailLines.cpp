@@ -33,12 +33,28 @@ std::vector<Content> contents(const records::DBARecord& record) {
     return all;
 }
 
-std::string told(const Content& line, const ports::DateObject& Conv_Date) {
-    const std::string& figure = line[AtRights].empty() ? line[AtHours] : line[AtRights];
-    const std::optional<text::Decimal> value = text::Decimal::parse(figure);
-    return Conv_Date.Date_Affichee(line[AtDate]) + " " +
-           (value ? value->shifted(-HundredthsPlaces).toText(Decimals) : figure) +
+// Rights or hours, both where an odd line has both.
+std::string figures(const Content& line) {
+    const auto hours = [](const std::string& figure) {
+        const std::optional<text::Decimal> value = text::Decimal::parse(figure);
+        return value ? value->shifted(-HundredthsPlaces).toText(Decimals) : figure;
+    };
+    const bool both = !line[AtRights].empty() && !line[AtHours].empty();
+    return hours(line[AtRights]) + (both ? " et " : "") + hours(line[AtHours]);
+}
+
+std::string told(const Content& line, const std::string& figures,
+                 const ports::DateObject& Conv_Date) {
+    return Conv_Date.Date_Affichee(line[AtDate]) + " " + figures +
            (line[AtTraining].empty() ? "" : " " + line[AtTraining]);
+}
+
+// The lines that the others are not.
+std::vector<Content> without(std::vector<Content> lines, const std::vector<Content>& others) {
+    for (const Content& other : others)
+        if (const auto at = std::find(lines.begin(), lines.end(), other); at != lines.end())
+            lines.erase(at);
+    return lines;
 }
 
 } // namespace
@@ -114,17 +130,26 @@ bool sameLines(const records::DBARecord& a, const records::DBARecord& b) {
 
 std::string difference(const records::DBARecord& before, const records::DBARecord& now,
                        const ports::DateObject& Conv_Date, std::size_t most) {
+    std::vector<Content> come = without(contents(now), contents(before));
+    std::vector<Content> gone = without(contents(before), contents(now));
     std::vector<std::string> changes;
-    const auto only = [&](std::vector<Content> lines, const std::vector<Content>& others,
-                          const char* what) {
-        for (const Content& other : others)
-            if (const auto at = std::find(lines.begin(), lines.end(), other); at != lines.end())
-                lines.erase(at);
-        for (const Content& line : lines)
-            changes.push_back(what + told(line, Conv_Date));
-    };
-    only(contents(now), contents(before), "ajouté ");
-    only(contents(before), contents(now), "retiré ");
+    const std::vector<Content> allGone = gone;
+    for (const Content& line : allGone) {
+        const auto like = [&](const Content& other) {
+            return other[AtDate] == line[AtDate] && other[AtTraining] == line[AtTraining];
+        };
+        const auto to = std::find_if(come.begin(), come.end(), like);
+        if (std::count_if(come.begin(), come.end(), like) != 1 ||
+            std::count_if(allGone.begin(), allGone.end(), like) != 1)
+            continue;
+        changes.push_back("modifié " + told(line, figures(line) + " → " + figures(*to), Conv_Date));
+        come.erase(to);
+        std::erase(gone, line);
+    }
+    for (const Content& line : come)
+        changes.push_back("ajouté " + told(line, figures(line), Conv_Date));
+    for (const Content& line : gone)
+        changes.push_back("retiré " + told(line, figures(line), Conv_Date));
     return text::Listed(changes, most, ", ", " ");
 }
 

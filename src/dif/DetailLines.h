@@ -46,8 +46,9 @@ struct LineChange {
 // Whether both hold the same lines, balances included.
 [[nodiscard]] bool sameLines(const records::DBARecord& a, const records::DBARecord& b);
 
-// What has come and gone from one to the other, in words, `most` of it: "ajouté 10/01/2006 20,00".
-// "" if only balances differ.
+// What has come and gone from one to the other, in words, `most` of it: "ajouté 10/01/2006 20,00",
+// and "modifié 10/01/2006 20,00 → 25,00" where one line of a date and training took the place of
+// one. "" if only balances differ.
 [[nodiscard]] std::string difference(const records::DBARecord& before,
                                      const records::DBARecord& now,
                                      const ports::DateObject& Conv_Date, std::size_t most);

@@ -25,10 +25,14 @@ const char* reasonOf(Stored outcome) {
 } // namespace
 
 void FileNotice::tell(Stored outcome, const std::string& lost, const std::string& others) {
-    change_ = others;
-    if (outcome != Stored::Done)
-        change_ += (others.empty() ? "" : " ") + std::string(reasonOf(outcome)) +
-                   (outcome == Stored::NotAllowed ? "" : lost);
+    failed_ = reasonOf(outcome);
+    if (outcome != Stored::Done && outcome != Stored::NotAllowed)
+        failed_ += lost;
+    ofOthers(others);
+}
+
+void FileNotice::ofOthers(const std::string& what) {
+    others_ = what;
     show();
 }
 
@@ -43,7 +47,8 @@ void FileNotice::ofEmployers(const std::string& why) {
 }
 
 void FileNotice::show() {
-    label_.Caption(!change_.empty() ? change_ : !detail_.empty() ? detail_ : employers_);
+    const std::string change = failed_ + (failed_.empty() || others_.empty() ? "" : " ") + others_;
+    label_.Caption(!change.empty() ? change : !detail_.empty() ? detail_ : employers_);
 }
 
 } // namespace vorandine::dif

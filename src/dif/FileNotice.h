@@ -25,15 +25,19 @@ class FileNotice {
 
     // Tells how a change ended. `lost` is what it was about, as "À ressaisir : …": nothing of it is
     // stored. It stays told until a later change is stored. Whoever may not write has nothing to
-    // do again. `others` is what another seat was found to have done, told in any case.
+    // do again. `others` is what another seat was found to have done, told in any case, and last:
+    // a line too long is cut at its end.
     void tell(Stored outcome, const std::string& lost, const std::string& others = {});
+    // What another seat was found to have done; "" where it need not be told any more.
+    void ofOthers(const std::string& what);
     // What could not be read of the detail, or for the list of employers; "" if all was read.
     void ofDetail(const std::string& why);
     void ofEmployers(const std::string& why);
 
   private:
     widgets::Label& label_;
-    std::string change_;
+    std::string failed_;
+    std::string others_;
     std::string detail_;
     std::string employers_;
 

@@ -140,6 +140,7 @@ void Frm_DIF::addEmployer(const std::string& stored) {
         ledger(records::ledger::Balance, ledger.DCount(records::ledger::Balance));
     if (balance.empty())
         return;
+    ledgers_.shown(Etq_CodeDif.Caption() + code);
     Lst_Dif.AddItem(
         ChargeLine::head(employerNameOrCode(v_, code),
                          figureText(Decimal::require(balance).shifted(-HundredthsPlaces))));
@@ -243,7 +244,12 @@ bool Frm_DIF::MAJ() {
         charges.push_back(
             {.key = Etq_CodeDif.Caption() + Lst_CodeEmpl.List(i), .hours = hoursOr0(hours)});
     }
-    const std::vector<Stored> outcomes = ledgers_.charge(charges, training);
+    const Charged charged = ledgers_.charge(Etq_CodeDif.Caption(), charges, training);
+    const std::vector<Stored>& outcomes = charged.outcomes;
+    // What this form itself has charged did not stand there before.
+    if (stored_ == Fixed4())
+        standing_ = charged.standing;
+    others_ += (others_.empty() || charged.others.empty() ? "" : " ") + charged.others;
     std::string stored;
     std::string left;
     for (std::size_t k = 0; k < lines.size(); ++k) {

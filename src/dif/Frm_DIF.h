@@ -35,12 +35,18 @@ class Frm_DIF : public ButtonClosedForm {
 
     // Whether the training stays under the D.I.F.: hours of it are in the ledgers.
     [[nodiscard]] bool retained() const { return stored_ != text::Fixed4(); }
+    // What stood in the ledgers before, and what others have made of those charged since they were
+    // listed, in words; "" for nothing.
+    [[nodiscard]] const Standing& standing() const { return standing_; }
+    [[nodiscard]] const std::string& others() const { return others_; }
 
   private:
     ports::Variables& v_;
     Ledgers& ledgers_;
     widgets::World& world_;
     text::Fixed4 W_TotalConso_;
+    Standing standing_;
+    std::string others_;
     text::Fixed4 stored_; // hours in the ledgers already, whatever becomes of the rest
 
     widgets::Label Etq_AidantDif;

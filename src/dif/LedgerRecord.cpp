@@ -65,6 +65,15 @@ ShownLine shownLine(const records::DBARecord& record, int i, const ports::DateOb
     return {line.toText(), std::move(code)};
 }
 
+std::string rewrittenFigure(const std::string& figure) {
+    return stored(shown(figure));
+}
+
+std::string rewrittenDate(const std::string& date, const ports::DateObject& Conv_Date) {
+    const DetailLine line{text::Trim(Conv_Date.Date_Affichee(date)), {}, {}, {}, {}};
+    return storedDate(DetailLine::parse(line.toText()).date, Conv_Date);
+}
+
 void replaceLines(records::DBARecord& record, const std::vector<ShownLine>& lines,
                   const ports::DateObject& Conv_Date) {
     for (const ShownLine& line : lines)

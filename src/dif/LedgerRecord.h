@@ -32,6 +32,11 @@ struct ShownLine {
                                   const ports::DateObject& Conv_Date,
                                   const records::TrainingLabels& labels);
 
+// What becomes of a stored figure, and date, that is shown and stored back untouched.
+[[nodiscard]] std::string rewrittenFigure(const std::string& figure);
+[[nodiscard]] std::string rewrittenDate(const std::string& date,
+                                        const ports::DateObject& Conv_Date);
+
 // Puts `lines` in place of all lines of `record`; what else it holds stays. Throws
 // Error(FigureTooWide) for a line that does not stand in its columns, and then the record is as it
 // was.

@@ -22,6 +22,38 @@ bool earlier(const std::string& a, const std::string& b) {
     return left && right && text::Fixed4(*left) < text::Fixed4(*right);
 }
 
+text::Fixed4 inHours(text::Fixed4 hundredths) {
+    return text::Fixed4(hundredths.toDecimal().shifted(-HundredthsPlaces));
+}
+
+// The lines of a training, from 1.
+std::vector<int> linesOf(const records::DBARecord& record, const ChargedTraining& training) {
+    std::vector<int> lines;
+    for (int j = 1; j <= record.DCount(attribute::Date); ++j)
+        if (record(attribute::Date, j) == training.date &&
+            record(attribute::Training, j) == training.code)
+            lines.push_back(j);
+    return lines;
+}
+
+text::Fixed4 hoursAt(const records::DBARecord& record, const std::vector<int>& lines) {
+    text::Fixed4 hundredths;
+    for (const int j : lines)
+        hundredths += figure(record, attribute::Hours, j).value_or(text::Fixed4());
+    return inHours(hundredths);
+}
+
+// What the user could not foresee where others have changed the ledger.
+std::string belowZero(const records::DBARecord& record) {
+    const text::Fixed4 balance =
+        figure(record, attribute::Balance, record.DCount(attribute::Date)).value_or(text::Fixed4());
+    return balance < text::Fixed4() ? " Solde : " + plainHours(inHours(balance)) + " h." : "";
+}
+
+void addSentence(std::string& text, const std::string& sentence) {
+    text += (text.empty() || sentence.empty() ? "" : " ") + sentence;
+}
+
 // Why the write tried last failed.
 Stored notWritten(const rules::StatementByStatement& tries) {
     return tries.number() == errors::MayNotWrite ? Stored::NotAllowed : Stored::NotWritten;
@@ -46,8 +78,10 @@ Stored Ledgers::update(const std::string& key, const std::function<Stored(bool t
         });
     });
     v_.Rec_DIFAIDANT = records::DBARecord();
-    if (done && outcome == Stored::Done)
+    if (done && outcome == Stored::Done) {
         written_ = true;
+        shown_.erase(key); // until it is shown again: what was changed here is no other's doing
+    }
     if (done)
         return outcome;
     return reading ? Stored::NotRead : notWritten(tries);
@@ -82,10 +116,7 @@ Stored Ledgers::change(const std::string& key, const records::DBARecord& shown,
             replace(lines);
             return Stored::Done;
         }
-        constexpr std::size_t MostTold = 2; // as there is room for
-        const std::string what = difference(shown, record, Conv_Date_, MostTold);
-        others = v_.F_DIFAIDANT->LastChange(key).name() + " a modifié ce détail" +
-                 (what.empty() ? "" : " : " + what) + ".";
+        others = doneByOthers(key, "", shown);
         if (!repeat(change, shown, record, Conv_Date_, records::TrainingLabels(v_.F_FORMPRO)))
             return Stored::LineGone;
         if (std::as_const(record).DCount(attribute::Date) == 0)
@@ -96,27 +127,96 @@ Stored Ledgers::change(const std::string& key, const records::DBARecord& shown,
     });
 }
 
-std::vector<Stored> Ledgers::charge(const std::vector<Charge>& charges,
-                                    const ChargedTraining& training) {
-    std::vector<Stored> outcomes;
+void Ledgers::shown(const std::string& key) {
+    shown_[key]() = std::as_const(v_.Rec_DIFAIDANT)();
+}
+
+// `employer` where the screen does not say whose detail it is.
+std::string Ledgers::doneByOthers(const std::string& key, const std::string& employer,
+                                  const records::DBARecord& shown) const {
+    constexpr std::size_t MostTold = 2; // as there is room for
+    const std::string what = difference(shown, v_.Rec_DIFAIDANT, Conv_Date_, MostTold);
+    return v_.F_DIFAIDANT->LastChange(key).name() + " a modifié ce détail" +
+           (employer.empty() ? "" : " (" + employer + ")") + (what.empty() ? "" : " : " + what) +
+           ".";
+}
+
+std::string Ledgers::othersSinceShown(const std::string& caregiver, const std::string& key) const {
+    const auto before = shown_.find(key);
+    std::string told;
+    rules::StatementByStatement tries;
+    if (before != shown_.end() && !sameLines(v_.Rec_DIFAIDANT, before->second))
+        tries([&] {
+            told = doneByOthers(key, employerNameOrCode(v_, key.substr(caregiver.size())),
+                                before->second);
+        });
+    return told;
+}
+
+Charged Ledgers::charge(const std::string& caregiver, const std::vector<Charge>& charges,
+                        const ChargedTraining& training) {
+    Charged charged;
     rules::StatementByStatement tries;
     const bool done = tries([&] {
         together([&] {
+            charged.standing = standing(caregiver, training);
             for (const Charge& each : charges) {
                 bool there = false;
-                if (!tries([&] { there = readLedger(v_, each.key); }) || !there)
-                    outcomes.push_back(Stored::NotRead);
-                else
-                    outcomes.push_back(tries([&] { charge(each, training); }) ? Stored::Done
-                                                                              : notWritten(tries));
+                if (!tries([&] { there = readLedger(v_, each.key); }) || !there) {
+                    charged.outcomes.push_back(Stored::NotRead);
+                    continue;
+                }
+                std::string others = othersSinceShown(caregiver, each.key);
+                shown(each.key);
+                const bool written = tries([&] { charge(each, training); });
+                charged.outcomes.push_back(written ? Stored::Done : notWritten(tries));
+                if (written) {
+                    shown(each.key);
+                    others += others.empty() ? "" : belowZero(v_.Rec_DIFAIDANT);
+                }
+                addSentence(charged.others, others);
             }
         });
     });
-    if (!done)
-        outcomes.assign(charges.size(), notWritten(tries));
-    if (std::find(outcomes.begin(), outcomes.end(), Stored::Done) != outcomes.end())
+    if (!done) {
+        charged.outcomes.assign(charges.size(), notWritten(tries));
+        shown_.clear();
+    }
+    if (std::find(charged.outcomes.begin(), charged.outcomes.end(), Stored::Done) !=
+        charged.outcomes.end())
         written_ = true;
-    return outcomes;
+    return charged;
+}
+
+std::vector<std::string> Ledgers::keysOf(const std::string& caregiver, const std::string& code) {
+    const records::DBARecord found = ports::select(*v_.TheDatabase, W_Params_,
+                                                   ports::Query(attribute::File)
+                                                       .with(records::Key, "=", caregiver + "]")
+                                                       .with(attribute::Training, "=", code),
+                                                   {records::Key});
+    std::vector<std::string> keys;
+    for (int row = 1; row <= found.DCount(); ++row)
+        keys.push_back(found(row));
+    return keys;
+}
+
+Standing Ledgers::standing(const std::string& caregiver, const ChargedTraining& training) {
+    Standing found;
+    rules::StatementByStatement tries;
+    std::vector<std::string> keys;
+    tries([&] { keys = keysOf(caregiver, training.code); });
+    for (const std::string& key : keys)
+        tries([&] {
+            if (!readLedger(v_, key))
+                return;
+            const std::vector<int> lines = linesOf(v_.Rec_DIFAIDANT, training);
+            if (lines.empty())
+                return;
+            found.lines += static_cast<int>(lines.size());
+            found.hours += hoursAt(v_.Rec_DIFAIDANT, lines);
+            found.employers.push_back(employerNameOrCode(v_, key.substr(caregiver.size())));
+        });
+    return found;
 }
 
 void Ledgers::charge(const Charge& charge, const ChargedTraining& training) {
@@ -148,6 +248,7 @@ TakenOut Ledgers::takeOut(const std::string& caregiver, const LeavingTraining& t
     if (!tries([&] { together([&] { taken = walk(caregiver, training, true); }); })) {
         taken.outcome = notWritten(tries);
         taken.given.clear();
+        shown_.clear();
     }
     if (!taken.given.empty())
         written_ = true;
@@ -161,11 +262,7 @@ TakenOut Ledgers::wouldTakeOut(const std::string& caregiver, const LeavingTraini
 std::optional<text::Fixed4> Ledgers::removeLines(const LeavingTraining& leaving) {
     records::DBARecord& record = v_.Rec_DIFAIDANT;
     const records::DBARecord& stored = record;
-    std::vector<int> lines;
-    for (int j = 1; j <= stored.DCount(attribute::Date); ++j)
-        if (stored(attribute::Date, j) == leaving.training.date &&
-            stored(attribute::Training, j) == leaving.training.code)
-            lines.push_back(j);
+    std::vector<int> lines = linesOf(stored, leaving.training);
     if (lines.empty())
         return std::nullopt;
     if (leaving.alike > 1) {
@@ -178,13 +275,11 @@ std::optional<text::Fixed4> Ledgers::removeLines(const LeavingTraining& leaving)
         lines.resize((lines.size() + alike - 1) / alike);
         std::sort(lines.begin(), lines.end());
     }
-    text::Fixed4 hours;
+    const text::Fixed4 hours = hoursAt(stored, lines);
     // From the last line on: a removal moves up those behind it.
-    for (auto j = lines.rbegin(); j != lines.rend(); ++j) {
-        hours = hours + figure(stored, attribute::Hours, *j).value_or(text::Fixed4());
+    for (auto j = lines.rbegin(); j != lines.rend(); ++j)
         for (const int list : attribute::Line)
             record.Delete(list, *j);
-    }
     return hours;
 }
 
@@ -194,18 +289,10 @@ TakenOut Ledgers::walk(const std::string& caregiver, const LeavingTraining& leav
     if (training.code.empty())
         return taken;
     rules::StatementByStatement tries;
-    records::DBARecord found;
-    if (!tries([&] {
-            found = ports::select(*v_.TheDatabase, W_Params_,
-                                  ports::Query(attribute::File)
-                                      .with(records::Key, "=", caregiver + "]")
-                                      .with(attribute::Training, "=", training.code),
-                                  {records::Key});
-        }))
+    std::vector<std::string> keys;
+    if (!tries([&] { keys = keysOf(caregiver, training.code); }))
         taken.outcome = Stored::NotRead;
-    const int rows = found.DCount();
-    for (int row = 1; row <= rows; ++row) {
-        const std::string key = std::as_const(found)(row);
+    for (const std::string& key : keys) {
         bool there = false;
         if (!tries([&] { there = readLedger(v_, key); })) {
             taken.outcome = std::max(taken.outcome, Stored::NotRead);
@@ -214,18 +301,20 @@ TakenOut Ledgers::walk(const std::string& caregiver, const LeavingTraining& leav
         if (!there)
             continue;
         const bool done = tries([&] {
-            const std::optional<text::Fixed4> hundredths = removeLines(leaving);
-            if (!hundredths)
+            const std::string others = othersSinceShown(caregiver, key);
+            const std::optional<text::Fixed4> hours = removeLines(leaving);
+            if (!hours)
                 return;
             if (writing) {
                 Ledger lines = ledger(v_.Rec_DIFAIDANT);
                 balances::afterRemoval(lines);
                 setBalances(v_.Rec_DIFAIDANT, lines, 1);
                 v_.Rec_DIFAIDANT.DBWrite();
+                if (shown_.contains(key))
+                    shown(key);
             }
-            taken.given.push_back(
-                {employerNameOrCode(v_, key.substr(caregiver.size())),
-                 text::Fixed4(hundredths->toDecimal().shifted(-HundredthsPlaces))});
+            addSentence(taken.others, others);
+            taken.given.push_back({employerNameOrCode(v_, key.substr(caregiver.size())), *hours});
         });
         if (!done)
             taken.outcome = notWritten(tries);

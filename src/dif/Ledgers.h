@@ -11,6 +11,7 @@
 #include "text/Fixed4.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +41,21 @@ struct LeavingTraining {
 struct TakenOut {
     Stored outcome = Stored::Done;
     std::vector<GivenBack> given; // by the ledgers that could be read, and written
+    std::string others = {};      // as of Charged
+};
+
+// The lines of one day and code in a caregiver's ledgers, as far as these could be read.
+struct Standing {
+    int lines = 0;
+    text::Fixed4 hours = {};
+    std::vector<std::string> employers = {}; // by name, or code, each once
+};
+
+struct Charged {
+    std::vector<Stored> outcomes = {}; // of each charge; NotRead where there is no ledger
+    Standing standing = {};            // before
+    // What other seats have made of these ledgers since they were shown, in words; "" for nothing.
+    std::string others = {};
 };
 
 // No error leaves these routines: each says what became of the change. A ledger that cannot be read
@@ -69,8 +85,8 @@ class Ledgers {
     };
     // Adds a consumption line for `training` to each ledger, before any line of that date, and
     // recomputes the balances from there on: all in one, save those that cannot be read or written.
-    // What became of each; NotRead where there is no ledger under its key.
-    std::vector<Stored> charge(const std::vector<Charge>& charges, const ChargedTraining& training);
+    Charged charge(const std::string& caregiver, const std::vector<Charge>& charges,
+                   const ChargedTraining& training);
 
     // Takes the lines of `training` out of every ledger of `caregiver`, and recomputes their
     // balances: its share of them, rounded up, where others are alike, those of its own hours
@@ -78,6 +94,10 @@ class Ledgers {
     TakenOut takeOut(const std::string& caregiver, const LeavingTraining& training);
     // What takeOut would give back; writes nothing.
     TakenOut wouldTakeOut(const std::string& caregiver, const LeavingTraining& training);
+
+    // The ledger in hand, Rec_DIFAIDANT, stands before the user: what others make of it from now on
+    // is told where hours are next charged to it or given back by it.
+    void shown(const std::string& key);
 
     // Whether any change was stored since this was made.
     [[nodiscard]] bool written() const noexcept { return written_; }
@@ -87,12 +107,23 @@ class Ledgers {
     records::DBARecord& W_Params_;
     const ports::DateObject& Conv_Date_;
     bool written_ = false;
+    // Free copies of the ledgers by key, as they were last shown and as changed here since.
+    std::map<std::string, records::DBARecord> shown_;
 
     // Runs `work` on the ledger under `key`, read in the transaction that it runs in; a free record
     // where there is none. `work` writes, and may give another outcome than Done.
     Stored update(const std::string& key, const std::function<Stored(bool there)>& work);
     void replace(const std::vector<ShownLine>& lines);
     void charge(const Charge& charge, const ChargedTraining& training);
+    // The keys of the caregiver's ledgers in which the code of a training stands.
+    std::vector<std::string> keysOf(const std::string& caregiver, const std::string& code);
+    Standing standing(const std::string& caregiver, const ChargedTraining& training);
+    // What others have made of the ledger in hand, which was `shown`, in words.
+    [[nodiscard]] std::string doneByOthers(const std::string& key, const std::string& employer,
+                                           const records::DBARecord& shown) const;
+    // The same since it was last shown, with the employer's name; "" for nothing.
+    [[nodiscard]] std::string othersSinceShown(const std::string& caregiver,
+                                               const std::string& key) const;
     // All that `work` writes, as one.
     void together(const std::function<void()>& work);
     TakenOut walk(const std::string& caregiver, const LeavingTraining& leaving, bool writing);

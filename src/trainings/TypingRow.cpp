@@ -97,16 +97,16 @@ TrainingLine TypingRow::leaving() const {
 }
 
 // How many trainings under the D.I.F. the lists hold on its day and of its code, itself included.
-int TypingRow::alike(const TrainingLine& leaving) const {
+int TypingRow::alike(const TrainingLine& training) const {
     const auto sameCode = [&](const TrainingLine& line) {
-        return text::Left(line.code, CodeLength) == text::Left(leaving.code, CodeLength);
+        return text::Left(line.code, CodeLength) == text::Left(training.code, CodeLength);
     };
-    const std::string day = Conv_Date_.Date_Stockee(leaving.date);
+    const std::string day = Conv_Date_.Date_Stockee(training.date);
     int count = 1;
     for (int i = 0; i < lines_.count(); ++i)
-        if (const TrainingLine line = lines_.line(i); i != lines_.W_LigneForm() &&
-                                                      line.dif == "OUI" && sameCode(line) &&
-                                                      Conv_Date_.Date_Stockee(line.date) == day)
+        if (const TrainingLine line = lines_.line(i);
+            (W_ModeForm_ == 1 || i != lines_.W_LigneForm()) && line.dif == "OUI" &&
+            sameCode(line) && Conv_Date_.Date_Stockee(line.date) == day)
             ++count;
     return count;
 }
@@ -140,18 +140,20 @@ void TypingRow::Cmd_OKForm_Click() {
     if (creating)
         lines_.requireRoom();
 
-    std::string given;
+    std::string told;
     if (charging) {
-        w_.Cbo_DifFormAidant.ListIndex(dif_.charge(line) ? Yes : No);
+        Charge charge = dif_.charge(line, alike(line));
+        w_.Cbo_DifFormAidant.ListIndex(charge.retained ? Yes : No);
+        told = std::move(charge.told);
         line.dif = w_.Cbo_DifFormAidant.Text();
     } else if (!underDif && !creating && W_DifAvant_ == "OUI") {
-        given = Recherche_DifAidant();
+        told = Recherche_DifAidant();
     }
     if (!creating)
         lines_.remove(lines_.W_LigneForm());
     lines_.insert(std::move(line));
     Effacer_Donnees();
-    w_.Etq_MessageForm.Caption(given);
+    w_.Etq_MessageForm.Caption(told);
 }
 
 void TypingRow::Cmd_SupprimerForm_Click() {

@@ -28,6 +28,12 @@ class ScreenLock {
     virtual void lineClosed() = 0;
 };
 
+// How charging a training ended.
+struct Charge {
+    bool retained = false; // whether it stays under the D.I.F.
+    std::string told = {}; // what the user must know of it; "" for nothing
+};
+
 // What the D.I.F. side does with a training. The control answers it.
 class DifHours {
   public:
@@ -36,12 +42,13 @@ class DifHours {
     DifHours& operator=(const DifHours&) = delete;
     virtual ~DifHours() = default;
 
+    // Ledgers know a training by its date and its code: `alike` says how many under the D.I.F. have
+    // both, itself included.
+
     // Lets the user charge the hours of `training` to employers, on its date and under its code.
-    // Whether it stays under the D.I.F.
-    virtual bool charge(const TrainingLine& training) = 0;
+    virtual Charge charge(const TrainingLine& training, int alike) = 0;
     // Which employers would give back how many hours if `training` went, as a text for the user; ""
-    // if none would. Ledgers know a training by its date and its code: `alike` says how many under
-    // the D.I.F. have both, itself included, among which the hours are shared.
+    // if none would. The hours are shared among those alike.
     [[nodiscard]] virtual std::string wouldGiveBack(const TrainingLine& training, int alike) = 0;
     // Takes `training` out of all ledgers. The same text, of what was done, and of what could not
     // be; no error leaves it.
@@ -59,7 +66,7 @@ struct TypingWidgets {
     widgets::CommandButton Cmd_AjouterFormation;
     widgets::CommandButton Cmd_OKForm;
     widgets::CommandButton Cmd_AnnulerForm;
-    widgets::Label Etq_MessageForm; // hours given back, until the next line is opened
+    widgets::Label Etq_MessageForm; // what became of its hours, until the next line is opened
 };
 
 // Takes over the events of its fields and buttons and the double clicks of the table. All that is
@@ -98,7 +105,7 @@ class TypingRow {
     void Cmd_AnnulerForm_Click();
     [[nodiscard]] TrainingLine typed(const std::string& code) const;
     [[nodiscard]] TrainingLine leaving() const;
-    [[nodiscard]] int alike(const TrainingLine& leaving) const;
+    [[nodiscard]] int alike(const TrainingLine& training) const;
 };
 
 } // namespace vorandine::trainings

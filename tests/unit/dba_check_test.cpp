@@ -105,6 +105,21 @@ TEST_F(Check, RecomputesLedgersAndHoldsThemAgainstTrainings) {
     expectOne("DIFAIDANT", "90001PSD",
               ledger(R"("2":["922337203685477","922337203685477"],"4":["922337203685477","0"])"),
               "0/0 : has figures beyond all hours");
+    const auto lines = [](const char* hours) {
+        return R"({"1":["20051231","20060612","20060612"],"2":["2000"],"5":["","HYG","HYG"],)" +
+               std::string(hours) + "}";
+    };
+    expectOne(
+        "DIFAIDANT", "90001PSD", lines(R"("3":["","750","1"],"4":["2000","1250","1249"])"),
+        "3/3 1: is line 2 of that day and code, where the training file has 1 under OUI: 0,01");
+    expectOne("DIFAIDANT", "90001PSD", ledger(R"("2":["2000","","900"],"4":["2000","1250"])"),
+              "2/3 900: is beyond the 2 values of attribute 1, which tells how many lines there "
+              "are, and is erased by the next change on the D.I.F. tab");
+    expectOne("DIFAIDANT", "90001PSD", ledger(R"("2":["02000",""],"4":["2000","1250"])"),
+              "2/1 02000: becomes '2000' at the next change on the D.I.F. tab");
+    // Two contracts of one employer share the hours of a training.
+    put("DIFAIDANT", "90001PSD", lines(R"("3":["","400","350"],"4":["2000","1600","1250"])"));
+    EXPECT_EQ(call({"check", url}), 0) << out;
     // All three ways of the control to recompute are right, a balance held at zero too.
     put("DIFAIDANT", "90001PSD", ledger(R"("2":["200",""],"4":["200","0"])"));
     EXPECT_EQ(call({"check", url}), 0) << out;
@@ -168,6 +183,10 @@ TEST_F(Check, TellsRecordsThatCannotBeRead) {
         EXPECT_EQ(call({"check", url}), 1);
         EXPECT_TRUE(out.starts_with("UTILISATEURS damaged is damaged")) << out;
     }
+    // Who is charged with a training is not known where one of the ledgers is damaged.
+    write("damaged", before);
+    store->atomically([&] { store->file("DIFAIDANT")->write("90001PSD", "\x01"); });
+    EXPECT_TRUE(call({"check", url}) == 1 && out.ends_with("\n1 finding\n")) << out;
 }
 
 } // namespace

@@ -26,6 +26,8 @@ void checkCharges(std::string_view code, std::string_view trainingFile,
     for (const auto& [key, text] : ledgers)
         if (record.show(key, text))
             check.ledger(record, LedgerKey{caregiver, std::string_view(key).substr(code.size())});
+        else
+            check.unreadable({caregiver});
     check.complete();
 }
 

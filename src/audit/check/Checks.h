@@ -9,7 +9,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -42,11 +44,15 @@ class LayoutCheck {
     void order(const Record& record, const records::AttributeLayout& attribute) const;
 };
 
-// What the next save by the control drops or changes of a training file: added to what the layout
-// says of the value, else told by itself.
+// What the next save by the control drops or changes of a training file, or the next change on the
+// D.I.F. tab of a ledger: added to what the layout says of the value, else told by itself.
 class SavingCheck {
   public:
-    SavingCheck(const Known& known, const TellFinding& tell) : known_(known), tell_(tell) {}
+    // `by` says what loses it, as "next save of the file". All that is handed over must outlive it.
+    SavingCheck(const char* file, const char* by,
+                std::function<std::vector<Loss>(std::string_view record)> losses,
+                const TellFinding& tell)
+        : file_(file), by_(by), losses_(std::move(losses)), tell_(tell) {}
     SavingCheck(const SavingCheck&) = delete;
     SavingCheck& operator=(const SavingCheck&) = delete;
 
@@ -55,7 +61,9 @@ class SavingCheck {
     void look(const Record& record);
 
   private:
-    const Known& known_;
+    const char* file_;
+    const char* by_;
+    std::function<std::vector<Loss>(std::string_view record)> losses_;
     const TellFinding& tell_;
     std::vector<Finding> found_;
     TellFinding layout_ = [this](const Finding& finding) {
@@ -94,6 +102,10 @@ class LedgerCheck {
     // All training files come before the first ledger.
     void trainingFile(const Record& record, Caregivers::Number caregiver);
     void ledger(const Record& record, const std::optional<LedgerKey>& key);
+    // A ledger that is no readable text: what else is charged to trainings of theirs is not known.
+    void unreadable(const Beginnings::Found& caregivers) {
+        unreadable_.insert(caregivers.begin(), caregivers.end());
+    }
     // All ledgers have come.
     void complete() const;
 
@@ -104,6 +116,15 @@ class LedgerCheck {
         std::uint32_t code; // of codes_
         std::uint32_t line : 31;
         std::uint32_t charged : 1;
+        std::uint32_t hours; // in hundredths; 0 where none are known
+    };
+    // What one ledger holds of trainings of one day and code.
+    struct Charges {
+        std::ptrdiff_t first; // of these trainings
+        int trainings;
+        std::int64_t theirs; // hours, as above
+        int lines;
+        std::int64_t hours;
     };
     struct Range {
         std::ptrdiff_t from = 0;
@@ -115,11 +136,14 @@ class LedgerCheck {
     Codes noDates_; // texts that stand where a date should
     Codes codes_;
     std::deque<Training> trainings_;
-    std::vector<Range> trainingsOf_; // by caregiver; may end before the last ones
+    std::vector<Range> trainingsOf_;          // by caregiver; may end before the last ones
+    std::set<Caregivers::Number> unreadable_; // those with a ledger that could not be read
+    std::vector<Charges> ofLedger_;           // of the one that is looked at
 
     void balances(const Record& record) const;
     void charges(const Record& record, Caregivers::Number caregiver);
-    bool charge(Caregivers::Number caregiver, std::string_view date, std::string_view code);
+    // What the ledger is charged with so far for that day and code; null if there is no training.
+    Charges* charge(Caregivers::Number caregiver, std::string_view date, std::string_view code);
 };
 
 } // namespace vorandine::audit

@@ -80,6 +80,12 @@ std::string hours(Fixed4 hundredths) {
     return dif::plainHours(Fixed4(hundredths.toDecimal().shifted(-dif::HundredthsPlaces)));
 }
 
+// Hundredths of an hour; 0 where they are not known.
+std::uint32_t known(const Figure& figure) {
+    const bool is = figure.isWhole && figure.whole > 0 && figure.whole <= UINT32_MAX;
+    return is ? static_cast<std::uint32_t>(figure.whole) : 0;
+}
+
 // A date as a number: its digits, or, of what is no date, a number of its own.
 std::uint32_t dateNumber(std::string_view date, Codes& others) {
     constexpr std::uint32_t BehindDates = 100000000;
@@ -133,13 +139,16 @@ void LedgerCheck::trainingFile(const Record& record, Caregivers::Number caregive
     Record::Values dates = record.values(training_file::Date);
     Record::Values codes = record.values(training_file::Training);
     Record::Values counts = record.values(training_file::CountsForDif);
+    Record::Values lengths = record.values(training_file::Hours);
     const auto from = static_cast<std::ptrdiff_t>(trainings_.size());
     for (std::uint32_t line = 1; dates.more(); ++line) {
         const std::string_view date = dates.next();
         const std::string_view code = codes.next();
         const std::string_view count = counts.next();
+        const Figure length(lengths.next());
         if (count.size() == 1 && count.front() == '1')
-            trainings_.push_back({dateNumber(date, noDates_), codes_.add(code), line, 0});
+            trainings_.push_back(
+                {dateNumber(date, noDates_), codes_.add(code), line, 0, known(length)});
     }
     const auto to = static_cast<std::ptrdiff_t>(trainings_.size());
     if (to == from)
@@ -149,35 +158,65 @@ void LedgerCheck::trainingFile(const Record& record, Caregivers::Number caregive
     trainingsOf_[caregiver] = {from, to};
 }
 
-bool LedgerCheck::charge(Caregivers::Number caregiver, std::string_view date,
-                         std::string_view code) {
+LedgerCheck::Charges* LedgerCheck::charge(Caregivers::Number caregiver, std::string_view date,
+                                          std::string_view code) {
     if (caregiver >= trainingsOf_.size())
-        return false;
+        return nullptr;
     const std::uint32_t day = dateNumber(date, noDates_);
     const std::uint32_t training = codes_.find(code);
-    bool found = false;
+    Charges found{.first = -1, .trainings = 0, .theirs = 0, .lines = 0, .hours = 0};
+    bool allKnown = true;
     const auto [from, to] = trainingsOf_[caregiver];
     const auto end = trainings_.begin() + to;
     for (auto one = trainings_.begin() + from; one != end; ++one)
         if (one->date == day && one->code == training) {
             one->charged = 1;
-            found = true;
+            if (found.trainings++ == 0)
+                found.first = one - trainings_.begin();
+            found.theirs += one->hours;
+            allKnown &= one->hours > 0;
         }
-    return found;
+    if (found.trainings == 0)
+        return nullptr;
+    if (!allKnown)
+        found.theirs = 0;
+    const auto seen = std::find_if(ofLedger_.begin(), ofLedger_.end(),
+                                   [&](const Charges& one) { return one.first == found.first; });
+    return seen != ofLedger_.end() ? &*seen : &ofLedger_.emplace_back(found);
 }
 
 void LedgerCheck::charges(const Record& record, Caregivers::Number caregiver) {
     Record::Values dates = record.values(ledger::Date);
     Record::Values codes = record.values(ledger::Training);
+    Record::Values used = record.values(ledger::Hours);
+    ofLedger_.clear();
     for (int line = 1; dates.more() && codes.more(); ++line) {
         const std::string_view date = dates.next();
         const std::string_view code = codes.next();
-        if (!code.empty() && !charge(caregiver, date, code))
+        const std::string_view hundredths = used.next();
+        if (code.empty())
+            continue;
+        if (Charges* const charges = charge(caregiver, date, code)) {
+            ++charges->lines;
+            charges->hours += known(Figure(hundredths));
+            if (charges->lines > charges->trainings && charges->theirs > 0 &&
+                charges->hours > charges->theirs)
+                tell_({ledger::File, std::string(record.key()), ledger::Hours, line,
+                       std::string(hundredths),
+                       "is line " + std::to_string(charges->lines) +
+                           " of that day and code, where the training file has " +
+                           std::to_string(charges->trainings) + " under OUI: " +
+                           hours(Fixed4(text::Decimal::require(
+                               std::to_string(charges->hours - charges->theirs)))) +
+                           " hours too many",
+                       "take the line out of the hours if the training was charged twice"});
+        } else {
             tell_({ledger::File, std::string(record.key()), ledger::Training, line,
                    std::string(code),
                    "is charged, but the training file has no such training on that day that counts",
                    "take the line out of the hours; if the training took place, enter it then with "
                    "OUI"});
+        }
     }
 }
 
@@ -196,7 +235,7 @@ void LedgerCheck::ledger(const Record& record, const std::optional<LedgerKey>& k
 
 void LedgerCheck::complete() const {
     for (const Caregivers::Number caregiver : known_.caregivers().sorted()) {
-        if (caregiver >= trainingsOf_.size())
+        if (caregiver >= trainingsOf_.size() || unreadable_.contains(caregiver))
             continue;
         const auto [from, to] = trainingsOf_[caregiver];
         const auto end = trainings_.begin() + to;
@@ -206,7 +245,8 @@ void LedgerCheck::complete() const {
                        training_file::Training, static_cast<int>(one->line), codes_[one->code],
                        "counts for the D.I.F. (OUI), but no employer is charged with it on that "
                        "day",
-                       "open the training, choose NON, then OUI again and the employer"});
+                       "open the training, choose NON and Ok; open it again, choose OUI, the "
+                       "employer, Ok"});
     }
 }
 

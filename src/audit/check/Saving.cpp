@@ -1,16 +1,16 @@
 // The losses of saving beside the findings of the layout.
 #include "audit/check/Checks.h"
-#include "records/StoredFiles.h"
 
 #include <algorithm>
 
 namespace vorandine::audit {
 
 void SavingCheck::look(const Record& record) {
-    const std::vector<Loss> losses = lossesOfSaving(record.text(), known_.choices());
-    const auto problem = [](const Loss& loss) {
-        return loss.becomes.empty() ? std::string("is erased by the next save of the file")
-                                    : "becomes '" + loss.becomes + "' at the next save of the file";
+    const std::vector<Loss> losses = losses_(record.text());
+    const auto problem = [&](const Loss& loss) {
+        return (loss.becomes.empty() ? "is erased by the "
+                                     : "becomes '" + loss.becomes + "' at the ") +
+               by_;
     };
     std::vector<bool> added(losses.size());
     for (Finding& finding : found_) {
@@ -26,8 +26,8 @@ void SavingCheck::look(const Record& record) {
     found_.clear();
     for (std::size_t i = 0; i < losses.size(); ++i)
         if (!added[i])
-            tell_({records::training_file::File, std::string(record.key()), losses[i].attribute,
-                   losses[i].position, losses[i].value, problem(losses[i]),
+            tell_({file_, std::string(record.key()), losses[i].attribute, losses[i].position,
+                   losses[i].value, problem(losses[i]),
                    "take it down elsewhere if it is worth something: the history alone keeps it"});
 }
 

@@ -15,7 +15,8 @@ using Look = std::function<void(const Record&)>;
 
 // One pass over a file: its layout, and whatever else is asked of its records.
 void pass(store::Engine& engine, const std::string& file, Known& known, const TellFinding& tell,
-          const std::function<void()>& step, const Look& look = {}) {
+          const std::function<void()>& step, const Look& look = {},
+          const std::function<void(std::string_view key)>& unreadable = {}) {
     const LayoutCheck layouts(file, known, tell);
     Record record;
     engine.file(file)->scan({}, [&](std::string_view key, std::string_view text) {
@@ -23,6 +24,8 @@ void pass(store::Engine& engine, const std::string& file, Known& known, const Te
         if (!record.show(key, text)) {
             tell({file, records::shownKey(key), 0, 0, "", "is damaged: it is no readable text",
                   "store the record anew, or take it from a copy of the store"});
+            if (unreadable)
+                unreadable(key);
             return true;
         }
         layouts.look(record);
@@ -39,7 +42,11 @@ void checkStore(store::Engine& engine, const TellFinding& tell, const std::funct
     Known known;
     ReferenceCheck references(known, tell);
     LedgerCheck ledgers(known, tell);
-    SavingCheck saving(known, tell);
+    SavingCheck saving(
+        records::training_file::File, "next save of the file",
+        [&](std::string_view record) { return lossesOfSaving(record, known.choices()); }, tell);
+    SavingCheck ledgerSaving(records::ledger::File, "next change on the D.I.F. tab", lossesOfLedger,
+                             tell);
     std::vector<std::string> rest = engine.files();
     const auto over = [&](const std::string& file, const Look& look) {
         std::erase(rest, file);
@@ -73,11 +80,16 @@ void checkStore(store::Engine& engine, const TellFinding& tell, const std::funct
     over(records::pay::File,
          [&](const Record& record) { references.pay(record, ofPay.of(record.key())); });
     Beginnings ofLedgers(known.caregivers());
-    over(records::ledger::File, [&](const Record& record) {
-        const auto key = known.split(record.key(), ofLedgers.of(record.key()));
-        references.ledger(record, key);
-        ledgers.ledger(record, key);
-    });
+    std::erase(rest, records::ledger::File);
+    pass(
+        engine, records::ledger::File, known, ledgerSaving.layout(), step,
+        [&](const Record& record) {
+            const auto key = known.split(record.key(), ofLedgers.of(record.key()));
+            ledgerSaving.look(record);
+            references.ledger(record, key);
+            ledgers.ledger(record, key);
+        },
+        [&](std::string_view key) { ledgers.unreadable(ofLedgers.of(key)); });
     ledgers.complete();
     for (const std::string& file : rest)
         pass(engine, file, known, tell, step);

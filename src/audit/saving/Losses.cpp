@@ -2,6 +2,7 @@
 #include "audit/saving/Losses.h"
 
 #include "components/DateConverter.h"
+#include "dif/LedgerRecord.h"
 #include "records/DBARecord.h"
 #include "records/RecordText.h"
 #include "records/StoredFiles.h"
@@ -17,6 +18,7 @@ namespace vorandine::audit {
 namespace {
 
 namespace file = records::training_file;
+namespace ledger = records::ledger;
 namespace table = records::table;
 using components::DateConverter;
 
@@ -64,16 +66,45 @@ std::string nothing(std::string_view /*value*/) {
     return {};
 }
 
+// What a list is of, in the three places where a sentence says it.
+struct LineWords {
+    const char* of;     // a line
+    const char* beyond; // the last one
+    const char* none;
+};
+constexpr LineWords TrainingWords{" de la formation n° ", ", au-delà de la dernière formation (",
+                                  ", sans formation"};
+constexpr LineWords LedgerWords{" de la ligne n° ", ", au-delà de la dernière ligne (",
+                                ", sans ligne"};
+
 class Search {
   public:
-    Search(std::string_view record, const Choices& choices) : record_(record), choices_(choices) {}
+    Search(std::string_view record, const LineWords& words) : record_(record), words_(words) {}
 
-    std::vector<Loss> run() {
+    std::vector<Loss> ofLedger() {
+        const int lines = count(attribute(ledger::Date));
+        const auto stays = [](auto) { return true; };
+        const auto figure = [](std::string_view value) {
+            return dif::rewrittenFigure(std::string(value));
+        };
+        list(ledger::Date, "la date du D.I.F.", lines, DateConverter::isStored,
+             [](std::string_view value) {
+                 const DateConverter dates([] { return widgets::Date{}; }); // none is typed
+                 return dif::rewrittenDate(std::string(value), dates);
+             });
+        list(ledger::Rights, "les droits du D.I.F.", lines, isWhole, figure, "");
+        list(ledger::Hours, "les heures du D.I.F.", lines, isWhole, figure, "");
+        list(ledger::Balance, "le solde du D.I.F.", lines, stays, nothing);
+        list(ledger::Training, "le code du D.I.F.", lines, stays, nothing);
+        return std::move(losses_);
+    }
+
+    std::vector<Loss> ofTrainingFile(const Choices& choices) {
         const int lines = count(attribute(file::Training));
         single(file::StudyType, "le type d'étude", "", isType, [](auto) { return "D"; });
         single(
             file::StudyCode, "l'étude", ", qui n'est pas dans sa table",
-            [&](std::string_view code) { return choices_.hasStudy(code); }, nothing);
+            [&](std::string_view code) { return choices.hasStudy(code); }, nothing);
         list(file::Date, "la date", lines, DateConverter::isStored, DateConverter::stored);
         list(
             file::Training, "le code", lines,
@@ -96,7 +127,7 @@ class Search {
         single(
             file::Qualification, "la qualification",
             ", qui n'est pas dans sa table, dès que l'on passe par son champ",
-            [&](std::string_view entry) { return choices_.hasQualification(entry); }, nothing);
+            [&](std::string_view entry) { return choices.hasQualification(entry); }, nothing);
         beyond();
         return std::move(losses_);
     }
@@ -106,7 +137,7 @@ class Search {
 
     std::string_view record_;
     records::AttributeCursor cursor_{record_};
-    const Choices& choices_;
+    const LineWords& words_;
     std::vector<Loss> losses_;
 
     std::string_view attribute(int number) { return cursor_.text(number); }
@@ -136,20 +167,19 @@ class Search {
     }
 
     template <typename Stays, typename After>
-    void list(int number, const char* name, int lines, const Stays& stays, const After& after) {
+    void list(int number, const char* name, int lines, const Stays& stays, const After& after,
+              const char* why = NoDate) {
         eachValue(attribute(number), [&](int position, std::string_view value) {
             if (position <= lines && stays(value))
                 return;
             const std::string what = name + (" " + quoted(value));
             if (position <= lines)
                 lose(number, position, value, after(value),
-                     what + " de la formation n° " + std::to_string(position), NoDate);
+                     what + words_.of + std::to_string(position), why);
             else
                 add(number, position, value, "",
                     what + " en position " + std::to_string(position) +
-                        (lines == 0 ? ", sans formation"
-                                    : ", au-delà de la dernière formation (" +
-                                          std::to_string(lines) + ")"));
+                        (lines == 0 ? words_.none : words_.beyond + std::to_string(lines) + ")"));
         });
     }
 
@@ -180,13 +210,18 @@ void Choices::read(std::string_view name, std::string_view text) {
 }
 
 std::vector<Loss> lossesOfSaving(std::string_view record, const Choices& choices) {
-    return Search(record, choices).run();
+    return Search(record, TrainingWords).ofTrainingFile(choices);
+}
+
+std::vector<Loss> lossesOfLedger(std::string_view record) {
+    return Search(record, LedgerWords).ofLedger();
 }
 
 std::string lossNotice(const std::vector<Loss>& losses) {
     if (losses.empty())
         return {};
     std::vector<std::string> sentences;
+    sentences.reserve(losses.size());
     for (const Loss& loss : losses)
         sentences.push_back(loss.sentence);
     return "Un enregistrement effacera : " + text::Listed(sentences, MostTold, " ; ", " ; ") + ".";

@@ -1,5 +1,6 @@
-// What a save by the control drops or changes of a caregiver's file of its own accord: what the
-// screen has no place for, and what does not convert. Said before, so that nothing goes unseen.
+// What a save by the control drops or changes of a caregiver's file of its own accord, and a change
+// on the D.I.F. tab of a ledger: what the screen has no place for, and what does not convert. Said
+// before, so that nothing goes unseen.
 #pragma once
 
 #include "audit/check/Codes.h"
@@ -39,6 +40,11 @@ class Choices {
 // order of attributes and values. Values that are filled in where none stood (hours 0, NON, seven
 // lines of experience, today, all activities) are no losses.
 [[nodiscard]] std::vector<Loss> lossesOfSaving(std::string_view record, const Choices& choices);
+
+// The losses of a ledger, given in the same way, by the next line that is added, changed or deleted
+// on the D.I.F. tab. Balances are computed again by every change: only one beyond the lines is
+// lost.
+[[nodiscard]] std::vector<Loss> lossesOfLedger(std::string_view record);
 
 // "Un enregistrement effacera : ...", ten of them at most and how many more; "" for none.
 [[nodiscard]] std::string lossNotice(const std::vector<Loss>& losses);
