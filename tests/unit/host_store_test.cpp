@@ -57,14 +57,19 @@ TEST_F(HostStore, TellsBeforeWhatSavingAFileErases) {
     put("TABLES", "DIPLOMES", "^01^BEP");
     put("TABLES", "QUALIF", "^Écoutante");
     put("FORMVORANDINE", "1", "N^01^^^20060101^PSC^750^^]]]]]]a]b^A1^^^^1^Écoutante");
-    EXPECT_EQ(savingNotice(*store, "1")->text,
-              "Un enregistrement effacera : l'expérience n° 8 « b ».");
+    put("TABLES", "FORMPRO", "");
+    const auto saving = [&](const char* code) { return savingNotice(readCaregiver(store, code)); };
+    put("DIFAIDANT", "1ADM", "20060310^]500^100^-100");
+    EXPECT_EQ(saving("1")->text,
+              "Un enregistrement effacera : l'expérience n° 8 « b » ; les droits "
+              "du D.I.F. « 500 » en position 2, au-delà de la dernière ligne "
+              "(1) (ADM).");
     put("FORMVORANDINE", "1", "N^99^^^1/2/2006^PSC]MANX^^^^^^^^^^1]2]3]4]5]6]7]8]9");
-    const std::string notice = savingNotice(*store, "1")->text;
+    const std::string notice = saving("1")->text;
     EXPECT_NE(notice.find("formation n° 1, que remplacera « 20060201 » ; le co"),
               std::string::npos);
-    EXPECT_TRUE(notice.ends_with("l'attribut 16 « 7 » ; et 2 autres.")) << notice;
-    EXPECT_FALSE(savingNotice(*store, "2"));
+    EXPECT_TRUE(notice.ends_with("l'attribut 16 « 7 » ; et 3 autres.")) << notice;
+    EXPECT_FALSE(saving("2"));
 }
 
 TEST_F(HostStore, TellsHoursAndTrainingsThatDoNotAnswerEachOther) {
@@ -79,7 +84,10 @@ TEST_F(HostStore, TellsHoursAndTrainingsThatDoNotAnswerEachOther) {
     other.changes().user("odile");
     other.OpenFile("DIFAIDANT")
         ->WriteRecord("1ADM", store_test::marks("20060310]20060312^]^600]700^-600]-1300^MAN]PSC"));
-    const auto notice = [&] { return chargesNotice(store, "1", dates).value_or(Notice{}).text; };
+    const auto notice = [&] {
+        CaregiverRecords caregiver = readCaregiver(store, "1");
+        return chargesNotice(caregiver, dates).value_or(Notice{}).text;
+    };
     EXPECT_EQ(notice(),
               "Heures imputées sans formation OUI dans le dossier : 12/03/2006 Premiers secours "
               "(ADMR, par odile le " +

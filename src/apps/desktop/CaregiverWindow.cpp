@@ -88,11 +88,16 @@ void CaregiverWindow::tellAtOpening() {
         notices_->tell(host::consultation());
         return;
     }
-    const host::HostObjects objects = session_.objects();
-    if (const auto saving = host::savingNotice(*objects.database, caregiver_.code))
-        notices_->tell(*saving);
-    if (const auto charges = host::chargesNotice(objects.database, caregiver_.code, objects.dates))
-        notices_->tell(*charges);
+    try {
+        const host::HostObjects objects = session_.objects();
+        host::CaregiverRecords caregiver = host::readCaregiver(objects.database, caregiver_.code);
+        for (const auto& notice :
+             {host::savingNotice(caregiver), host::chargesNotice(caregiver, objects.dates)})
+            if (notice)
+                notices_->tell(*notice);
+    } catch (const Error&) {
+        // The control tells what cannot be read as soon as it is needed.
+    }
 }
 
 void CaregiverWindow::tellNews() {

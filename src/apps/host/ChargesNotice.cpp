@@ -3,14 +3,11 @@
 
 #include "audit/check/CaregiverCharges.h"
 #include "dif/Employers.h"
-#include "ports/Query.h"
-#include "ports/Variables.h"
 #include "records/StoredFiles.h"
 #include "records/TrainingLabels.h"
-#include "text/Error.h"
 #include "text/Listing.h"
 
-#include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -59,58 +56,37 @@ std::string told(const std::vector<std::string>& withoutTraining,
 
 } // namespace
 
-std::optional<Notice> chargesNotice(const std::shared_ptr<ports::DBADatabase>& database,
-                                    const std::string& code, const ports::DateObject& dates) {
-    try {
-        ports::Variables v;
-        v.TheDatabase = database;
-        ports::Ouvrir_Fichiers(v);
-        const records::DBARecord file =
-            ports::find(*v.F_FORMVORANDINE, code).value_or(records::DBARecord());
-        const records::DBARecord rows =
-            ports::select(*database, ports::Query(ledger::File).with(records::Key, "=", code + "]"),
-                          {records::Key});
-        std::vector<std::pair<std::string, std::string>> texts;
-        std::map<std::string, records::DBARecord> ledgers;
-        bool all = true;
-        for (int row = 1; row <= rows.DCount(); ++row) {
-            const std::string key = rows(row);
-            try {
-                const records::DBARecord& read =
-                    ledgers.emplace(key, v.F_DIFAIDANT->ReadRecord(key)).first->second;
-                texts.emplace_back(key, read());
-            } catch (const Error&) {
-                all = false;
-            }
+std::optional<Notice> chargesNotice(CaregiverRecords& caregiver, const ports::DateObject& dates) {
+    ports::Variables& v = caregiver.tables;
+    const records::DBARecord& file = caregiver.file;
+    const records::TrainingLabels labels(v.F_FORMPRO);
+    std::vector<std::pair<std::string, std::string>> ledgers;
+    for (const auto& [key, ledger] : caregiver.ledgers)
+        ledgers.emplace_back(key, ledger());
+    std::vector<std::string> withoutTraining;
+    std::vector<std::string> withoutHours;
+    audit::checkCharges(caregiver.code, file(), ledgers, [&](const audit::Finding& found) {
+        if (found.file == training_file::File) {
+            if (caregiver.all)
+                withoutHours.push_back(training(file(training_file::Date, found.position),
+                                                found.value, labels, dates));
+            return;
         }
-        const records::TrainingLabels labels(v.F_FORMPRO);
-        std::vector<std::string> withoutTraining;
-        std::vector<std::string> withoutHours;
-        audit::checkCharges(code, file(), texts, [&](const audit::Finding& found) {
-            if (found.file == training_file::File) {
-                if (all)
-                    withoutHours.push_back(training(file(training_file::Date, found.position),
-                                                    found.value, labels, dates));
-                return;
-            }
-            const records::DBARecord& charged = ledgers.at(found.key);
-            withoutTraining.push_back(
-                training(charged(ledger::Date, found.position), found.value, labels, dates) + " (" +
-                text::Shortened(dif::employerNameOrCode(v, found.key.substr(code.size())),
-                                MostOfLabel) +
-                changed(v.F_DIFAIDANT->LastChange(found.key)) + ")");
-        });
-        std::string text = told(withoutTraining, withoutHours);
-        if (text.empty())
-            return std::nullopt;
-        return Notice{.name = "charges",
-                      .kind = NoticeKind::Warning,
-                      .head = "À l'ouverture, des heures et des formations ne se répondaient pas.",
-                      .text = std::move(text),
-                      .button = {}};
-    } catch (const Error&) {
-        return std::nullopt; // the control tells, or what could be told is not known
-    }
+        const records::DBARecord& charged = caregiver.ledgers.at(found.key);
+        withoutTraining.push_back(
+            training(charged(ledger::Date, found.position), found.value, labels, dates) + " (" +
+            text::Shortened(dif::employerNameOrCode(v, found.key.substr(caregiver.code.size())),
+                            MostOfLabel) +
+            changed(v.F_DIFAIDANT->LastChange(found.key)) + ")");
+    });
+    std::string text = told(withoutTraining, withoutHours);
+    if (text.empty())
+        return std::nullopt;
+    return Notice{.name = "charges",
+                  .kind = NoticeKind::Warning,
+                  .head = "À l'ouverture, des heures et des formations ne se répondaient pas.",
+                  .text = std::move(text),
+                  .button = {}};
 }
 
 } // namespace vorandine::host

@@ -2,22 +2,19 @@
 // program that was ended between charging and saving leaves such.
 #pragma once
 
+#include "apps/host/CaregiverRecords.h"
 #include "apps/host/Notices.h"
-#include "ports/Database.h"
 #include "ports/DateObject.h"
 
-#include <memory>
 #include <optional>
-#include <string>
 
 namespace vorandine::host {
 
 // Hours charged for a training that the stored file does not have under the D.I.F., trainings under
-// it that no ledger is charged with, and what to do. Nothing where there are none, or where file or
-// tables cannot be read; ledgers that cannot be are passed over, and as they may hold the hours,
-// trainings without hours are then not told.
-[[nodiscard]] std::optional<Notice>
-chargesNotice(const std::shared_ptr<ports::DBADatabase>& database, const std::string& code,
-              const ports::DateObject& dates);
+// it that no ledger is charged with, and what to do; nothing where there are none. A ledger that
+// could not be read may hold the hours: trainings without hours are then not told. Names of
+// employers are read.
+[[nodiscard]] std::optional<Notice> chargesNotice(CaregiverRecords& caregiver,
+                                                  const ports::DateObject& dates);
 
 } // namespace vorandine::host

@@ -1,36 +1,32 @@
-// The stored record and its tables, read apart from those of the control.
+// The losses of the file, then those of the ledgers, each with its employer.
 #include "apps/host/SavingNotice.h"
 
 #include "audit/saving/Losses.h"
 #include "records/StoredFiles.h"
-#include "text/Error.h"
 
 #include <utility>
+#include <vector>
 
 namespace vorandine::host {
 
-std::optional<Notice> savingNotice(ports::DBADatabase& database, const std::string& code) {
-    namespace table = records::table;
-    try {
-        const records::DBARecord file =
-            database.OpenFile(records::training_file::File)->ReadRecord(code);
-        const auto tables = database.OpenFile(table::File);
-        audit::Choices choices;
-        for (const char* const name : {table::Diplomas, table::Qualifications}) {
-            const records::DBARecord record = tables->ReadRecord(name);
-            choices.read(name, record());
+std::optional<Notice> savingNotice(const CaregiverRecords& caregiver) {
+    audit::Choices choices;
+    choices.read(records::table::Diplomas, caregiver.tables.F_DIPLOMES());
+    choices.read(records::table::Qualifications, caregiver.tables.F_QUALIF());
+    std::vector<audit::Loss> losses = audit::lossesOfSaving(caregiver.file(), choices);
+    for (const auto& [key, ledger] : caregiver.ledgers)
+        for (audit::Loss& loss : audit::lossesOfLedger(ledger())) {
+            loss.sentence += " (" + key.substr(caregiver.code.size()) + ")";
+            losses.push_back(std::move(loss));
         }
-        std::string text = audit::lossNotice(audit::lossesOfSaving(file(), choices));
-        if (text.empty())
-            return std::nullopt;
-        return Notice{.name = "saving",
-                      .kind = NoticeKind::Warning,
-                      .head = {},
-                      .text = std::move(text),
-                      .button = {}};
-    } catch (const Error&) {
-        return std::nullopt; // the control tells, or there is nothing to save over
-    }
+    std::string text = audit::lossNotice(losses);
+    if (text.empty())
+        return std::nullopt;
+    return Notice{.name = "saving",
+                  .kind = NoticeKind::Warning,
+                  .head = {},
+                  .text = std::move(text),
+                  .button = {}};
 }
 
 } // namespace vorandine::host
