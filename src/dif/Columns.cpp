@@ -29,8 +29,8 @@ constexpr std::size_t LastColumn = Balance.column + Balance.width - 1;
 // Of a line of Lst_Dif.
 constexpr Piece Employer = ChargeLine::Columns[0];
 constexpr Piece LastBalance = ChargeLine::Columns[1];
-constexpr Piece Charged = ChargeLine::Columns[2];
-constexpr std::size_t HeadWidth = Charged.column - 1;
+constexpr Piece ChargedHours = ChargeLine::Columns[2];
+constexpr std::size_t HeadWidth = ChargedHours.column - 1;
 
 // At the right of `width` columns; not cut.
 std::string right(std::string_view figure, std::size_t width) {
@@ -101,18 +101,19 @@ std::string ChargeLine::cleared(std::string_view head) {
 ChargeLine ChargeLine::parse(std::string_view line) {
     return {.employer = Trim(cut(line, Employer)),
             .balance = Trim(cut(line, LastBalance)),
-            .hours = Trim(cut(line, Charged))};
+            .hours = Trim(cut(line, ChargedHours))};
 }
 
 std::string ChargeLine::withBalance(std::string_view line, std::string_view balance) {
     std::string changed = head(parse(line).employer, balance);
     if (touched(line))
-        changed = text::PadRight(changed, HeadWidth) + Mid(line, Charged.column, Charged.width);
+        changed =
+            text::PadRight(changed, HeadWidth) + Mid(line, ChargedHours.column, ChargedHours.width);
     return changed;
 }
 
 bool ChargeLine::touched(std::string_view line) {
-    return !cut(line, Charged).empty();
+    return !cut(line, ChargedHours).empty();
 }
 
 } // namespace vorandine::dif
