@@ -170,12 +170,12 @@ std::vector<Rows> Connection::run(const std::vector<Call>& calls) {
     std::vector<Statement*> fresh;
     std::shared_ptr<PGresult> failure;
     std::vector<Rows> rows;
-    send(calls, fresh);
-    for (std::size_t i = 0; i < fresh.size(); ++i)
-        static_cast<void>(answer(failure));
     rows.reserve(calls.size());
-    for (std::size_t i = 0; i < calls.size(); ++i)
-        rows.push_back(answer(failure));
+    for (const bool wanted : send(calls, fresh)) {
+        Rows answered = answer(failure);
+        if (wanted)
+            rows.push_back(std::move(answered));
+    }
     finish(fresh, failure);
     return rows;
 }
@@ -183,8 +183,7 @@ std::vector<Rows> Connection::run(const std::vector<Call>& calls) {
 void Connection::stream(const std::vector<Call>& calls, const Visitor& visitor, bool mayCancel) {
     std::vector<Statement*> fresh;
     std::shared_ptr<PGresult> failure;
-    send(calls, fresh);
-    for (std::size_t i = 1; i < fresh.size() + calls.size(); ++i)
+    for (std::size_t before = send(calls, fresh).size() - 1; before > 0; --before)
         static_cast<void>(answer(failure));
     PQsetSingleRowMode(handle_.get());
     bool ended = false;
@@ -223,23 +222,24 @@ void Connection::script(const std::vector<std::string>& statements) {
 
 // A statement is prepared under a name that nobody had: one of a pipeline that failed may be there
 // or not.
-void Connection::send(const std::vector<Call>& calls, std::vector<Statement*>& fresh) {
+std::vector<bool> Connection::send(const std::vector<Call>& calls, std::vector<Statement*>& fresh) {
     if (handle_ == nullptr)
         connect();
     ++roundTrips_;
     PGconn* const to = handle_.get();
     bool sent = true;
+    std::vector<bool> answers;
     for (const Call& call : calls) {
         Statement& statement = call.statement.get();
-        if (statement.connection_ == generation_)
-            continue;
-        statement.connection_ = generation_;
-        statement.name_ = std::to_string(++names_);
-        fresh.push_back(&statement);
-        sent = sent &&
-               PQsendPrepare(to, statement.name_.c_str(), statement.sql_.c_str(), 0, nullptr) != 0;
-    }
-    for (const Call& call : calls) {
+        if (statement.connection_ != generation_) {
+            statement.connection_ = generation_;
+            statement.name_ = std::to_string(++names_);
+            fresh.push_back(&statement);
+            answers.push_back(false);
+            sent = sent && PQsendPrepare(to, statement.name_.c_str(), statement.sql_.c_str(), 0,
+                                         nullptr) != 0;
+        }
+        answers.push_back(true);
         std::vector<const char*> values;
         std::vector<int> lengths;
         for (const auto& value : call.values) {
@@ -248,12 +248,13 @@ void Connection::send(const std::vector<Call>& calls, std::vector<Statement*>& f
             lengths.push_back(value ? static_cast<int>(value->size()) : 0);
         }
         const std::vector<int> binary(values.size(), 1);
-        sent = sent && PQsendQueryPrepared(to, call.statement.get().name_.c_str(),
-                                           static_cast<int>(values.size()), values.data(),
-                                           lengths.data(), binary.data(), 1) != 0;
+        sent = sent &&
+               PQsendQueryPrepared(to, statement.name_.c_str(), static_cast<int>(values.size()),
+                                   values.data(), lengths.data(), binary.data(), 1) != 0;
     }
     if (!sent || PQpipelineSync(to) == 0)
         lose();
+    return answers;
 }
 
 Rows Connection::answer(std::shared_ptr<PGresult>& failure) {

@@ -113,7 +113,9 @@ class Connection {
     bool warned_ = false;
 
     void connect();
-    void send(const std::vector<Call>& calls, std::vector<Statement*>& fresh);
+    // Each statement is prepared just before it runs: the beginning of a transaction must come
+    // before anything else is. Of each answer to come, whether it is of a call.
+    std::vector<bool> send(const std::vector<Call>& calls, std::vector<Statement*>& fresh);
     // The answer to the statement whose turn it is; the first failure is kept in `failure`.
     [[nodiscard]] Rows answer(std::shared_ptr<PGresult>& failure);
     void finish(const std::vector<Statement*>& fresh, std::shared_ptr<PGresult>& failure);

@@ -234,13 +234,21 @@ std::vector<Rows> PostgresEngine::ask(const std::vector<Call>& calls) {
     requireFree();
     if (within_ == Within::Nothing)
         return insisting([&] { return connection_.run(calls); });
-    return inTransaction([&] {
+    const auto run = [&] {
         std::vector<Call> all = opening();
         const auto before = static_cast<std::ptrdiff_t>(all.size());
         all.insert(all.end(), calls.begin(), calls.end());
         std::vector<Rows> rows = connection_.run(all);
         rows.erase(rows.begin(), rows.begin() + before);
         return rows;
+    };
+    // With its beginning, nothing of the transaction is lost.
+    const bool first = !begun_;
+    return inTransaction([&] {
+        return !first ? run() : insisting([&] {
+            begun_ = false;
+            return run();
+        });
     });
 }
 
@@ -249,6 +257,7 @@ void PostgresEngine::stream(const Call& call, const EngineFile::Visitor& visit) 
     std::exception_ptr thrown;
     inTransaction([&] {
         const Visiting visiting(*this);
+        const bool first = !begun_;
         std::vector<Call> all = opening();
         all.push_back(call);
         bool handedOver = false;
@@ -265,8 +274,11 @@ void PostgresEngine::stream(const Call& call, const EngineFile::Visitor& visit) 
         try {
             run();
         } catch (const Unreachable&) {
-            if (handedOver || within_ != Within::Nothing)
+            if (handedOver || !first)
                 throw;
+            begun_ = false;
+            all = opening();
+            all.push_back(call);
             insisting(run);
         }
     });
