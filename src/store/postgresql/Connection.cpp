@@ -55,7 +55,8 @@ constexpr std::array<Meaning, 11> Meanings{{
     {"40", errors::Locked, Busy},
     {"53100", errors::DiskFull, Full},
     {"42501", errors::ReadOnly,
-     "ne peut pas être modifiée avec les droits de ce poste. Demandez-les à votre administrateur."},
+     "refuse cela à ce poste : ses droits ne le permettent pas. Demandez-les à votre "
+     "administrateur."},
     {"XX001", errors::Damaged, Broken},
     {"XX002", errors::Damaged, Broken},
     {"42P01", errors::StoreMissing, Gone},
@@ -66,7 +67,8 @@ constexpr std::array<Meaning, 11> Meanings{{
 }};
 
 // The server ends the connection, or is none to write to any more.
-constexpr std::array<std::string_view, 6> Ends{"08", "57P01", "57P02", "57P03", "57P05", "25006"};
+constexpr std::array<std::string_view, 7> Ends{"08",    "25P03", "57P01", "57P02",
+                                               "57P03", "57P05", "25006"};
 
 std::string_view field(const PGresult* result, int code) {
     const char* const text = PQresultErrorField(result, code);

@@ -294,10 +294,13 @@ auto PostgresEngine::settling(const Work& work) {
             connection_.fail(errors::StoreFailed, "a été écrite, mais aucun serveur de secours ne "
                                                   "l'a confirmé. Recommencez.");
         return found;
-    } catch (const Unreachable& lost) {
+    } catch (const Error& lost) {
+        // Whoever waits for the transaction's end may have to wait for long.
+        if (lost.number() != errors::Unreachable && lost.number() != errors::Locked)
+            throw;
         connection_.fail(errors::Unreachable,
-                         "n'a pas répondu à un enregistrement, qui est peut-être fait. Recommencez "
-                         "quand elle sera joignable : il n'aura pas lieu deux fois. " +
+                         "n'a pas répondu à un enregistrement, qui est peut-être fait. Quand elle "
+                         "sera joignable, voyez-le en rouvrant le dossier avant de recommencer. " +
                              std::string(lost.what()));
     }
 }

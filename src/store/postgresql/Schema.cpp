@@ -13,9 +13,10 @@ constexpr std::string_view Mark = "vorandine ";
 constexpr std::string_view Format = "1";
 constexpr const char* Sessions = "SESSIONS";
 
-// Changes a record and keeps the history. NAME, FILE, HISTORY, SCHEMA and ALONE are put in. What a
-// statement of it waits for, the next one sees as it is then. Who owns the store may tell the
-// moment and write without history: he could write the tables himself.
+// Changes a record and keeps the history; the words between @ are put in. Most changes find what
+// they expect, and look for the record once. What a statement waits for, the next one sees as it is
+// then. Who owns the store may tell the moment and write without history: he could write the tables
+// himself.
 constexpr std::string_view Writer = R"sql(
 CREATE FUNCTION @NAME@ (la_cle bytea, la_fiche bytea, compare boolean, attendue bytea,
                         qui bytea, chargement boolean, quand bytea, sans_histoire boolean,
@@ -31,6 +32,18 @@ BEGIN
     END IF;
     PERFORM pg_advisory_xact_lock_shared(@LOCK@);
     LOOP
+        IF compare AND attendue IS NOT NULL AND la_fiche IS NOT NULL AND NOT reprise THEN
+            UPDATE @FILE@ SET fiche = la_fiche WHERE cle = la_cle AND fiche = attendue;
+            IF FOUND THEN
+                fait := true;
+                avant := attendue;
+                EXIT;
+            END IF;
+        ELSIF (compare OR chargement) AND la_fiche IS NOT NULL AND NOT reprise THEN
+            INSERT INTO @FILE@ VALUES (la_cle, la_fiche) ON CONFLICT (cle) DO NOTHING;
+            fait := FOUND;
+            EXIT WHEN FOUND;
+        END IF;
         SELECT fiche INTO avant FROM @FILE@ WHERE cle = la_cle FOR UPDATE;
         IF reprise AND avant IS NOT DISTINCT FROM la_fiche THEN
             SELECT substr(cle, length(debut) + 1) INTO moment FROM @HISTORY@
