@@ -56,7 +56,9 @@ TEST_P(StoreEngine, KeepsBytesByKeyInAllFilesOfTheCatalogue) {
     EXPECT_TRUE(file.erase("a"));
     EXPECT_FALSE(file.erase("a"));
     EXPECT_EQ(file.read("a"), std::nullopt);
-    EXPECT_EQ(engine->file("CONTRAT")->read("a"), "other file");
+    EXPECT_EQ(engine->readMany({{"TABLES", "a"}, {"CONTRAT", "a"}, {"TABLES", odd}}),
+              (std::vector<std::optional<std::string>>{std::nullopt, "other file", odd}));
+    EXPECT_EQ(numberOf([&] { (void)engine->readMany({{"X", "a"}}); }), errors::FileUnknown);
 }
 
 TEST_P(StoreEngine, ScansInBinaryKeyOrder) {
@@ -65,6 +67,10 @@ TEST_P(StoreEngine, ScansInBinaryKeyOrder) {
     EXPECT_EQ(keys({}), "B=r a=r a\x01=r aa=r b=r \xC3\xA9=r \xFF=r ");
     EXPECT_EQ(keys({"a", "b"}), "a=r a\x01=r aa=r ");
     EXPECT_EQ(keys({"aa", std::nullopt}, 2), "aa=r b=r ");
+    std::size_t seen = 0;
+    file.scan(
+        {"aa", std::nullopt}, [&](auto, auto) { return ++seen > 0; }, 2);
+    EXPECT_EQ(seen, 2U);
     EXPECT_EQ(keys({"b", "a"}), "");
     const std::function<void()> works[] = {
         [] { throw Error(errors::Overflow, "x"); },
@@ -215,8 +221,8 @@ class StoreHistory : public StoreEngine {
             EXPECT_TRUE(version.moment.starts_with("2026-11-23T02:03:0")) << version.moment;
             // A server adds who told it so.
             const std::string user = version.user.substr(0, version.user.find(" @ "));
-            text += version.moment.substr(18) + " " + user + " " +
-                    version.record.value_or("-") + ", ";
+            text +=
+                version.moment.substr(18) + " " + user + " " + version.record.value_or("-") + ", ";
         }
         return text;
     }

@@ -18,6 +18,7 @@ class StorePostgresql : public testing::Test {
     store_test::Folder folder;
     std::string url = store_test::urlOf("postgresql", folder);
     std::string schema = folder.path().filename();
+    std::string quoted = '"' + schema + '"';
     std::shared_ptr<Engine> owner = openEngine(url, OpenMode::Create);
     Connection server{postgresql::parseAddress(url)};
 
@@ -26,56 +27,53 @@ class StorePostgresql : public testing::Test {
         const auto rows = server.run({{statement, {}}}).front();
         return rows.count() == 0 ? "" : std::string(rows.bytes(0, 0));
     }
-    // A seat with a role of its own, called as the schema is with `name` behind.
-    std::shared_ptr<Engine> seat(const std::string& name, bool onBehalf = false) {
-        const std::string role = '"' + schema + name + '"';
-        const std::string of = '"' + schema + "\".";
-        tell("CREATE ROLE " + role + " LOGIN");
-        tell("GRANT USAGE ON SCHEMA \"" + schema + "\" TO " + role);
-        tell("GRANT SELECT ON ALL TABLES IN SCHEMA \"" + schema + "\" TO " + role);
-        for (const std::string function :
-             {"\"ecrire_TABLES\"", "noter_session", onBehalf ? "au_nom_de" : "noter_session"})
-            tell("GRANT EXECUTE ON FUNCTION " + of + function + " TO " + role);
-        return openEngine(std::string(url).replace(url.find("//") + 2, 9, schema + name),
+    // A seat with a role of its own, called as the schema is.
+    std::shared_ptr<Engine> seat() {
+        tell("CREATE ROLE " + quoted + " LOGIN");
+        tell("GRANT USAGE ON SCHEMA " + quoted + " TO " + quoted);
+        tell("GRANT SELECT ON ALL TABLES IN SCHEMA " + quoted + " TO " + quoted);
+        for (const std::string function : {"\"ecrire_TABLES\"", "noter_session"})
+            tell("GRANT EXECUTE ON FUNCTION " + quoted + '.' + function + " TO " + quoted);
+        return openEngine(std::string(url).replace(url.find("//") + 2, 9, schema),
                           OpenMode::Existing);
     }
-    // Who is said to have made the last change of a record.
-    std::string lastUser(const std::string& key) {
-        const auto versions = Changes(owner).history("TABLES", key);
-        return versions.empty() ? "nobody" : versions.back().user;
+    // Ends the seat's connections; whether there was one.
+    bool end(const std::string& where = "") {
+        return !tell("SELECT pg_terminate_backend(pid, 5000)::text FROM pg_stat_activity "
+                     "WHERE usename = '" +
+                     schema + "'" + where)
+                    .empty();
+    }
+    // Whether the seat's commits wait for a standby that there is none of.
+    void wait(const std::string& onOrOff) {
+        tell("ALTER ROLE " + quoted + " SET synchronous_commit = " + onOrOff);
     }
 };
 
 TEST_F(StorePostgresql, AGestureTakesFewWaysThroughTheNetworkWhoeverStandsBetween) {
     const auto engine = std::make_shared<scenario::RehearsalEngine>(owner);
+    EngineFile& records = *engine->file("TABLES");
     Store store(engine);
     const auto file = store.OpenFile("TABLES");
-    const auto ways = [&](const std::function<void()>& work) {
+    const auto expectWays = [&](std::uint64_t most, const std::function<void()>& work) {
         const std::uint64_t before = engine->roundTrips();
         work();
-        return engine->roundTrips() - before;
+        EXPECT_EQ(engine->roundTrips() - before, most);
     };
-    EXPECT_EQ(ways([&] { file->WriteRecord("k", "un", std::nullopt); }), 1U);
-    EXPECT_EQ(ways([&] { file->WriteRecord("k", "deux", "un"); }), 1U);
-    EXPECT_EQ(ways([&] {
-                  EXPECT_EQ(numberOf([&] { file->DeleteRecord("k", "un"); }),
-                            errors::ChangedMeanwhile);
-              }),
-              2U); // with who did it
-    EXPECT_EQ(ways([&] { EXPECT_EQ(engine->file("TABLES")->read("k"), "deux"); }), 1U);
-    EXPECT_EQ(ways([&] {
-                  EXPECT_EQ(engine->readMany({{"TABLES", "k"}, {"CONTRAT", "k"}, {"TABLES", "k"}}),
-                            (std::vector<std::optional<std::string>>{"deux", {}, "deux"}));
-              }),
-              1U);
-    EXPECT_EQ(ways([&] {
-                  store.atomically([&] {
-                      (void)file->ReadRecord("k");
-                      file->WriteRecord("k", "trois", "deux");
-                  });
-              }),
-              3U);
-    EXPECT_EQ(ways([&] { (void)owner->writesOfOthers(); }), 0U);
+    expectWays(1, [&] { file->WriteRecord("k", "un", std::nullopt); });
+    expectWays(1, [&] { file->WriteRecord("k", "deux", "un"); });
+    expectWays(2, [&] { // with who did it
+        EXPECT_EQ(numberOf([&] { file->DeleteRecord("k", "un"); }), errors::ChangedMeanwhile);
+    });
+    expectWays(1, [&] { EXPECT_EQ(records.read("k"), "deux"); });
+    expectWays(1, [&] { (void)engine->readMany({{"TABLES", "k"}, {"CONTRAT", "k"}}); });
+    expectWays(0, [&] { (void)owner->writesOfOthers(); });
+    expectWays(3, [&] {
+        store.atomically([&] {
+            (void)file->ReadRecord("k");
+            file->WriteRecord("k", "trois", "deux");
+        });
+    });
     // More than comes at once is handed over as it comes, each once; so is a part of it.
     store.atomically([&] {
         for (int i = 0; i < 600; ++i)
@@ -84,18 +82,14 @@ TEST_F(StorePostgresql, AGestureTakesFewWaysThroughTheNetworkWhoeverStandsBetwee
     for (const std::size_t most : {std::size_t{500}, std::size_t{501}, NoLimit}) {
         std::size_t seen = 0;
         const auto count = [&](auto, auto) { return ++seen > 0; };
-        EXPECT_EQ(ways([&] {
-                      engine->file("TABLES")->scan({"l", "m"}, count, most);
-                  }),
-                  most > 500 ? 2U : 1U);
+        expectWays(most > 500 ? 2 : 1, [&] { records.scan({"l", "m"}, count, most); });
         EXPECT_EQ(seen, std::min(most, std::size_t{600}));
     }
 }
 
 // The server has stored the change when it ends the connection: its answer never comes.
 TEST_F(StorePostgresql, WhatMayHaveBeenDoneIsDoneOnce) {
-    const auto engine = seat("_doubt");
-    const std::string role = schema + "_doubt";
+    const auto engine = seat();
     Store store(engine);
     const auto file = store.OpenFile("TABLES");
     const std::function<void()> works[] = {
@@ -105,79 +99,75 @@ TEST_F(StorePostgresql, WhatMayHaveBeenDoneIsDoneOnce) {
     };
     std::size_t versions = 0;
     for (const auto& work : works) {
-        // Its commits wait for a standby that there is none of.
-        tell("ALTER ROLE \"" + role + "\" SET synchronous_commit = on");
-        tell("SELECT pg_terminate_backend(pid)::text FROM pg_stat_activity WHERE usename = '" +
-             role + "'");
-        std::thread end([&] {
-            const std::string waiting =
-                " FROM pg_stat_activity WHERE usename = '" + role + "' AND wait_event = 'SyncRep'";
-            for (int i = 0; i < 5000 && tell("SELECT pid::text" + waiting).empty(); ++i)
+        wait("on");
+        end(); // the setting is of the next connection
+        bool ended = false;
+        std::thread ending([&] {
+            for (int i = 0; i < 5000 && tell("SELECT pid::text FROM pg_stat_activity WHERE usename "
+                                             "= '" +
+                                             schema + "' AND wait_event = 'SyncRep'")
+                                            .empty();
+                 ++i)
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            tell("ALTER ROLE \"" + role + "\" SET synchronous_commit = off");
-            tell("SELECT pg_terminate_backend(pid)::text" + waiting);
+            wait("off");
+            ended = end(" AND wait_event = 'SyncRep'");
         });
         EXPECT_EQ(store_test::raisedBy(work).text, "");
-        end.join();
+        ending.join();
+        EXPECT_TRUE(ended);
         EXPECT_EQ(Changes(owner).history("TABLES", "k").size(), ++versions);
     }
     EXPECT_EQ(engine->file("TABLES")->read("k"), std::nullopt);
 }
 
 TEST_F(StorePostgresql, ALostConnectionUndoesItsTransactionAndIsMadeAnew) {
-    const auto engine = seat("_lost");
-    const auto lose = [&] {
-        tell("SELECT count(pg_terminate_backend(pid, 5000)) FROM pg_stat_activity WHERE usename = "
-             "'" +
-             schema + "_lost'");
-    };
+    const auto engine = seat();
     Store store(engine);
     const auto file = store.OpenFile("TABLES");
     file->WriteRecord("k", "un", std::nullopt);
     const std::uint64_t news = engine->writesOfOthers();
-    lose();
+    end();
     EXPECT_EQ(engine->file("TABLES")->read("k"), "un");
     EXPECT_NE(engine->writesOfOthers(), news); // some may have been missed
-    lose();
+    end();
     file->WriteRecord("k", "deux", "un");
-    EXPECT_EQ(numberOf([&] {
-                  store.atomically([&] {
-                      file->WriteRecord("k", "trois", "deux");
-                      lose();
-                      EXPECT_EQ(numberOf([&] { file->WriteRecord("l", "un"); }),
-                                errors::Unreachable);
-                      EXPECT_EQ(numberOf([&] { file->WriteRecord("l", "un"); }),
-                                errors::StoreFailed); // not alone
-                  });
-              }),
-              errors::StoreFailed);
-    EXPECT_EQ(engine->file("TABLES")->read("k"), "deux");
-    EXPECT_EQ(engine->file("TABLES")->read("l"), std::nullopt);
+    const auto write = [&] { return numberOf([&] { file->WriteRecord("l", "un"); }); };
+    const auto lost = [&] {
+        file->WriteRecord("k", "trois", "deux");
+        end();
+        EXPECT_EQ(write(), errors::Unreachable);
+        EXPECT_EQ(write(), errors::StoreFailed); // not alone
+    };
+    EXPECT_EQ(numberOf([&] { store.atomically(lost); }), errors::StoreFailed);
+    EXPECT_EQ(engine->readMany({{"TABLES", "k"}, {"TABLES", "l"}}),
+              (std::vector<std::optional<std::string>>{"deux", {}}));
 }
 
 TEST_F(StorePostgresql, ASeatWritesByItsFunctionsUnderItsName) {
-    const auto poste = seat("_poste");
-    const auto web = seat("_web", true);
-    for (const auto& [engine, key] : {std::pair(poste, "poste"), {web, "web"}, {owner, "owner"}}) {
+    const auto user = [&](const std::shared_ptr<Engine>& engine) {
         Store store(engine);
         store.changes().user("sylvie");
-        store.OpenFile("TABLES")->WriteRecord(key, "un", std::nullopt);
-    }
-    EXPECT_EQ(lastUser("poste"), schema + "_poste");
-    EXPECT_EQ(lastUser("web"), "sylvie @ " + schema + "_web");
-    EXPECT_EQ(lastUser("owner"), "sylvie @ vorandine");
-    EXPECT_EQ(Changes(owner).lastChange("TABLES", "web")->user, "sylvie");
+        store.OpenFile("TABLES")->WriteRecord("k", "un");
+        return store.changes().history("TABLES", "k").back().user;
+    };
+    const auto engine = seat();
+    EXPECT_EQ(user(engine), schema);
+    EXPECT_EQ(user(owner), "sylvie @ vorandine");
     // No other file, nothing beside the history, no moment of its own.
-    for (const auto& engine : {poste, web}) {
-        EXPECT_EQ(numberOf([&] { engine->file("DROITS")->write("k", "un"); }), errors::ReadOnly);
-        EXPECT_EQ(numberOf([&] { engine->file("HISTORIQUE")->erase("k"); }), errors::ReadOnly);
-        EXPECT_EQ(numberOf([&] { engine->file("TABLES")->write("k", "un"); }), errors::ReadOnly);
-        EXPECT_EQ(numberOf([&] {
-                      Store(engine, [] { return 0; }).OpenFile("TABLES")->WriteRecord("k", "un");
-                  }),
-                  errors::ReadOnly);
-        EXPECT_EQ(engine->file("TABLES")->read("k"), std::nullopt);
-    }
+    Store early(engine, [] { return 0; });
+    const std::function<void()> works[] = {
+        [&] { Store(engine).OpenFile("DROITS")->WriteRecord("k", "2"); },
+        [&] { engine->file("HISTORIQUE")->erase("k"); },
+        [&] { engine->file("TABLES")->write("k", "deux"); },
+        [&] { early.OpenFile("TABLES")->WriteRecord("k", "deux"); },
+    };
+    for (const auto& work : works)
+        EXPECT_EQ(numberOf(work), errors::ReadOnly);
+    EXPECT_EQ(owner->file("TABLES")->read("k"), "un");
+    // Who works for others is believed who they are.
+    tell("GRANT EXECUTE ON FUNCTION " + quoted + ".au_nom_de TO " + quoted);
+    EXPECT_EQ(user(engine), "sylvie @ " + schema);
+    EXPECT_EQ(Changes(owner).lastChange("TABLES", "k")->user, "sylvie");
 }
 
 TEST_F(StorePostgresql, OpensAStoreAndNothingElse) {
