@@ -44,10 +44,6 @@ class StorePostgresql : public testing::Test {
                      schema + "'" + where)
                     .empty();
     }
-    // Whether the seat's commits wait for a standby that there is none of.
-    void wait(const std::string& onOrOff) {
-        tell("ALTER ROLE " + quoted + " SET synchronous_commit = " + onOrOff);
-    }
 };
 
 TEST_F(StorePostgresql, AGestureTakesFewWaysThroughTheNetworkWhoeverStandsBetween) {
@@ -98,23 +94,20 @@ TEST_F(StorePostgresql, WhatMayHaveBeenDoneIsDoneOnce) {
         [&] { file->DeleteRecord("k", "deux"); },
     };
     std::size_t versions = 0;
+    const auto commits = [&](const std::string& synchronous) {
+        tell("ALTER ROLE " + quoted + " SET synchronous_commit = " + synchronous);
+    };
     for (const auto& work : works) {
-        wait("on");
-        end(); // the setting is of the next connection
-        bool ended = false;
+        commits("on"); // its commits wait for a standby that there is none of
+        end();
+        (void)engine->file("TABLES")->read("k");
+        commits("off"); // the next connection's do not
         std::thread ending([&] {
-            for (int i = 0; i < 5000 && tell("SELECT pid::text FROM pg_stat_activity WHERE usename "
-                                             "= '" +
-                                             schema + "' AND wait_event = 'SyncRep'")
-                                            .empty();
-                 ++i)
+            for (int i = 0; i < 5000 && !end(" AND wait_event = 'SyncRep'"); ++i)
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            wait("off");
-            ended = end(" AND wait_event = 'SyncRep'");
         });
         EXPECT_EQ(store_test::raisedBy(work).text, "");
         ending.join();
-        EXPECT_TRUE(ended);
         EXPECT_EQ(Changes(owner).history("TABLES", "k").size(), ++versions);
     }
     EXPECT_EQ(engine->file("TABLES")->read("k"), std::nullopt);
