@@ -266,10 +266,12 @@ std::vector<std::string> Changes::othersSince(const std::string& name, const std
     std::vector<std::string> users;
     if (since == kept.rend())
         return users;
-    for (auto one = std::prev(since.base()); one != kept.end(); ++one)
-        if (one->user != kept.back().user && !one->user.empty() &&
-            std::find(users.begin(), users.end(), one->user) == users.end())
-            users.push_back(one->user);
+    for (auto one = std::prev(since.base()); one != kept.end(); ++one) {
+        const std::string user(personOf(one->user));
+        if (user != personOf(kept.back().user) && !user.empty() &&
+            std::find(users.begin(), users.end(), user) == users.end())
+            users.push_back(user);
+    }
     return users;
 }
 
