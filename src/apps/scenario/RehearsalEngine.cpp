@@ -52,6 +52,7 @@ class RehearsalEngine::File : public store::EngineFile {
     }
 
     // Fails as the steps would that it stands for.
+    // NOLINTNEXTLINE(bugprone-exception-escape): it exchanges no two things, and may throw
     std::optional<store::Swapped> swap(const store::Swap& change) override {
         if (owner_.onServer()) // elsewhere it is made step by step
             owner_.step("write ", name_, change.key);
