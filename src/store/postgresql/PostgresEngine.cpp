@@ -1,6 +1,7 @@
 // Files, transactions, and what is done where an answer was lost.
 #include "store/postgresql/PostgresEngine.h"
 
+#include "store/postgresql/Binary.h"
 #include "store/postgresql/Schema.h"
 
 #include <algorithm>
@@ -18,22 +19,6 @@ namespace {
 // handed over row by row: a store need not have room in this machine's memory.
 constexpr std::int64_t FirstRows = 500;
 constexpr std::size_t SessionBytes = 16;
-
-std::string binary(std::int64_t number) {
-    constexpr int Bits = 8;
-    std::string bytes(sizeof number, '\0');
-    for (auto at = bytes.rbegin(); at != bytes.rend(); ++at, number >>= Bits)
-        *at = static_cast<char>(number & 0xFF);
-    return bytes;
-}
-
-std::string_view binary(bool value) {
-    return {value ? "\1" : "\0", 1};
-}
-
-bool isTrue(std::string_view bytes) {
-    return bytes == binary(true);
-}
 
 std::string randomBytes(std::size_t count) {
     std::random_device random;
