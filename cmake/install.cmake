@@ -7,7 +7,7 @@ set(package ${CMAKE_INSTALL_LIBDIR}/cmake/ControleVorandine)
 set(headers ${CMAKE_INSTALL_INCLUDEDIR}/controle-vorandine)
 
 # The core, the store, and the front end without a window.
-set(embedded text records ports widgets rules trainings experience dif control components store headless)
+set(embedded text records ports widgets rules trainings experience dif control components store postgresql headless)
 foreach(library IN LISTS embedded ITEMS qt)
     set_target_properties(vorandine_${library} PROPERTIES EXPORT_NAME ${library})
 endforeach()

@@ -24,6 +24,11 @@ std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;
 }
 
+// Who a server was told that it works for stands before the role by which it did.
+std::string_view personOf(std::string_view user) {
+    return user.substr(0, user.find(" @ "));
+}
+
 // What momentText was made of; none where it is no such text.
 std::optional<Moment> momentOf(std::string_view text) {
     std::tm utc{};
@@ -119,18 +124,41 @@ void Changes::user(const std::string& name) {
     user_ = name;
 }
 
-void Changes::together(const std::function<void()>& work) {
-    if (transaction_)
+bool Changes::swap(EngineFile& file, const std::string& name, const std::string& key,
+                   std::optional<std::string_view> record, const Condition* condition) {
+    const std::string moment = clock_ ? momentText(clock_()) : std::string();
+    Swap change{key, record, std::nullopt, user_, !keepUnchanged_, moment};
+    if (condition != nullptr)
+        change.expected = condition->record;
+    const std::optional<Swapped> swapped = file.swap(change);
+    if (!swapped)
+        return false;
+    if (!swapped->done && condition != nullptr)
+        condition->refuse(swapped->before);
+    if (!swapped->moment.empty())
+        remember(keysOf(name, key) + swapped->moment);
+    return true;
+}
+
+void Changes::together(EngineFile& file, const std::string& key, const Condition* condition,
+                       const std::function<void()>& work) {
+    const auto both = [&] {
+        if (condition != nullptr)
+            if (const auto stored = file.read(key); stored != condition->record)
+                condition->refuse(stored);
         work();
+    };
+    if (transaction_)
+        both();
     else
-        engine_->atomically(work);
+        engine_->atomically(both);
 }
 
 void Changes::write(EngineFile& file, const std::string& name, const std::string& key,
-                    std::string_view record, const Condition& condition) {
-    together([&] {
-        if (condition)
-            condition(file.read(key));
+                    std::string_view record, const Condition* condition) {
+    if (swap(file, name, key, record, condition))
+        return;
+    together(file, key, condition, [&] {
         const std::optional<std::string> before = file.write(key, record);
         // After a deletion, the next version must say that there was no record.
         if (keepUnchanged_ || (before ? *before != record : known(name, key)))
@@ -139,10 +167,10 @@ void Changes::write(EngineFile& file, const std::string& name, const std::string
 }
 
 void Changes::erase(EngineFile& file, const std::string& name, const std::string& key,
-                    const Condition& condition) {
-    together([&] {
-        if (condition)
-            condition(file.read(key));
+                    const Condition* condition) {
+    if (swap(file, name, key, std::nullopt, condition))
+        return;
+    together(file, key, condition, [&] {
         if (const std::optional<std::string> before = file.erase(key))
             keep(name, key, before);
     });
@@ -158,10 +186,11 @@ bool Changes::known(const std::string& name, const std::string& key) {
         (!gap_->to || (before < *gap_->to && !gap_->to->starts_with(before))))
         return false;
     std::optional<std::string> next;
-    file->scan({before, std::nullopt}, [&](std::string_view at, std::string_view /*content*/) {
+    const auto take = [&](std::string_view at, std::string_view /*content*/) {
         next = at;
         return false;
-    });
+    };
+    file->scan({before, std::nullopt}, take, 1);
     const bool found = next && next->starts_with(before);
     if (transaction_ && !found)
         gap_ = KeyRange{before, next};
@@ -177,13 +206,17 @@ void Changes::keep(const std::string& name, const std::string& key,
         return;
     gap_.reset();
     const std::string before = keysOf(name, key);
-    Moment moment = clock_();
+    Moment moment = clock_ ? clock_() : now();
     kept->scan({before + momentText(moment), before + Mark}, [&](std::string_view at, auto) {
         moment = std::max(moment, momentOf(at.substr(before.size())).value_or(0) + 1);
         return true;
     });
     kept->write(before + momentText(moment), record ? user_ + Mark + *record : user_);
-    own_.push_back(before + momentText(moment));
+    remember(before + momentText(moment));
+}
+
+void Changes::remember(std::string version) {
+    own_.push_back(std::move(version));
     if (own_.size() > OwnKnown)
         own_.pop_front();
 }
@@ -211,7 +244,7 @@ std::vector<Change> Changes::changes(const std::string& name, const std::string&
         const std::size_t mark = at.rfind(Mark);
         found.push_back({std::string(at.substr(name.size() + 1, mark - name.size() - 1)),
                          std::string(at.substr(mark + 1)),
-                         std::string(content.substr(0, content.find(Mark))),
+                         std::string(personOf(content.substr(0, content.find(Mark)))),
                          std::find(own_.begin(), own_.end(), at) != own_.end()});
         return true;
     };
@@ -233,10 +266,12 @@ std::vector<std::string> Changes::othersSince(const std::string& name, const std
     std::vector<std::string> users;
     if (since == kept.rend())
         return users;
-    for (auto one = std::prev(since.base()); one != kept.end(); ++one)
-        if (one->user != kept.back().user && !one->user.empty() &&
-            std::find(users.begin(), users.end(), one->user) == users.end())
-            users.push_back(one->user);
+    for (auto one = std::prev(since.base()); one != kept.end(); ++one) {
+        const std::string user(personOf(one->user));
+        if (user != personOf(kept.back().user) && !user.empty() &&
+            std::find(users.begin(), users.end(), user) == users.end())
+            users.push_back(user);
+    }
     return users;
 }
 

@@ -32,8 +32,8 @@ using Moment = std::int64_t;
 
 // What a change left of a record: how it was until then.
 struct Version {
-    std::string moment;                // of the change
-    std::string user;                  // who made it; "" if unknown
+    std::string moment; // of the change
+    std::string user;   // who made it, and by what role where that is not the same; "" if unknown
     std::optional<std::string> record; // the whole text before; none where the change made it
 };
 
@@ -52,7 +52,8 @@ struct Change {
 // Shared by a store and its files. All members throw what the engine throws.
 class Changes {
   public:
-    explicit Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock = now);
+    // The history is dated by `clock`; without one by the engine's, else by the machine's.
+    explicit Changes(std::shared_ptr<Engine> engine, std::function<Moment()> clock = {});
 
     [[nodiscard]] Engine& engine() noexcept { return *engine_; }
     // Who makes the changes from here on. Throws Error(TextRefused) where the name is not plain.
@@ -66,15 +67,18 @@ class Changes {
     // `work`: that throws Error(StoreFailed).
     void atomically(const std::function<void()>& work);
 
-    // Looks at what is stored before a change, in its transaction; throws where it must not be
-    // made.
-    using Condition = std::function<void(const std::optional<std::string>& stored)>;
+    // What must be stored for a change to be made.
+    struct Condition {
+        std::optional<std::string_view> record; // none: there must be none
+        // Gets what is stored instead, and throws.
+        std::function<void(const std::optional<std::string>& stored)> refuse;
+    };
     // Write and erase a record of `file`, which is called `name`. Erasing one that is not there
     // changes nothing and keeps nothing. On an error neither change nor history is stored.
     void write(EngineFile& file, const std::string& name, const std::string& key,
-               std::string_view record, const Condition& condition = {});
+               std::string_view record, const Condition* condition = nullptr);
     void erase(EngineFile& file, const std::string& name, const std::string& key,
-               const Condition& condition = {});
+               const Condition* condition = nullptr);
 
     // What was kept of a record, oldest first; also of one that is no more. What a change has made
     // of the record is in the version after it, or for the last one the record as it is.
@@ -107,11 +111,16 @@ class Changes {
 
     // Null where the engine has none: then nothing is kept.
     [[nodiscard]] EngineFile* versions();
-    // Runs `work`, a change and its history, in a transaction.
-    void together(const std::function<void()>& work);
+    // Makes the change where the engine has a step of its own for it; whether it has.
+    [[nodiscard]] bool swap(EngineFile& file, const std::string& name, const std::string& key,
+                            std::optional<std::string_view> record, const Condition* condition);
+    // Runs `work`, a change and its history, in a transaction, if the condition holds there.
+    void together(EngineFile& file, const std::string& key, const Condition* condition,
+                  const std::function<void()>& work);
     [[nodiscard]] bool known(const std::string& name, const std::string& key);
     void keep(const std::string& name, const std::string& key,
               const std::optional<std::string>& record);
+    void remember(std::string version);
 };
 
 } // namespace vorandine::store

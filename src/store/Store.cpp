@@ -6,6 +6,7 @@
 #include "store/Selection.h"
 #include "store/StoreFile.h"
 #include "store/memory/MemoryEngine.h"
+#include "store/postgresql/PostgresEngine.h"
 #include "store/sqlite/SqliteEngine.h"
 #include "text/Characters.h"
 #include "text/Error.h"
@@ -21,8 +22,11 @@ std::unique_ptr<Engine> openEngine(const std::string& url, OpenMode mode) {
         return std::make_unique<MemoryEngine>();
     if (url.starts_with(Sqlite) && url.size() > Sqlite.size() && text::IsPlain(url))
         return std::make_unique<SqliteEngine>(url.substr(Sqlite.size()), mode);
+    if (url.starts_with("postgresql://") && text::IsPlain(url))
+        return std::make_unique<PostgresEngine>(url, mode);
     throw Error(errors::UrlRefused,
-                "L'adresse de la base n'est pas reconnue. Écrivez memory: ou sqlite:CHEMIN.");
+                "L'adresse de la base n'est pas reconnue. Écrivez memory:, sqlite:CHEMIN ou "
+                "postgresql://POSTE@SERVEUR/BASE#SCHEMA.");
 }
 
 Store::Store(std::shared_ptr<Engine> engine, std::function<Moment()> clock)

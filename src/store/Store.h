@@ -21,15 +21,18 @@ enum class OpenMode {
 // Opens the engine of a URL:
 //   memory:        a new store, empty, gone with the engine
 //   sqlite:PATH    a file; PATH is relative to the working directory or absolute
-// Every engine has all files of the catalogue (store/Catalogue.h) from the start.
+//   postgresql://USER@HOST,HOST/BASE?OPTIONS#SCHEMA
+//                  a schema of a database on a server
+// Every engine has all files of records/Layout.h from the start.
 // Throws Error: UrlRefused; StoreMissing, NotADatabase, OtherProgram, OtherVersion, Locked,
-// Damaged, ReadOnly (only where a new file cannot be made), StoreFailed. The text says which.
+// Damaged, ReadOnly (only where a new store cannot be made), Unreachable, StoreFailed. The text
+// says which.
 [[nodiscard]] std::unique_ptr<Engine> openEngine(const std::string& url, OpenMode mode);
 
 class Store : public ports::DBADatabase {
   public:
     // Owns the engine, which files and records given out keep alive. `clock` dates the history.
-    explicit Store(std::shared_ptr<Engine> engine, std::function<Moment()> clock = now);
+    explicit Store(std::shared_ptr<Engine> engine, std::function<Moment()> clock = {});
 
     [[nodiscard]] std::shared_ptr<ports::DBAFile> OpenFile(const std::string& name) override;
     [[nodiscard]] records::DBARecord Select(const std::string& request) override;

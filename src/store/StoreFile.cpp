@@ -70,7 +70,8 @@ void StoreFile::DeleteRecord(const std::string& key) {
 
 void StoreFile::DeleteRecord(const std::string& key, const std::optional<std::string>& read) {
     requireWritable(key);
-    changes_->erase(file_, name_, key, unchanged(key, read));
+    const Changes::Condition condition = unchanged(key, read);
+    changes_->erase(file_, name_, key, &condition);
 }
 
 void StoreFile::requirePlain(const std::string& key, std::string_view text) const {
@@ -90,14 +91,13 @@ void StoreFile::WriteRecord(const std::string& key, std::string_view text,
                             const std::optional<std::string>& read) {
     requireWritable(key);
     requirePlain(key, text);
-    changes_->write(file_, name_, key, text, unchanged(key, read));
+    const Changes::Condition condition = unchanged(key, read);
+    changes_->write(file_, name_, key, text, &condition);
 }
 
 Changes::Condition StoreFile::unchanged(const std::string& key,
                                         const std::optional<std::string>& read) {
-    return [this, &key, &read](const std::optional<std::string>& stored) {
-        if (stored == read)
-            return;
+    const auto refuse = [this, &key, &read](const std::optional<std::string>& stored) {
         records::ChangedMeanwhile::Maker maker = LastChange(key);
         maker.before = changes_->othersSince(name_, key, read);
         throw records::ChangedMeanwhile(
@@ -106,6 +106,7 @@ Changes::Condition StoreFile::unchanged(const std::string& key,
                 " : elle n'est pas remplacée. Rouvrez-la, puis recommencez.",
             stored, maker);
     };
+    return {read, refuse};
 }
 
 } // namespace vorandine::store

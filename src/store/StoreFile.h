@@ -36,7 +36,7 @@ class StoreFile : public ports::DBAFile {
     [[nodiscard]] std::optional<std::string> readText(const std::string& key);
     void requireWritable(const std::string& key) const;
     void requirePlain(const std::string& key, std::string_view text) const;
-    // That `read` is what is stored.
+    // That `read`, which must outlive the condition as the key must, is what is stored.
     [[nodiscard]] Changes::Condition unchanged(const std::string& key,
                                                const std::optional<std::string>& read);
 };

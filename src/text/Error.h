@@ -50,6 +50,7 @@ constexpr std::uint32_t DiskFull = 0x8004020E;
 constexpr std::uint32_t StoreFailed = 0x8004020F;
 constexpr std::uint32_t ReadHadFailed = 0x80040210;
 constexpr std::uint32_t ChangedMeanwhile = 0x80040211;
+constexpr std::uint32_t Unreachable = 0x80040212;
 
 // The control and its host.
 constexpr std::uint32_t NotReady = 0x80040301;

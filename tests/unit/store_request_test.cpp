@@ -4,7 +4,6 @@
 #include "records/RecordText.h"
 #include "store/Comparison.h"
 #include "store/Store.h"
-#include "store/memory/MemoryEngine.h"
 #include "store_support.h"
 
 #include <gtest/gtest.h>
@@ -95,8 +94,15 @@ TEST(StoreRequest, RefusalsSayWhatAndWhere) {
     }
 }
 
-TEST(StoreRequest, ConditionsLookAtEveryValueOfAnAttribute) {
-    const auto engine = std::make_shared<MemoryEngine>();
+class StoreRows : public testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Engines, StoreRows, testing::ValuesIn(store_test::Kinds),
+                         [](const auto& kind) { return std::string(kind.param); });
+
+TEST_P(StoreRows, AreThoseOfWhichOneValueSatisfiesEachCondition) {
+    const store_test::Folder folder;
+    const std::shared_ptr<Engine> engine =
+        openEngine(store_test::urlOf(GetParam(), folder), OpenMode::Create);
     for (const auto& [key, record] :
          {std::pair("a", "x]y^1"), {"b", "^2"}, {"c", "y^10"}, {"d", "x]^"}, {"e", "yz"}})
         engine->file("TABLES")->write(key, marks(record));

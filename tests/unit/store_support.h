@@ -9,9 +9,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <random>
+#include <stdexcept>
 #include <string>
 
 namespace store_test {
@@ -79,5 +81,21 @@ class Folder {
   private:
     std::filesystem::path path_;
 };
+
+// The server of the tests, without a schema; tests/CMakeLists.txt has it started.
+inline std::string server() {
+    const char* const url = std::getenv("VORANDINE_TEST_SERVER");
+    if (url == nullptr)
+        throw std::runtime_error("no PostgreSQL server: run this by ctest, which starts one");
+    return url;
+}
+
+// A store of each kind, not yet made. `folder` is of this test alone.
+constexpr const char* Kinds[] = {"memory", "sqlite", "postgresql"};
+inline std::string urlOf(const std::string& kind, const Folder& folder) {
+    if (kind == "postgresql")
+        return server() + "#" + folder.path().filename().string();
+    return kind == "sqlite" ? "sqlite:" + folder / "base.vor" : "memory:";
+}
 
 } // namespace store_test

@@ -35,12 +35,16 @@ class CountedFile : public store::EngineFile {
         return file_.write(key, record);
     }
     std::optional<std::string> erase(std::string_view key) override { return file_.erase(key); }
-    void scan(const store::KeyRange& range, const Visitor& visit) override {
-        file_.scan(range, [&](std::string_view key, std::string_view record) {
+    std::optional<store::Swapped> swap(const store::Swap& change) override {
+        return file_.swap(change);
+    }
+    void scan(const store::KeyRange& range, const Visitor& visit, std::size_t atMost) override {
+        const auto count = [&](std::string_view key, std::string_view record) {
             ++records_;
             progress_.step();
             return visit(key, record);
-        });
+        };
+        file_.scan(range, count, atMost);
     }
 
     [[nodiscard]] std::size_t records() const noexcept { return records_; }

@@ -51,10 +51,24 @@ class RehearsalEngine::File : public store::EngineFile {
         return before;
     }
 
-    void scan(const store::KeyRange& range, const Visitor& visit) override {
+    // Fails as the steps would that it stands for.
+    // NOLINTNEXTLINE(bugprone-exception-escape): it exchanges no two things, and may throw
+    std::optional<store::Swapped> swap(const store::Swap& change) override {
+        if (owner_.onServer()) // elsewhere it is made step by step
+            owner_.step("write ", name_, change.key);
+        if (change.expected)
+            owner_.checkRead(name_);
+        owner_.checkWrite(name_, change.key);
+        std::optional<store::Swapped> swapped = file_.swap(change);
+        if (swapped && swapped->done && (change.record || swapped->before))
+            note(change.record ? "write " : "delete ", change.key);
+        return swapped;
+    }
+
+    void scan(const store::KeyRange& range, const Visitor& visit, std::size_t atMost) override {
         owner_.step("scan ", name_, {});
         owner_.checkRead(name_);
-        file_.scan(range, visit);
+        file_.scan(range, visit, atMost);
     }
 
   private:
@@ -111,6 +125,23 @@ store::EngineFile* RehearsalEngine::file(const std::string& name) {
     if (below == nullptr)
         return nullptr;
     return files_.emplace(name, std::make_unique<File>(*this, name, *below)).first->second.get();
+}
+
+std::vector<std::optional<std::string>>
+RehearsalEngine::readMany(const std::vector<store::Place>& places) {
+    for (const store::Place& place : places) {
+        step("read ", place.file, place.key);
+        checkRead(place.file);
+    }
+    return engine_->readMany(places);
+}
+
+// What another seat has stored may still be on its way from a server: what a scenario shows must
+// not hang on how fast it comes. With the answer to a question it is there.
+std::uint64_t RehearsalEngine::writesOfOthers() {
+    if (onServer())
+        static_cast<void>(engine_->file(std::string(store::HistoryFile))->read({}));
+    return engine_->writesOfOthers();
 }
 
 void RehearsalEngine::atomically(const std::function<void()>& work) {

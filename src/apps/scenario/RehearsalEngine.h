@@ -43,10 +43,13 @@ class RehearsalEngine : public store::Engine {
 
     [[nodiscard]] store::EngineFile* file(const std::string& name) override;
     [[nodiscard]] std::vector<std::string> files() override { return engine_->files(); }
+    [[nodiscard]] std::vector<std::optional<std::string>>
+    readMany(const std::vector<store::Place>& places) override;
     void atomically(const std::function<void()>& work) override;
     void consistently(const std::function<void()>& work) override { engine_->consistently(work); }
     [[nodiscard]] std::unique_ptr<store::Engine> another() override { return engine_->another(); }
-    [[nodiscard]] std::uint64_t writesOfOthers() override { return engine_->writesOfOthers(); }
+    [[nodiscard]] std::uint64_t writesOfOthers() override;
+    [[nodiscard]] std::uint64_t roundTrips() override { return engine_->roundTrips(); }
 
   private:
     class File;
@@ -66,6 +69,7 @@ class RehearsalEngine : public store::Engine {
     std::vector<std::string>* journal_; // "write FILE KEY", "delete FILE KEY"
     std::string mark_;
 
+    [[nodiscard]] bool onServer() const { return engine_->roundTrips() > 0; }
     void checkWrite(const std::string& file, std::string_view key) const;
     void checkRead(const std::string& file) const;
     void step(const char* what, const std::string& file, std::string_view key) const;

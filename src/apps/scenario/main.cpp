@@ -32,7 +32,7 @@ constexpr const char* Help =
     "  --front NAME      the front end to play on: headless (the default) or qt, with real events\n"
     "                    on real windows\n"
     "  --store URL       the store: memory: (the default; new and empty for each FILE) or\n"
-    "                    sqlite:PATH, used as it stands\n"
+    "                    sqlite:PATH or postgresql://USER@HOST/BASE#SCHEMA, used as it stands\n"
     "  --captures DIR    the folder for pictures (qt), made if missing; none are taken without it\n"
     "  --zoom PERCENT    the size of the windows (qt), 100 by default\n"
     "  --screens         draws each capture as text on standard output (headless)\n"

@@ -30,6 +30,11 @@ Explanation explanation(std::uint32_t number) {
     case errors::Locked:
         return {"La base est occupée par un autre poste ou un autre programme.", NothingWritten,
                 "Attendez quelques instants, puis recommencez."};
+    case errors::Unreachable:
+        return {
+            "La base n'est pas joignable : le serveur ou le réseau ne répond pas.", OnScreen,
+            "Attendez quelques instants, puis recommencez ; si l'erreur revient, prévenez votre "
+            "administrateur."};
     case errors::MayNotWrite:
         return {"Vous consultez ce dossier : vos droits ne permettent pas d'y écrire.",
                 NothingWritten,

@@ -52,9 +52,10 @@ class MemoryEngine::File : public EngineFile {
         return before;
     }
 
-    void scan(const KeyRange& range, const Visitor& visit) override {
+    void scan(const KeyRange& range, const Visitor& visit, std::size_t atMost) override {
         const Scan scan(engine_);
-        for (auto at = records_.lower_bound(range.from); at != records_.end(); ++at) {
+        for (auto at = records_.lower_bound(range.from); at != records_.end() && atMost > 0;
+             ++at, --atMost) {
             if (range.to && at->first >= *range.to)
                 break;
             if (!visit(at->first, at->second))

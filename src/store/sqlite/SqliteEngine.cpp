@@ -67,12 +67,18 @@ class SqliteEngine::File : public EngineFile {
         return before;
     }
 
-    void scan(const KeyRange& range, const Visitor& visit) override {
+    void scan(const KeyRange& range, const Visitor& visit, std::size_t atMost) override {
+        if (atMost == 0)
+            return;
         SqliteStatement::Run run(range.to ? scanBetween_ : scanFrom_);
         run.bind(1, range.from);
         if (range.to)
             run.bind(2, *range.to);
-        run.visitAll(visit);
+        if (atMost == NoLimit)
+            return run.visitAll(visit);
+        run.visitAll([&](std::string_view key, std::string_view record) {
+            return visit(key, record) && --atMost > 0;
+        });
     }
 
   private:
