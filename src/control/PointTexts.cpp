@@ -16,7 +16,7 @@ namespace {
 
 namespace attribute = records::training_file;
 constexpr const char* Nothing = "rien";
-constexpr std::size_t MostShown = 300; // characters of a value
+constexpr std::size_t MostShown = 160; // characters of a value
 constexpr std::size_t MostOfPiece = 80;
 
 std::string nameOf(const records::Point& point) {

@@ -18,7 +18,7 @@ namespace {
 constexpr char Mark = '\xFF';
 constexpr Moment PerSecond = 1000000;
 constexpr std::size_t PrunedTogether = 10000;
-constexpr std::size_t OwnKnown = 100;
+constexpr std::size_t OwnKnown = 10000;
 
 std::string keysOf(const std::string& name, const std::string& key) {
     return name + Mark + key + Mark;
@@ -216,9 +216,13 @@ void Changes::keep(const std::string& name, const std::string& key,
 }
 
 void Changes::remember(std::string version) {
-    own_.push_back(std::move(version));
-    if (own_.size() > OwnKnown)
-        own_.pop_front();
+    // One that was rolled back may come again.
+    if (const auto [at, fresh] = own_.insert(std::move(version)); fresh)
+        ownInOrder_.push_back(at);
+    if (own_.size() > OwnKnown) {
+        own_.erase(ownInOrder_.front());
+        ownInOrder_.pop_front();
+    }
 }
 
 std::vector<Version> Changes::history(const std::string& name, const std::string& key) {
@@ -245,7 +249,7 @@ std::vector<Change> Changes::changes(const std::string& name, const std::string&
         found.push_back({std::string(at.substr(name.size() + 1, mark - name.size() - 1)),
                          std::string(at.substr(mark + 1)),
                          std::string(personOf(content.substr(0, content.find(Mark)))),
-                         std::find(own_.begin(), own_.end(), at) != own_.end()});
+                         own_.contains(at)});
         return true;
     };
     if (EngineFile* const file = versions())

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,7 +85,7 @@ class Changes {
     // of the record is in the version after it, or for the last one the record as it is.
     [[nodiscard]] std::vector<Version> history(const std::string& name, const std::string& key);
     // The changes that were kept of all records of `name` whose keys begin with `prefix`, by key,
-    // of each the oldest first. Of own ones the last hundred are known as such.
+    // of each the oldest first. Of own ones the last ten thousand are known as such.
     [[nodiscard]] std::vector<Change> changes(const std::string& name, const std::string& prefix);
     // Who changed a record last, and when; none where no change of it was kept.
     [[nodiscard]] std::optional<Change> lastChange(const std::string& name, const std::string& key);
@@ -104,7 +105,9 @@ class Changes {
     std::string user_;
     bool keepUnchanged_ = true;
     bool transaction_ = false;
-    std::deque<std::string> own_; // keys of the versions kept last
+    // Keys of the versions kept last.
+    std::set<std::string, std::less<>> own_;
+    std::deque<std::set<std::string, std::less<>>::iterator> ownInOrder_;
     // Keys between which, as was seen in this transaction, the history has nothing: a load in the
     // order of keys looks once for many records.
     std::optional<KeyRange> gap_;
