@@ -187,7 +187,8 @@ class SeatsWalk {
         for (int i = 2; i <= now.DCount(5); ++i)
             EXPECT_GT(now(5, i - 1), now(5, i)) << "dates out of order";
     }
-    // Each seat has codes of its own, and gives none to two trainings; each code has its year.
+    // Each seat has codes of its own, and gives none to two trainings, nor one that the other could
+    // bring back; each code has its year.
     void identify(Seat& seat) {
         std::string code = seat.text("Cbo_CodFormAidant");
         if (!seat.on("Cmd_SupprimerForm").Enabled()) {
@@ -195,6 +196,7 @@ class SeatsWalk {
             do
                 code = std::string("CO") + static_cast<char>(first + 2 * hand_.below(13));
             while (seat.screen().contains("training " + code) ||
+                   otherThan(seat).screen().contains("training " + code) ||
                    fileOf(seat.opened).contains("training " + code));
             choose(seat.on<ComboBox>("Cbo_CodFormAidant"), code);
         }
