@@ -46,8 +46,7 @@ void eachValue(std::string_view attribute, const Look& look) {
 }
 
 std::string quoted(std::string_view value) {
-    const bool long_ = text::Len(value) > MostShown;
-    return "« " + text::Left(value, MostShown) + (long_ ? "… »" : " »");
+    return "« " + text::Shortened(std::string(value), MostShown) + " »";
 }
 
 // What stays as it is, asked before what it becomes: most values are so.
